@@ -1,0 +1,15 @@
+# What every target of this tree is built with. A project that only uses the engine gets none of it:
+# the settings hang on a target that is linked privately.
+add_library(selvane_build INTERFACE)
+target_compile_features(selvane_build INTERFACE cxx_std_20)
+target_compile_options(selvane_build INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+if(SELVANE_WERROR)
+  target_compile_options(selvane_build INTERFACE -Werror)
+endif()
+if(SELVANE_SANITIZE)
+  set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_compile_options(selvane_build INTERFACE ${sanitizers})
+  target_link_options(selvane_build INTERFACE ${sanitizers})
+endif()
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)

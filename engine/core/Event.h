@@ -1,0 +1,45 @@
+/// Everything that happens to an object reaches it as an event. Its sender makes it on the stack,
+/// every receiver's handler gets a pointer to it that must not be kept, and the sender destroys it
+/// when the last handler has returned.
+///
+/// A handler tells events apart by their type string, compared exactly, and then casts down.
+#pragma once
+
+#include <string>
+
+namespace sv {
+
+// Every type that the engine knows. The type decides which manager an object registers with; one
+// that is not in this list belongs to the world manager.
+inline constexpr char UNDEFINED_EVENT[] = "sv-undefined";
+inline constexpr char STEP_EVENT[] = "sv-step";
+inline constexpr char KEYBOARD_EVENT[] = "sv-keyboard";
+inline constexpr char MOUSE_EVENT[] = "sv-mouse";
+inline constexpr char COLLISION_EVENT[] = "sv-collision";
+inline constexpr char OUT_EVENT[] = "sv-out";
+inline constexpr char PATH_EVENT[] = "sv-path";
+inline constexpr char NETWORK_EVENT[] = "sv-network";
+inline constexpr char CUSTOM_NETWORK_EVENT[] = "sv-custom-network";
+inline constexpr char KEYBOARD_NETWORK_EVENT[] = "sv-keyboard-network";
+inline constexpr char MOUSE_NETWORK_EVENT[] = "sv-mouse-network";
+inline constexpr char VIEW_EVENT[] = "sv-view";
+
+class Event {
+  public:
+    /// An event of the type "sv-undefined", which no manager delivers.
+    Event() = default;
+    virtual ~Event() = default;
+
+    void setType(const std::string &new_type);
+    std::string getType() const;
+
+  protected:
+    explicit Event(const std::string &type);
+    Event(const Event &) = default;
+    Event &operator=(const Event &) = default;
+
+  private:
+    std::string event_type = UNDEFINED_EVENT;
+};
+
+} // namespace sv

@@ -1,0 +1,89 @@
+#include "core/LogManager.h"
+
+#include "core/Config.h"
+#include "core/text.h"
+
+#include <cstdlib>
+
+namespace sv {
+
+LogManager &LogManager::getInstance() {
+    static LogManager instance;
+    return instance;
+}
+
+LogManager::LogManager() {
+    setType("LogManager");
+    Config::getInstance(); // Read at every start, so it must outlive the log.
+    if (const char *level = std::getenv(LOG_LEVEL_VARIABLE))
+        log_level = parseInt(level);
+}
+
+int LogManager::startUp() {
+    if (isStarted())
+        return refuseSecondStart();
+
+    const char *variable = std::getenv(LOG_FILE_VARIABLE);
+    const std::string name = variable ? variable : Config::getInstance().getLogFile();
+    p_f.reset(std::fopen(name.c_str(), "w"));
+    if (!p_f)
+        return logFailure("LogManager::startup(): Warning! Unable to open file '%s'.",
+                          name.c_str());
+    Manager::startUp();
+    writeLog(5, "LogManager::startUp(): successfully started.");
+    return 0;
+}
+
+void LogManager::shutDown() {
+    Manager::shutDown();
+    writeLog(5, "LogManager::shutDown(): successfully stopped.");
+    p_f.reset();
+    extra_files.clear();
+}
+
+int LogManager::writeLog(int line_level, const char *fmt, ...) {
+    if (line_level > log_level)
+        return 0;
+    std::va_list args;
+    va_start(args, fmt);
+    const int written = vwriteLog(line_level, fmt, args);
+    va_end(args);
+    return written;
+}
+
+int LogManager::writeLog(const char *fmt, ...) {
+    std::va_list args;
+    va_start(args, fmt);
+    const int written = vwriteLog(log_level, fmt, args);
+    va_end(args);
+    return written;
+}
+
+int LogManager::vwriteLog(int line_level, const char *fmt, std::va_list args) {
+    if (line_level > log_level)
+        return 0;
+    std::FILE *out = p_f ? p_f.get() : stderr;
+    // A part that fails does not keep the others from being tried.
+    bool failed = false;
+    if (log_time_string)
+        failed |= std::fprintf(out, "%s ", getTimeString()) < 0;
+    if (log_step_count)
+        failed |= std::fprintf(out, "%4d ", step_count) < 0;
+    const int written = std::vfprintf(out, fmt, args);
+    failed |= written < 0;
+    failed |= std::fputc('\n', out) == EOF;
+    if (do_flush)
+        failed |= std::fflush(out) != 0;
+    return failed ? -1 : written;
+}
+
+int logFailure(const char *fmt, ...) {
+    LogManager &log = LogManager::getInstance();
+    std::va_list args;
+    va_start(args, fmt);
+    log.vwriteLog(log.getLogLevel(), fmt, args);
+    va_end(args);
+    return -1;
+}
+
+} // namespace sv

@@ -1,0 +1,87 @@
+/// Writes the diagnostic lines of the engine and the game to one text file, and to standard error
+/// while that file is not open. First manager to start, last to stop.
+///
+/// A line is the local time, the step count, and the message: "12:34:56   89 message". Game-loop
+/// thread only: the time text lives in a shared buffer.
+#pragma once
+
+#include "core/Manager.h"
+#include "platform/printfFormat.h"
+
+#include <cstdarg>
+#include <cstdio>
+#include <map>
+#include <memory>
+#include <string>
+
+namespace sv {
+
+/// Names the log file; wins over the configuration's "logfile".
+inline constexpr char LOG_FILE_VARIABLE[] = "SELVANE_LOG";
+/// Sets the log level that a process begins with, an integer.
+inline constexpr char LOG_LEVEL_VARIABLE[] = "SELVANE_LOG_LEVEL";
+
+class LogManager : public Manager {
+  public:
+    static LogManager &getInstance();
+
+    /// Opens the log file, emptying an earlier one. 0, or -1 if it cannot be opened or is open.
+    int startUp() override;
+
+    /// Closes the log file; later lines go to standard error.
+    void shutDown() override;
+
+    /// Writes one line if `line_level` is at most the log level. Returns the length of the message
+    /// in bytes, prefixes and line end left out; 0 for a dropped line; -1 if any part of the line
+    /// could not be written.
+    int writeLog(int line_level, const char *fmt, ...) SV_PRINTF_FORMAT(3, 4);
+
+    /// Writes one line at any log level.
+    int writeLog(const char *fmt, ...) SV_PRINTF_FORMAT(2, 3);
+
+    int vwriteLog(int line_level, const char *fmt, std::va_list args) SV_PRINTF_FORMAT(3, 0);
+
+    /// Whether every line is flushed, so that the file is complete even if the program dies.
+    /// Default: not until this is called.
+    void setFlush(bool new_do_flush = true) { do_flush = new_do_flush; }
+    bool getFlush() const { return do_flush; }
+
+    /// A line whose level is above this is dropped. Default 0, or SELVANE_LOG_LEVEL at the log's
+    /// first use; starting and stopping leave it alone.
+    void setLogLevel(int new_log_level) { log_level = new_log_level; }
+    int getLogLevel() const { return log_level; }
+
+    /// Whether lines begin with the local time. Default: they do.
+    void setLogTimeString(bool new_log_time_string) { log_time_string = new_log_time_string; }
+    bool getLogTimeString() const { return log_time_string; }
+
+    /// Whether lines carry the step count. Default: they do.
+    void setLogStepCount(bool new_log_step_count) { log_step_count = new_log_step_count; }
+    bool getLogStepCount() const { return log_step_count; }
+
+    /// The step count of the lines to come. The game loop says it, so that the log need not know
+    /// the loop.
+    void setStepCount(int new_step_count) { step_count = new_step_count; }
+
+  private:
+    struct FileCloser {
+        void operator()(std::FILE *file) const { std::fclose(file); }
+    };
+    using File = std::unique_ptr<std::FILE, FileCloser>;
+
+    LogManager();
+
+    bool do_flush = false;
+    int log_level = 0;
+    bool log_time_string = true;
+    bool log_step_count = true;
+    File p_f; // Null: standard error.
+    // Further log files by name. Nothing opens one yet; each is closed with the log.
+    std::map<std::string, File> extra_files;
+    int step_count = 0;
+};
+
+/// Writes an unlevelled line and returns -1: the way out of a refusal.
+int logFailure(const char *fmt, ...) SV_PRINTF_FORMAT(1, 2);
+
+} // namespace sv

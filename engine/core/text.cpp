@@ -1,0 +1,183 @@
+#include "core/text.h"
+
+#include "core/LogManager.h"
+#include "platform/system.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <charconv>
+#include <cstdio>
+#include <ctime>
+#include <limits>
+#include <new>
+#include <system_error>
+#include <vector>
+
+namespace sv {
+
+namespace {
+
+struct Entry {
+    std::string key;
+    std::string value;
+};
+
+std::vector<Entry> entries; // What match() parsed last.
+
+bool isSpace(char c) {
+    return std::isspace(static_cast<unsigned char>(c)) != 0;
+}
+
+/// Takes the next piece off the front of `rest`; pieces are what stands between separators, and an
+/// empty piece is no piece. False when there is none left.
+bool nextPiece(std::string_view &rest, char separator, std::string_view &piece) {
+    const std::size_t begin = rest.find_first_not_of(separator);
+    if (begin == std::string_view::npos)
+        return false;
+    rest.remove_prefix(begin);
+    piece = rest.substr(0, rest.find(separator));
+    rest.remove_prefix(piece.size());
+    return true;
+}
+
+void logPiece(const char *name, std::string_view piece) {
+    LogManager &log = LogManager::getInstance();
+    if (log.getLogLevel() < 28)
+        return;
+    log.writeLog(28, "\t%s is '%s' (%p)", name, std::string(piece).c_str(),
+                 static_cast<const void *>(piece.data()));
+}
+
+/// False if the element is made of colons alone: the parse ends there.
+bool addEntry(std::string_view element) {
+    LogManager &log = LogManager::getInstance();
+    log.writeLog(25, "\titem number %d", static_cast<int>(entries.size()));
+    logPiece("p_element", element);
+
+    std::string_view key;
+    if (!nextPiece(element, ':', key))
+        return false;
+    std::string_view value;
+    nextPiece(element, ':', value);
+    logPiece("token", key);
+    entries.push_back({std::string(key), std::string(value)});
+    log.writeLog(25, "\tkey %s", entries.back().key.c_str());
+    log.writeLog(25, "\tval %s", entries.back().value.c_str());
+    return true;
+}
+
+void logEntries() {
+    LogManager &log = LogManager::getInstance();
+    log.writeLog(25, "match(): parsed.");
+    if (log.getLogLevel() < 28)
+        return;
+    for (std::size_t i = 0; i < entries.size(); ++i)
+        log.writeLog(28, "\t%d  %s : %s", static_cast<int>(i), entries[i].key.c_str(),
+                     entries[i].value.c_str());
+}
+
+/// Replaces the kept entries by those of `str`; false, and no entries, without memory.
+bool parse(std::string str) {
+    std::erase_if(str, isSpace);
+    entries.clear();
+    const auto count = std::count(str.begin(), str.end(), ',') + 1;
+    LogManager &log = LogManager::getInstance();
+    log.writeLog(25, "match(): number of elements allocated is %d", static_cast<int>(count));
+    try {
+        entries.reserve(static_cast<std::size_t>(count));
+        std::string_view rest = str;
+        for (std::string_view element; nextPiece(rest, ',', element);)
+            if (!addEntry(element))
+                break;
+    } catch (const std::bad_alloc &) {
+        entries.clear();
+        log.writeLog("match(): unable to allocate key array!");
+        return false;
+    }
+    logEntries();
+    return true;
+}
+
+std::string_view withoutLeadingBlanksAndPlus(std::string_view text) {
+    while (!text.empty() && isSpace(text.front()))
+        text.remove_prefix(1);
+    if (text.size() > 1 && text[0] == '+' && text[1] != '-')
+        text.remove_prefix(1);
+    return text;
+}
+
+} // namespace
+
+std::string match(const std::string &str, const std::string &find) {
+    LogManager &log = LogManager::getInstance();
+    log.writeLog(25, "match(\"%s\", \"%s\")", str.c_str(), find.c_str());
+    if (!str.empty() && !parse(str))
+        return "";
+
+    log.writeLog(25, "match(): Looking for match '%s' among %d items.", find.c_str(),
+                 static_cast<int>(entries.size()));
+    int i = 0;
+    for (const Entry &entry : entries) {
+        log.writeLog(28, "match(): %d: %s == %s?", i++, entry.key.c_str(), find.c_str());
+        if (entry.key == find)
+            return entry.value;
+    }
+    return "";
+}
+
+std::string boolToString(bool b) {
+    return b ? "true" : "false";
+}
+
+std::string toString(int i) {
+    return std::to_string(i);
+}
+
+std::string toString(float f) {
+    std::array<char, 32> digits{};
+    const auto result = std::to_chars(digits.data(), digits.data() + digits.size(), f,
+                                      std::chars_format::general, 6);
+    return {digits.data(), result.ptr};
+}
+
+int parseInt(std::string_view text) {
+    text = withoutLeadingBlanksAndPlus(text);
+    int value = 0;
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (result.ec == std::errc::result_out_of_range)
+        return text.front() == '-' ? std::numeric_limits<int>::min()
+                                   : std::numeric_limits<int>::max();
+    return value;
+}
+
+float parseFloat(std::string_view text) {
+    text = withoutLeadingBlanksAndPlus(text);
+    double value = 0;
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+    const double limit = std::numeric_limits<float>::max();
+    if (result.ec == std::errc::result_out_of_range) {
+        const std::string_view number =
+            text.substr(0, static_cast<std::size_t>(result.ptr - text.data()));
+        const bool tiny = number.find("e-") != number.npos || number.find("E-") != number.npos;
+        value = tiny ? 0 : (number.front() == '-' ? -2 * limit : 2 * limit);
+    }
+    if (value > limit)
+        return std::numeric_limits<float>::infinity();
+    if (value < -limit)
+        return -std::numeric_limits<float>::infinity();
+    return static_cast<float>(value);
+}
+
+const char *getTimeString() {
+    static std::array<char, 16> buffer{};
+    std::tm local{};
+    if (platform::timeSource().localTime(local))
+        std::snprintf(buffer.data(), buffer.size(), "%02d:%02d:%02d", local.tm_hour, local.tm_min,
+                      local.tm_sec);
+    else
+        std::snprintf(buffer.data(), buffer.size(), "(time error)");
+    return buffer.data();
+}
+
+} // namespace sv

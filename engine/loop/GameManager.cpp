@@ -1,0 +1,225 @@
+#include "loop/GameManager.h"
+
+#include "core/Clock.h"
+#include "core/Config.h"
+#include "core/EventStep.h"
+#include "core/LogManager.h"
+#include "display/DisplayManager.h"
+#include "input/InputManager.h"
+#include "loop/FramePace.h"
+#include "network/NetworkManager.h"
+#include "path/PathManager.h"
+#include "platform/system.h"
+#include "resources/ResourceManager.h"
+#include "world/WorldManager.h"
+
+#include <array>
+#include <cstdlib>
+#include <ctime>
+
+namespace sv {
+
+namespace {
+
+constexpr double engine_version = 4.18;
+constexpr char ruler[] = "****************************************************";
+constexpr unsigned timer_period_ms = 1;
+constexpr int unseeded = -1;
+constexpr float one_third = 0.33333334F;
+
+/// A manager between the log, which is up before it and longer, and the game loop.
+struct Managed {
+    Manager &manager;
+    const char *name;
+    const char *capitalized_name;
+};
+
+/// In the order of starting; they stop from the last to the first.
+std::array<Managed, 6> managedInOrder() {
+    return {{{DisplayManager::getInstance(), "display", "Display"},
+             {InputManager::getInstance(), "input", "Input"},
+             {NetworkManager::getInstance(), "network", "Network"},
+             {ResourceManager::getInstance(), "resource", "Resource"},
+             {WorldManager::getInstance(), "world", "World"},
+             {PathManager::getInstance(), "path", "Path"}}};
+}
+
+/// Networking is the one manager that a configuration can leave out.
+bool isWanted(const Managed &managed) {
+    return &managed.manager != &NetworkManager::getInstance() ||
+           Config::getInstance().getNetworking();
+}
+
+void logBanner() {
+    LogManager &log = LogManager::getInstance();
+    log.writeLog("%s", ruler);
+    log.writeLog("** Selvane version %.2f **", engine_version);
+    log.writeLog("** Game engine started **");
+    log.writeLog("%s", ruler);
+}
+
+void logWorkingDirectory() {
+    constexpr std::size_t capacity = 256;
+    const std::string directory = platform::workingDirectory(capacity);
+    LogManager &log = LogManager::getInstance();
+    log.writeLog(1, "Working directory:");
+    log.writeLog(1, "  %s", directory.empty() ? "(full path too long)" : directory.c_str());
+}
+
+/// The world begins as large as the window, and the view shows all of it.
+void fitWorldToWindow() {
+    const DisplayManager &display = DisplayManager::getInstance();
+    const Box window{{0, 0},
+                     static_cast<float>(display.getHorizontal()),
+                     static_cast<float>(display.getVertical())};
+    WorldManager &world = WorldManager::getInstance();
+    world.setBoundary(window);
+    world.setView(window);
+    world.setViewSlack({one_third, one_third});
+}
+
+void seedRandom() {
+    int seed = Config::getInstance().getRandomSeed();
+    if (seed == 0)
+        seed = static_cast<int>(std::time(nullptr));
+    if (seed == unseeded)
+        return;
+    LogManager::getInstance().writeLog(10, "GameManager()::startUp(): srand() seed with %d", seed);
+    std::srand(static_cast<unsigned>(seed));
+}
+
+} // namespace
+
+GameManager &GameManager::getInstance() {
+    static GameManager instance;
+    return instance;
+}
+
+GameManager::GameManager() {
+    setType("GameManager");
+    // Statics die in the reverse order of their making: the managers outlive the game manager, and
+    // the log outlives them all.
+    LogManager::getInstance();
+    managedInOrder();
+}
+
+bool GameManager::isValid(const std::string &event_type) const {
+    return event_type == STEP_EVENT;
+}
+
+int GameManager::startUp() {
+    if (isStarted())
+        return refuseSecondStart();
+    Config &config = Config::getInstance();
+    config.loadConfig("");
+    LogManager &log = LogManager::getInstance();
+    if (log.startUp() != 0)
+        return logFailure("Error starting log manager!");
+    logBanner();
+    config.printConfig();
+    logWorkingDirectory();
+    log.writeLog(1, "Log Manager started.");
+    frame_time = config.getFrameTime();
+    log.writeLog(5, "GameManager::startUp(): frame time is %d", frame_time);
+
+    if (startManagers() != 0)
+        return -1;
+    fitWorldToWindow();
+    seedRandom();
+    if (platform::timeSource().beginTimerPeriod(timer_period_ms) == platform::timer_period_refused)
+        log.writeLog(1, "GameManager()::startUp(): Warning!  timeBeginPeriod() cannot accept 1 "
+                        "msec.");
+    game_over = false;
+    Manager::startUp();
+    log.writeLog(1, "GameManager successfully started.");
+    return 0;
+}
+
+int GameManager::startManagers() {
+    for (const Managed &managed : managedInOrder()) {
+        if (!isWanted(managed))
+            continue;
+        if (managed.manager.startUp() != 0)
+            return logFailure("Error starting %s manager!", managed.name);
+        LogManager::getInstance().writeLog(1, "%s manager started.", managed.capitalized_name);
+    }
+    return 0;
+}
+
+void GameManager::shutDown() {
+    game_over = true;
+    LogManager &log = LogManager::getInstance();
+    if (platform::timeSource().endTimerPeriod(timer_period_ms) == platform::timer_period_refused)
+        log.writeLog(1,
+                     "GameManager()::shutDown(): Warning! timeEndPeriod() cannot accept 1 msec.");
+
+    const auto managers = managedInOrder();
+    for (auto managed = managers.rbegin(); managed != managers.rend(); ++managed) {
+        if (!isWanted(*managed))
+            continue;
+        managed->manager.shutDown();
+        log.writeLog(1, "%s manager stopped", managed->capitalized_name);
+    }
+    log.writeLog("%s", ruler);
+    log.writeLog("** Game engine stopped **");
+    log.shutDown();
+    Manager::shutDown();
+}
+
+void GameManager::run() {
+    LogManager &log = LogManager::getInstance();
+    Clock clock;
+    log.writeLog(1, "GameManager::run(): starting game loop");
+    game_over = false;
+    setStepCount(0);
+    FramePace pace(frame_time);
+    do
+        runStep(clock, pace);
+    while (!game_over);
+    log.writeLog(1, "GameManager::run(): end of game loop");
+}
+
+void GameManager::runStep(Clock &clock, FramePace &pace) {
+    clock.delta();
+    const EventStep step(step_count);
+    onEvent(&step);
+    DisplayManager::getInstance().swapBuffers();
+    InputManager::getInstance().getInput();
+    if (Config::getInstance().getNetworking())
+        serviceNetwork(clock, pace);
+    WorldManager &world = WorldManager::getInstance();
+    world.update();
+    world.draw();
+    PathManager::getInstance().cycle(pace.pathBudget(clock.split()));
+    pace.endStep(clock, step_count);
+    setStepCount(step_count + 1);
+}
+
+void GameManager::serviceNetwork(const Clock &clock, const FramePace &pace) {
+    NetworkManager &network = NetworkManager::getInstance();
+    if (network.isServer())
+        network.accept();
+    const int begin = clock.split();
+    const std::int64_t deadline = begin + pace.networkBudget();
+    while (true) {
+        bool any_told = false;
+        for (int i = 0; i < network.getNumConnections(); ++i)
+            any_told |= network.genDataEvents(i) > 0;
+        if (!any_told)
+            return;
+        const int split = clock.split();
+        // A clock set back meanwhile would put the deadline off: it counts as reached.
+        if (split >= deadline || split < begin) {
+            LogManager::getInstance().writeLog("GameManager::run(): Warning! Residual network "
+                                               "data.");
+            return;
+        }
+    }
+}
+
+void GameManager::setStepCount(int new_step_count) {
+    step_count = new_step_count;
+    LogManager::getInstance().setStepCount(new_step_count);
+}
+
+} // namespace sv

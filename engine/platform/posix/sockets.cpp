@@ -1,0 +1,176 @@
+#include "platform/sockets.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <memory>
+#include <netdb.h>
+#include <netinet/in.h>
+#include <poll.h>
+#include <sys/ioctl.h>
+#include <sys/socket.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace sv::platform {
+
+namespace {
+
+constexpr int highest_port = 65535;
+
+// errno would not last: closing a half-made socket overwrites it.
+int last_error = 0;
+
+int fail(int code) {
+    last_error = code;
+    return -1;
+}
+
+int answer(ssize_t result) {
+    return result < 0 ? fail(errno) : static_cast<int>(result);
+}
+
+int descriptor(Socket socket) {
+    return static_cast<int>(socket);
+}
+
+using AddressList = std::unique_ptr<addrinfo, decltype(&freeaddrinfo)>;
+
+/// The addresses of a host, or null; `flags` are getaddrinfo's.
+AddressList resolve(const std::string &host, int port, int flags) {
+    AddressList none(nullptr, &freeaddrinfo);
+    if (port < 0 || port > highest_port) {
+        fail(EINVAL);
+        return none;
+    }
+    addrinfo hints{};
+    hints.ai_flags = flags | AI_NUMERICSERV;
+    hints.ai_socktype = SOCK_STREAM;
+    addrinfo *found = nullptr;
+    const int code = getaddrinfo(host.c_str(), std::to_string(port).c_str(), &hints, &found);
+    if (code != 0) {
+        fail(code == EAI_SYSTEM ? errno : code);
+        return none;
+    }
+    return {found, &freeaddrinfo};
+}
+
+int open(const addrinfo &address) {
+    return answer(::socket(address.ai_family, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
+}
+
+int startListening(int listener, const addrinfo &address, int backlog) {
+    // Without it a server could not come back while its last connections fade away.
+    const int on = 1;
+    if (setsockopt(listener, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on) != 0 ||
+        bind(listener, address.ai_addr, address.ai_addrlen) != 0) {
+        return fail(errno);
+    }
+    return answer(::listen(listener, backlog));
+}
+
+/// How the connection under way on a non-blocking socket ended: 0, or -1.
+int awaitConnection(int socket) {
+    pollfd waiting{socket, POLLOUT, 0};
+    while (poll(&waiting, 1, -1) < 0) {
+        if (errno != EINTR) {
+            return fail(errno);
+        }
+    }
+    int code = 0;
+    socklen_t size = sizeof code;
+    if (getsockopt(socket, SOL_SOCKET, SO_ERROR, &code, &size) != 0) {
+        return fail(errno);
+    }
+    return code == 0 ? 0 : fail(code);
+}
+
+int connectOne(int socket, const addrinfo &address) {
+    if (connect(socket, address.ai_addr, address.ai_addrlen) == 0) {
+        return 0;
+    }
+    return errno == EINPROGRESS ? awaitConnection(socket) : fail(errno);
+}
+
+} // namespace
+
+int startSockets() {
+    return 0;
+}
+
+int lastSocketError() {
+    return last_error;
+}
+
+bool isWouldBlock(int code) {
+    return code == EAGAIN || code == EWOULDBLOCK;
+}
+
+std::string socketErrorText(int code) {
+    // The codes of failed name lookups are the negative ones.
+    return code < 0 ? gai_strerror(code) : std::system_category().message(code);
+}
+
+Socket listenOn(const std::string &address, int port, int backlog) {
+    const AddressList found = resolve(address, port, AI_NUMERICHOST);
+    if (found == nullptr) {
+        return no_socket;
+    }
+    const int listener = open(*found);
+    if (listener < 0 || startListening(listener, *found, backlog) == 0) {
+        return listener;
+    }
+    close(listener);
+    return no_socket;
+}
+
+int localPort(Socket socket) {
+    sockaddr_storage address{};
+    socklen_t size = sizeof address;
+    if (getsockname(descriptor(socket), reinterpret_cast<sockaddr *>(&address), &size) != 0) {
+        return fail(errno);
+    }
+    return ntohs(address.ss_family == AF_INET6
+                     ? reinterpret_cast<const sockaddr_in6 &>(address).sin6_port
+                     : reinterpret_cast<const sockaddr_in &>(address).sin_port);
+}
+
+Socket acceptFrom(Socket listener) {
+    return answer(accept4(descriptor(listener), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
+}
+
+Socket connectTo(const std::string &host, int port) {
+    const AddressList found = resolve(host, port, 0);
+    for (const addrinfo *address = found.get(); address != nullptr; address = address->ai_next) {
+        const int socket = open(*address);
+        if (socket >= 0 && connectOne(socket, *address) == 0) {
+            return socket;
+        }
+        if (socket >= 0) {
+            close(socket);
+        }
+    }
+    return no_socket;
+}
+
+int waitingBytes(Socket socket) {
+    int bytes = 0;
+    return ioctl(descriptor(socket), FIONREAD, &bytes) != 0 ? fail(errno) : bytes;
+}
+
+int peek(Socket socket, void *buffer, int size) {
+    return answer(recv(descriptor(socket), buffer, static_cast<std::size_t>(size), MSG_PEEK));
+}
+
+int receive(Socket socket, void *buffer, int size) {
+    return answer(recv(descriptor(socket), buffer, static_cast<std::size_t>(size), 0));
+}
+
+int send(Socket socket, const void *buffer, int size) {
+    return answer(::send(descriptor(socket), buffer, static_cast<std::size_t>(size), MSG_NOSIGNAL));
+}
+
+int closeSocket(Socket socket) {
+    return answer(close(descriptor(socket)));
+}
+
+} // namespace sv::platform

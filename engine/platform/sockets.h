@@ -1,0 +1,62 @@
+/// TCP sockets, as the operating system has them: no lists, no events, no log.
+///
+/// A call that fails answers -1 (no_socket where it gives a socket) and lastSocketError() tells
+/// why. The caller owns every socket it is given and closes it. Game-loop thread only.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace sv::platform {
+
+/// A socket handle, wide enough for every system's.
+using Socket = std::intptr_t;
+inline constexpr Socket no_socket = -1;
+
+/// Makes the sockets of this process usable; to be called before any other function here. May be
+/// called again. 0, or -1.
+int startSockets();
+
+/// The system's code for the last call here that failed; a call that succeeds leaves it.
+int lastSocketError();
+
+/// Whether a code says that the call would have had to wait.
+bool isWouldBlock(int code);
+
+/// The system's message for a code, one line of UTF-8 in the system's language, without the line
+/// end. Never empty: a code that the system does not know is called an unknown error.
+std::string socketErrorText(int code);
+
+/// A non-blocking socket that listens on a numeric IPv4 or IPv6 address; port 0 takes a free one.
+/// A port on which another socket listens is refused; one that was just given up is not.
+Socket listenOn(const std::string &address, int port, int backlog);
+
+/// The port that a socket is bound to, 1 to 65535, or -1.
+int localPort(Socket socket);
+
+/// Takes one waiting connection, non-blocking like its listener. Without one, no_socket with a
+/// code for which isWouldBlock is true.
+Socket acceptFrom(Socket listener);
+
+/// Connects to a numeric address or a host name, waiting until it is there or refused; a name with
+/// several addresses is tried at each. The connected socket is non-blocking.
+Socket connectTo(const std::string &host, int port);
+
+/// Bytes that wait to be received, or -1.
+int waitingBytes(Socket socket);
+
+/// Copies up to `size` waiting bytes and leaves them in the socket; the number copied, 0 at the
+/// end of the connection, or -1. REQUIRES: size > 0, here and in receive and send.
+int peek(Socket socket, void *buffer, int size);
+
+/// Takes up to `size` waiting bytes; the number taken, 0 at the end of the connection, or -1.
+int receive(Socket socket, void *buffer, int size);
+
+/// Hands up to `size` bytes to the system; the number taken over, or -1. A peer that has closed is
+/// an error, never a signal.
+int send(Socket socket, const void *buffer, int size);
+
+/// 0, or the system's answer if it refused.
+int closeSocket(Socket socket);
+
+} // namespace sv::platform

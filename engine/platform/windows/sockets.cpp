@@ -1,0 +1,183 @@
+#include "platform/sockets.h"
+
+#include "platform/windows/utf8.h"
+
+#include <memory>
+#include <winsock2.h>
+// Needs winsock2.h before it.
+#include <ws2tcpip.h>
+
+namespace sv::platform {
+
+namespace {
+
+constexpr int highest_port = 65535;
+
+// The system's own would not last: closing a half-made socket overwrites it.
+int last_error = 0;
+
+int fail(int code) {
+    last_error = code;
+    return -1;
+}
+
+int answer(int result) {
+    return result == SOCKET_ERROR ? fail(WSAGetLastError()) : result;
+}
+
+SOCKET handle(Socket socket) {
+    return static_cast<SOCKET>(socket);
+}
+
+Socket answerSocket(SOCKET made) {
+    return made == INVALID_SOCKET ? fail(WSAGetLastError()) : static_cast<Socket>(made);
+}
+
+using AddressList = std::unique_ptr<addrinfo, decltype(&freeaddrinfo)>;
+
+/// The addresses of a host, or null; `flags` are getaddrinfo's.
+AddressList resolve(const std::string &host, int port, int flags) {
+    AddressList none(nullptr, &freeaddrinfo);
+    if (port < 0 || port > highest_port) {
+        fail(WSAEINVAL);
+        return none;
+    }
+    addrinfo hints{};
+    hints.ai_flags = flags;
+    hints.ai_socktype = SOCK_STREAM;
+    addrinfo *found = nullptr;
+    const int code = getaddrinfo(host.c_str(), std::to_string(port).c_str(), &hints, &found);
+    if (code != 0) {
+        fail(code);
+        return none;
+    }
+    return {found, &freeaddrinfo};
+}
+
+Socket open(const addrinfo &address) {
+    return answerSocket(::socket(address.ai_family, SOCK_STREAM, IPPROTO_TCP));
+}
+
+int stopBlocking(Socket socket) {
+    u_long on = 1;
+    return answer(ioctlsocket(handle(socket), static_cast<long>(FIONBIO), &on));
+}
+
+int connectOne(Socket socket, const addrinfo &address) {
+    const int size = static_cast<int>(address.ai_addrlen);
+    const int connected = answer(connect(handle(socket), address.ai_addr, size));
+    return connected == 0 ? stopBlocking(socket) : -1;
+}
+
+// SO_REUSEADDR stays off: here it would let two programs listen on one port, and a port whose last
+// connections fade away is free without it.
+int startListening(Socket listener, const addrinfo &address, int backlog) {
+    const int size = static_cast<int>(address.ai_addrlen);
+    if (answer(bind(handle(listener), address.ai_addr, size)) != 0 ||
+        answer(listen(handle(listener), backlog)) != 0) {
+        return -1;
+    }
+    return stopBlocking(listener);
+}
+
+int receiveWith(Socket socket, void *buffer, int size, int flags) {
+    return answer(recv(handle(socket), static_cast<char *>(buffer), size, flags));
+}
+
+} // namespace
+
+int startSockets() {
+    WSADATA details{};
+    const int code = WSAStartup(MAKEWORD(2, 2), &details);
+    return code == 0 ? 0 : fail(code);
+}
+
+int lastSocketError() {
+    return last_error;
+}
+
+bool isWouldBlock(int code) {
+    return code == WSAEWOULDBLOCK;
+}
+
+std::string socketErrorText(int code) {
+    wchar_t *made = nullptr;
+    FormatMessageW(
+        FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
+        nullptr, static_cast<DWORD>(code), 0, reinterpret_cast<wchar_t *>(&made), 0, nullptr);
+    const std::unique_ptr<wchar_t, decltype(&LocalFree)> message(made, &LocalFree);
+    const std::wstring_view text = message != nullptr ? message.get() : L"";
+    const std::wstring_view line = text.substr(0, text.find_first_of(L"\r\n"));
+    return line.empty() ? "unknown error" : toUtf8(line);
+}
+
+Socket listenOn(const std::string &address, int port, int backlog) {
+    const AddressList found = resolve(address, port, AI_NUMERICHOST);
+    if (found == nullptr) {
+        return no_socket;
+    }
+    const Socket listener = open(*found);
+    if (listener == no_socket || startListening(listener, *found, backlog) == 0) {
+        return listener;
+    }
+    closesocket(handle(listener));
+    return no_socket;
+}
+
+int localPort(Socket socket) {
+    sockaddr_storage address{};
+    int size = sizeof address;
+    if (answer(getsockname(handle(socket), reinterpret_cast<sockaddr *>(&address), &size)) != 0) {
+        return -1;
+    }
+    return ntohs(address.ss_family == AF_INET6
+                     ? reinterpret_cast<const sockaddr_in6 &>(address).sin6_port
+                     : reinterpret_cast<const sockaddr_in &>(address).sin_port);
+}
+
+Socket acceptFrom(Socket listener) {
+    const Socket socket = answerSocket(accept(handle(listener), nullptr, nullptr));
+    if (socket == no_socket || stopBlocking(socket) == 0) {
+        return socket;
+    }
+    closesocket(handle(socket));
+    return no_socket;
+}
+
+Socket connectTo(const std::string &host, int port) {
+    const AddressList found = resolve(host, port, 0);
+    for (const addrinfo *address = found.get(); address != nullptr; address = address->ai_next) {
+        const Socket socket = open(*address);
+        if (socket != no_socket && connectOne(socket, *address) == 0) {
+            return socket;
+        }
+        if (socket != no_socket) {
+            closesocket(handle(socket));
+        }
+    }
+    return no_socket;
+}
+
+int waitingBytes(Socket socket) {
+    u_long bytes = 0;
+    const int asked = answer(ioctlsocket(handle(socket), static_cast<long>(FIONREAD), &bytes));
+    return asked == 0 ? static_cast<int>(bytes) : -1;
+}
+
+int peek(Socket socket, void *buffer, int size) {
+    return receiveWith(socket, buffer, size, MSG_PEEK);
+}
+
+int receive(Socket socket, void *buffer, int size) {
+    return receiveWith(socket, buffer, size, 0);
+}
+
+int send(Socket socket, const void *buffer, int size) {
+    return answer(::send(handle(socket), static_cast<const char *>(buffer), size, 0));
+}
+
+int closeSocket(Socket socket) {
+    return answer(closesocket(handle(socket)));
+}
+
+} // namespace sv::platform

@@ -1,0 +1,63 @@
+#include "platform/system.h"
+
+#include "platform/windows/utf8.h"
+
+#include <cstdlib>
+#include <direct.h>
+#include <memory>
+#include <windows.h>
+// Needs windows.h before it.
+#include <timeapi.h>
+
+namespace sv::platform {
+
+namespace {
+
+static_assert(timer_period_refused == TIMERR_NOCANDO);
+
+class SystemTime final : public TimeSource {
+  public:
+    UtcTime utcNow() override {
+        SYSTEMTIME now{};
+        GetSystemTime(&now);
+        return {now.wDay, now.wHour, now.wMinute, now.wSecond, now.wMilliseconds};
+    }
+
+    bool localTime(std::tm &local) override {
+        const std::time_t now = std::time(nullptr);
+        return localtime_s(&local, &now) == 0;
+    }
+
+    void sleep(int milliseconds) override {
+        if (milliseconds > 0) {
+            Sleep(static_cast<DWORD>(milliseconds));
+        }
+    }
+
+    int beginTimerPeriod(unsigned milliseconds) override {
+        return static_cast<int>(timeBeginPeriod(milliseconds));
+    }
+
+    int endTimerPeriod(unsigned milliseconds) override {
+        return static_cast<int>(timeEndPeriod(milliseconds));
+    }
+};
+
+constinit SystemTime system_time;
+
+} // namespace
+
+TimeSource &systemTimeSource() {
+    return system_time;
+}
+
+std::string workingDirectory(std::size_t capacity) {
+    const std::unique_ptr<wchar_t, decltype(&std::free)> wide(_wgetcwd(nullptr, 0), &std::free);
+    if (wide == nullptr) {
+        return {};
+    }
+    std::string folder = toUtf8(wide.get());
+    return folder.size() < capacity ? folder : std::string();
+}
+
+} // namespace sv::platform

@@ -1,0 +1,43 @@
+/// A working folder and an environment of its own for each test, and what the engine said.
+///
+/// The log file is "selvane.log" in that folder, every line flushed and without its prefixes.
+#pragma once
+
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+namespace test {
+
+class EngineTest : public testing::Test {
+  protected:
+    EngineTest();
+    ~EngineTest() override;
+
+    /// Opens the log; `level` is the highest that it writes.
+    static void startLog(int level = 0);
+
+    /// What stands in the log file, by lines.
+    static std::vector<std::string> logLines();
+    static std::string logText();
+
+    /// How many lines of the log are exactly that text.
+    static int logCount(const std::string &line);
+
+    static void writeFile(const std::string &name, const std::string &content);
+
+  private:
+    std::filesystem::path folder;
+};
+
+/// Standard error while it lives.
+class CapturedErrors {
+  public:
+    CapturedErrors() { testing::internal::CaptureStderr(); }
+
+    /// Ends the capture; to be called once.
+    static std::string take() { return testing::internal::GetCapturedStderr(); }
+};
+
+} // namespace test
