@@ -1,25 +1,49 @@
-/// Turns what the keyboard and the mouse do into events, once a step. It has no window to read yet.
+/// Turns the window's input into events once a step: what happened since the last step, from the
+/// window's queue, and what is held down, from the state of keyboard and mouse. A held key thus
+/// gives an event in every step, and the system's key repeat is off while this manager runs.
 ///
-/// Game-loop thread only.
+/// Starts after the display manager, whose window it reads. Game-loop thread only, which must be
+/// the one that opened the window.
 #pragma once
 
 #include "core/Manager.h"
 
+namespace sf {
+class Event;
+class RenderWindow;
+} // namespace sf
+
 namespace sv {
+
+class EventKeyboard;
 
 class InputManager : public Manager {
   public:
     static InputManager &getInstance();
 
+    /// True for "sv-keyboard" and "sv-mouse" alone.
     bool isValid(const std::string &event_type) const override;
+
+    /// 0, or -1 if the display manager is not started. Without a window it starts, and reads
+    /// nothing.
     int startUp() override;
     void shutDown() override;
 
-    /// Delivers the input since the last call.
-    void getInput() {}
+    /// Delivers the input since the last call. A window that was closed ends the game, and nothing
+    /// after that is read in this step.
+    void getInput();
+
+    /// The key of a key press or release as an event; its action is the caller's to set.
+    ///
+    /// REQUIRES: key_event is a KeyPressed or a KeyReleased.
+    EventKeyboard toEventKeyboard(const sf::Event &key_event) const;
 
   private:
     InputManager();
+
+    void deliver(const sf::Event &event);
+    void pollMouse(const sf::RenderWindow &window);
+    void pollKeys();
 };
 
 } // namespace sv

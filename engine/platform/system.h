@@ -25,6 +25,8 @@ inline constexpr int timer_period_refused = 97;
 /// Wall clock, sleep and timer resolution.
 class TimeSource {
   public:
+    virtual ~TimeSource() = default;
+
     virtual UtcTime utcNow() = 0;
 
     /// Writes the local calendar time to `local`; false if it cannot be had.
@@ -38,11 +40,6 @@ class TimeSource {
     /// given back with endTimerPeriod.
     virtual int beginTimerPeriod(unsigned milliseconds) = 0;
     virtual int endTimerPeriod(unsigned milliseconds) = 0;
-
-  protected:
-    // Trivial, so that the system's source is never destroyed: the managers are statics, and one
-    // that still logs while the process ends still needs the time.
-    ~TimeSource() = default;
 };
 
 /// The system's own time source, whichever is in use.

@@ -42,13 +42,17 @@ EngineTest::~EngineTest() {
     std::filesystem::remove_all(folder, ignored);
 }
 
-void EngineTest::startLog(int level) {
+void EngineTest::prepareLog(int level) {
     sv::LogManager &log = sv::LogManager::getInstance();
     log.setLogLevel(level);
     log.setLogTimeString(false);
     log.setLogStepCount(false);
     log.setFlush(true);
-    ASSERT_EQ(log.startUp(), 0);
+}
+
+void EngineTest::startLog(int level) {
+    prepareLog(level);
+    ASSERT_EQ(sv::LogManager::getInstance().startUp(), 0);
 }
 
 std::string EngineTest::logText() {

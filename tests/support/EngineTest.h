@@ -15,7 +15,10 @@ class EngineTest : public testing::Test {
     EngineTest();
     ~EngineTest() override;
 
-    /// Opens the log; `level` is the highest that it writes.
+    /// Makes the log write lines up to that level, for a test that does not open it itself.
+    static void prepareLog(int level = 0);
+
+    /// Prepares the log and opens it.
     static void startLog(int level = 0);
 
     /// What stands in the log file, by lines.
@@ -37,7 +40,7 @@ class CapturedErrors {
     CapturedErrors() { testing::internal::CaptureStderr(); }
 
     /// Ends the capture; to be called once.
-    static std::string take() { return testing::internal::GetCapturedStderr(); }
+    std::string take() { return testing::internal::GetCapturedStderr(); }
 };
 
 } // namespace test

@@ -8,7 +8,7 @@
 
 namespace test {
 
-class ManualTime : public sv::platform::TimeSource {
+class ManualTime final : public sv::platform::TimeSource {
   public:
     ManualTime() { sv::platform::setTimeSource(this); }
     ~ManualTime() override { sv::platform::setTimeSource(nullptr); }
@@ -23,7 +23,9 @@ class ManualTime : public sv::platform::TimeSource {
     /// Called in the middle of each sleep.
     std::function<void()> during_sleep;
     bool local_time_fails = false;
+    /// What a request for a timer period is answered, and how many more were made than given back.
     int timer_answer = 0;
+    int open_timer_periods = 0;
 
     sv::platform::UtcTime utcNow() override {
         const long long s = now_ms / 1000;
@@ -32,6 +34,7 @@ class ManualTime : public sv::platform::TimeSource {
                 static_cast<int>(now_ms % 1000)};
     }
 
+    /// 07:08:09, whatever the wall clock says.
     bool localTime(std::tm &local) override {
         local.tm_hour = 7;
         local.tm_min = 8;
@@ -46,8 +49,15 @@ class ManualTime : public sv::platform::TimeSource {
             during_sleep();
     }
 
-    int beginTimerPeriod(unsigned /*milliseconds*/) override { return timer_answer; }
-    int endTimerPeriod(unsigned /*milliseconds*/) override { return timer_answer; }
+    int beginTimerPeriod(unsigned /*milliseconds*/) override {
+        ++open_timer_periods;
+        return timer_answer;
+    }
+
+    int endTimerPeriod(unsigned /*milliseconds*/) override {
+        --open_timer_periods;
+        return timer_answer;
+    }
 };
 
 } // namespace test

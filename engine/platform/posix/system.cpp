@@ -1,7 +1,7 @@
 #include "platform/system.h"
 
 #include <cerrno>
-#include <time.h>
+#include <ctime>
 #include <unistd.h>
 
 namespace sv::platform {
@@ -54,6 +54,7 @@ class SystemTime final : public TimeSource {
     int endTimerPeriod(unsigned) override { return 0; }
 };
 
+// There before main() and until the managers, which are made later, are gone: one may still log.
 constinit SystemTime system_time;
 
 } // namespace

@@ -135,13 +135,9 @@ int localPort(Socket socket) {
                      : reinterpret_cast<const sockaddr_in &>(address).sin_port);
 }
 
+// Non-blocking without being asked: here an accepted socket has its listener's settings.
 Socket acceptFrom(Socket listener) {
-    const Socket socket = answerSocket(accept(handle(listener), nullptr, nullptr));
-    if (socket == no_socket || stopBlocking(socket) == 0) {
-        return socket;
-    }
-    closesocket(handle(socket));
-    return no_socket;
+    return answerSocket(accept(handle(listener), nullptr, nullptr));
 }
 
 Socket connectTo(const std::string &host, int port) {

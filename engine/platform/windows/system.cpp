@@ -43,6 +43,7 @@ class SystemTime final : public TimeSource {
     }
 };
 
+// There before main() and until the managers, which are made later, are gone: one may still log.
 constinit SystemTime system_time;
 
 } // namespace

@@ -1,0 +1,190 @@
+// What reaches the window in one piece, against the same drawn character by character.
+
+#include "core/Config.h"
+#include "display/DisplayManager.h"
+#include "display/sfmlColor.h"
+#include "support/WindowTest.h"
+#include "world/Shape.h"
+#include "world/WorldManager.h"
+
+#include <SFML/Graphics/Font.hpp>
+#include <SFML/Graphics/RectangleShape.hpp>
+#include <SFML/Graphics/RenderWindow.hpp>
+#include <SFML/Graphics/Text.hpp>
+#include <cstdlib>
+
+namespace {
+
+using sv::DisplayManager;
+using sv::Vector;
+using test::Difference;
+
+/// Somewhere that a scene can be drawn to.
+class Canvas {
+  public:
+    virtual ~Canvas() = default;
+    virtual void character(Vector pos, char ch, sv::Color color) = 0;
+};
+
+class EngineCanvas : public Canvas {
+  public:
+    void character(Vector pos, char ch, sv::Color color) override {
+        DisplayManager::getInstance().drawCh(pos, ch, color);
+    }
+};
+
+/// Two calls for each character, with objects of its own.
+class PlainCanvas : public Canvas {
+  public:
+    PlainCanvas(sf::Vector2f new_cell, unsigned character_size, sf::Color background)
+        : cell(new_cell), rectangle(new_cell) {
+        EXPECT_TRUE(font.loadFromFile(test::FONT));
+        text.setFont(font);
+        text.setStyle(sf::Text::Bold);
+        text.setCharacterSize(character_size);
+        rectangle.setFillColor(background);
+    }
+
+    void character(Vector pos, char ch, sv::Color color) override {
+        sf::RenderWindow &window = *DisplayManager::getInstance().getWindow();
+        const Vector corner = sv::WorldManager::getInstance().getView().corner;
+        const sf::Vector2f pixel((pos.x - corner.x) * cell.x, (pos.y - corner.y) * cell.y);
+        rectangle.setPosition(pixel.x - cell.x / 10, pixel.y + cell.y / 5);
+        window.draw(rectangle);
+        text.setString(ch);
+        text.setPosition(pixel + shake);
+        text.setFillColor(sv::colorToSFML(color));
+        window.draw(text);
+    }
+
+    sf::Vector2f shake;
+
+  private:
+    sf::Vector2f cell;
+    sf::Font font;
+    sf::Text text;
+    sf::RectangleShape rectangle;
+};
+
+/// Far more than a game shows: characters over figures over characters, none on a whole pixel.
+void drawBusyScreen(Canvas &canvas) {
+    sv::Shape shape;
+    for (int i = 0; i < 1500; ++i) {
+        const auto n = static_cast<float>(i);
+        const Vector pos{n * 0.737F - 60 * static_cast<float>(i / 80), 0.3F + n / 71};
+        canvas.character(pos, static_cast<char>('!' + i % 94), static_cast<sv::Color>(i % 8));
+        if (i % 50 != 0)
+            continue;
+        shape.setType(i / 50 % 3);
+        shape.setColor(static_cast<sv::Color>(1 + i / 50 % 7));
+        shape.setAlpha(static_cast<unsigned char>(60 + i / 10));
+        shape.setSize(20 + n / 20);
+        shape.draw(pos - Vector{5, 1});
+    }
+}
+
+void drawEveryByte(Canvas &canvas) {
+    for (int byte = 0; byte < 256; ++byte)
+        canvas.character({static_cast<float>(byte % 64) + 1, static_cast<float>(byte / 64) * 2 + 1},
+                         static_cast<char>(byte), sv::CYAN);
+}
+
+/// More cells than are drawn in one piece.
+void drawManyCells(Canvas &canvas) {
+    for (int i = 0; i < 9000; ++i)
+        canvas.character({static_cast<float>(i % 80), static_cast<float>(i / 80 % 23)},
+                         static_cast<char>('A' + i % 26), static_cast<sv::Color>(1 + i % 7));
+}
+
+class CellBatchTest : public test::WindowTest {
+  protected:
+    static sf::Image drawn(Canvas &canvas, void (*scene)(Canvas &)) {
+        sf::RenderWindow &window = *DisplayManager::getInstance().getWindow();
+        window.clear(sv::colorToSFML(sv::Config::getInstance().getWindowBackgroundColor()));
+        scene(canvas);
+        return picture();
+    }
+
+    /// How far the scene is from itself drawn character by character.
+    static Difference bothWays(PlainCanvas &plain, void (*scene)(Canvas &)) {
+        // The first square turns every figure after it: both pictures come after one.
+        sv::Shape square;
+        square.setType(sv::SQUARE);
+        square.draw({});
+        EngineCanvas engine;
+        const sf::Image one = drawn(engine, scene);
+        const sf::Image other = drawn(plain, scene);
+        const Difference apart = test::difference(one, other);
+        if (const char *folder = std::getenv("SELVANE_TEST_PICTURES"))
+            one.saveToFile(std::string(folder) + "/" +
+                           testing::UnitTest::GetInstance()->current_test_info()->name() + ".png");
+        RecordProperty("pixels_apart", apart.pixels);
+        return apart;
+    }
+
+    static void expectAlike(const Difference &apart) {
+        EXPECT_LE(apart.levels, 1) << apart.pixels << " pixels differ";
+    }
+};
+
+TEST_F(CellBatchTest, a_busy_screen_looks_as_if_drawn_character_by_character) {
+    startDisplay("window_background_color:blue");
+    PlainCanvas plain({12.8F, 32}, 25, sf::Color::Blue);
+    expectAlike(bothWays(plain, drawBusyScreen));
+}
+
+TEST_F(CellBatchTest, every_byte_looks_as_the_library_draws_it) {
+    startDisplay();
+    PlainCanvas plain({12.8F, 32}, 25, sf::Color::Black);
+    expectAlike(bothWays(plain, drawEveryByte));
+}
+
+TEST_F(CellBatchTest, a_frame_has_room_for_any_number_of_cells) {
+    startDisplay();
+    PlainCanvas plain({12.8F, 32}, 25, sf::Color::Black);
+    expectAlike(bothWays(plain, drawManyCells));
+}
+
+TEST_F(CellBatchTest, a_scrolled_view_moves_all_characters) {
+    startDisplay();
+    sv::WorldManager::getInstance().setView({{3.3F, -2.45F}, 80, 24});
+    PlainCanvas plain({12.8F, 32}, 25, sf::Color::Black);
+    expectAlike(bothWays(plain, drawBusyScreen));
+}
+
+TEST_F(CellBatchTest, a_shake_moves_characters_and_not_the_rectangles_behind_them) {
+    startDisplay("window_background_color:red");
+    DisplayManager &display = DisplayManager::getInstance();
+    display.setShake(9, 4, 2);
+    PlainCanvas plain({12.8F, 32}, 25, sf::Color::Red);
+    for (int frame = 0; frame < 3; ++frame) {
+        std::srand(5);
+        display.swapBuffers();
+        std::srand(5);
+        plain.shake = {};
+        if (frame < 2) {
+            plain.shake.x = static_cast<float>(9 - std::rand() % 10 * 2 + 1);
+            plain.shake.y = static_cast<float>(4 - std::rand() % 5 * 2 + 1);
+        }
+        SCOPED_TRACE(frame);
+        expectAlike(bothWays(plain, drawBusyScreen));
+    }
+}
+
+TEST_F(CellBatchTest, cells_of_another_size_keep_their_proportions) {
+    startDisplay("window_horizontal_pixels:500,window_vertical_pixels:310,"
+                 "window_horizontal_chars:37,window_vertical_chars:11,font_scale:1.3");
+    PlainCanvas plain({500.0F / 37, 310.0F / 11}, 17, sf::Color::Black);
+    expectAlike(bothWays(plain, drawBusyScreen));
+}
+
+TEST_F(CellBatchTest, a_glyph_page_that_grows_in_mid_frame_spoils_nothing) {
+    startDisplay("font_scale:6");
+    EngineCanvas engine;
+    const sf::Image cold = drawn(engine, drawEveryByte);
+    EXPECT_EQ(test::difference(cold, drawn(engine, drawEveryByte)).levels, 0);
+    PlainCanvas plain({12.8F, 32}, 76, sf::Color::Black);
+    expectAlike(test::difference(cold, drawn(plain, drawEveryByte)));
+}
+
+} // namespace

@@ -1,0 +1,77 @@
+#include "support/WindowTest.h"
+
+#include "core/Config.h"
+#include "display/DisplayManager.h"
+
+#include <SFML/Graphics/RenderWindow.hpp>
+#include <SFML/Graphics/Texture.hpp>
+#include <algorithm>
+#include <cstdlib>
+
+namespace test {
+
+WindowTest::~WindowTest() {
+    // Before the server goes: a client that loses its server dies.
+    sv::DisplayManager &display = sv::DisplayManager::getInstance();
+    if (display.getWindow() != nullptr)
+        display.shutDown();
+}
+
+void WindowTest::configure(const std::string &settings) {
+    sv::Config::getInstance().loadConfig(settings + ",font_file:" + FONT);
+}
+
+void WindowTest::startDisplay(const std::string &settings) {
+    server.emplace();
+    ASSERT_TRUE(server->isRunning());
+    configure(settings);
+    ASSERT_EQ(sv::DisplayManager::getInstance().startUp(), 0);
+}
+
+sf::Image WindowTest::picture() {
+    sf::RenderWindow &window = *sv::DisplayManager::getInstance().getWindow();
+    sf::Texture texture;
+    if (!texture.create(window.getSize().x, window.getSize().y))
+        return {};
+    texture.update(window);
+    return texture.copyToImage();
+}
+
+Difference difference(const sf::Image &a, const sf::Image &b) {
+    if (a.getSize() != b.getSize())
+        return {0, 256};
+    Difference result;
+    for (unsigned y = 0; y < a.getSize().y; ++y) {
+        for (unsigned x = 0; x < a.getSize().x; ++x) {
+            const sf::Color one = a.getPixel(x, y);
+            const sf::Color other = b.getPixel(x, y);
+            const int levels = std::max(
+                {std::abs(one.r - other.r), std::abs(one.g - other.g), std::abs(one.b - other.b)});
+            result.levels = std::max(result.levels, levels);
+            result.pixels += levels != 0 ? 1 : 0;
+        }
+    }
+    return result;
+}
+
+std::ostream &operator<<(std::ostream &out, const Extent &extent) {
+    return out << "x " << extent.left << " to " << extent.right << ", y " << extent.top << " to "
+               << extent.bottom;
+}
+
+Extent extentOf(const sf::Color &color, const sf::Image &image) {
+    const auto width = static_cast<int>(image.getSize().x);
+    const auto height = static_cast<int>(image.getSize().y);
+    Extent extent{width, height, -1, -1};
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            if (image.getPixel(static_cast<unsigned>(x), static_cast<unsigned>(y)) != color)
+                continue;
+            extent = {std::min(extent.left, x), std::min(extent.top, y), std::max(extent.right, x),
+                      std::max(extent.bottom, y)};
+        }
+    }
+    return extent.right < 0 ? Extent() : extent;
+}
+
+} // namespace test

@@ -1,0 +1,202 @@
+#include "support/XServer.h"
+
+#include "support/environment.h"
+
+#include <X11/Xlib.h>
+#include <X11/extensions/XTest.h>
+#include <chrono>
+#include <csignal>
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <thread>
+#include <unistd.h>
+
+/// Instead of the system's, and does nothing: graphics drivers stay in memory, so that what they keep
+/// until the process ends is still pointed to and counts as no leak.
+extern "C" int dlclose(void * /*handle*/) noexcept {
+    return 0;
+}
+
+namespace test {
+
+namespace {
+
+using std::chrono::steady_clock;
+
+constexpr auto patience = std::chrono::seconds(20);
+constexpr auto pause = std::chrono::milliseconds(5);
+
+std::vector<std::string> serverCommand(int width, int height, int answer,
+                                       std::vector<std::string> further) {
+    std::vector<std::string> command{"Xvfb", "-displayfd", std::to_string(answer), "-screen", "0"};
+    command.push_back(std::to_string(width) + "x" + std::to_string(height) + "x24");
+    // No auto-repeat: on a slow machine a held key would repeat.
+    command.insert(command.end(), {"-r", "-nolisten", "tcp"});
+    command.insert(command.end(), further.begin(), further.end());
+    return command;
+}
+
+/// Replaces the process by the server. It is told to end when the test's process has, however that
+/// came about; not before, since the windowing library speaks to it until then.
+[[noreturn]] void becomeServer(const std::vector<std::string> &command) {
+    prctl(PR_SET_PDEATHSIG, SIGTERM);
+    const int nowhere = open("/dev/null", O_RDWR);
+    for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        dup2(nowhere, standard);
+    std::vector<char *> arguments;
+    for (const std::string &argument : command)
+        arguments.push_back(const_cast<char *>(argument.c_str()));
+    arguments.push_back(nullptr);
+    execvp(arguments[0], arguments.data());
+    _exit(127);
+}
+
+/// What the server writes once it takes connections; empty if it ended before.
+std::string readLine(int from) {
+    std::string line;
+    char c = 0;
+    while (read(from, &c, 1) == 1 && c != '\n')
+        line += c;
+    return line;
+}
+
+/// Asks until it is so.
+template<typename Condition>
+bool eventually(Condition condition) {
+    const auto deadline = steady_clock::now() + patience;
+    while (!condition()) {
+        if (steady_clock::now() > deadline)
+            return false;
+        std::this_thread::sleep_for(pause);
+    }
+    return true;
+}
+
+} // namespace
+
+struct XServer::Connection {
+    Display *display = nullptr;
+
+    Window root() const { return XDefaultRootWindow(display); }
+
+    /// The one window that can be seen, or 0.
+    Window window() const {
+        Window root_return = 0;
+        Window parent = 0;
+        Window *children = nullptr;
+        unsigned count = 0;
+        XQueryTree(display, root(), &root_return, &parent, &children, &count);
+        Window found = 0;
+        for (unsigned i = 0; i < count; ++i) {
+            XWindowAttributes attributes{};
+            if (XGetWindowAttributes(display, children[i], &attributes) != 0 &&
+                attributes.map_state == IsViewable && attributes.c_class == InputOutput)
+                found = children[i];
+        }
+        if (children != nullptr)
+            XFree(children);
+        return found;
+    }
+};
+
+XServer::XServer(int width, int height, std::vector<std::string> arguments, bool is_visited)
+    : connection(std::make_unique<Connection>()) {
+    // One thread of software drawing: the pictures then do not hang on the number of cores.
+    setEnvironment("LP_NUM_THREADS", "1");
+    int answer[2];
+    if (pipe(answer) != 0)
+        return;
+    const auto command = serverCommand(width, height, answer[1], std::move(arguments));
+    const pid_t server = fork();
+    if (server == 0)
+        becomeServer(command);
+    close(answer[1]);
+    const std::string number = readLine(answer[0]);
+    close(answer[0]);
+    if (number.empty())
+        return;
+    setEnvironment("DISPLAY", ":" + number);
+    if (is_visited)
+        connection->display = XOpenDisplay(nullptr);
+}
+
+XServer::~XServer() {
+    if (connection->display != nullptr)
+        XCloseDisplay(connection->display);
+    clearEnvironment("DISPLAY");
+}
+
+bool XServer::isRunning() const {
+    return connection->display != nullptr;
+}
+
+bool XServer::enterWindow() {
+    if (!eventually([this] { return connection->window() != 0; }))
+        return false;
+    // A move to where the pointer is already would be none.
+    movePointer(1, 1);
+    movePointer(2, 2);
+    return true;
+}
+
+void XServer::sendKey(const std::string &name, bool is_down) {
+    Display *display = connection->display;
+    const KeyCode code = XKeysymToKeycode(display, XStringToKeysym(name.c_str()));
+    XTestFakeKeyEvent(display, code, is_down ? True : False, CurrentTime);
+    XSync(display, False);
+}
+
+void XServer::pressKey(const std::string &name) {
+    sendKey(name, true);
+}
+
+void XServer::releaseKey(const std::string &name) {
+    sendKey(name, false);
+}
+
+void XServer::movePointer(int x, int y) {
+    Display *display = connection->display;
+    int root_x = 0;
+    int root_y = 0;
+    Window child = 0;
+    XTranslateCoordinates(display, connection->window(), connection->root(), x, y, &root_x, &root_y,
+                          &child);
+    XTestFakeMotionEvent(display, -1, root_x, root_y, CurrentTime);
+    XSync(display, False);
+}
+
+void XServer::pressButton(int button) {
+    XTestFakeButtonEvent(connection->display, static_cast<unsigned>(button), True, CurrentTime);
+    XSync(connection->display, False);
+}
+
+void XServer::releaseButton(int button) {
+    XTestFakeButtonEvent(connection->display, static_cast<unsigned>(button), False, CurrentTime);
+    XSync(connection->display, False);
+}
+
+void XServer::closeWindow() {
+    Display *display = connection->display;
+    XEvent event{};
+    event.xclient.type = ClientMessage;
+    event.xclient.window = connection->window();
+    event.xclient.message_type = XInternAtom(display, "WM_PROTOCOLS", False);
+    event.xclient.format = 32;
+    event.xclient.data.l[0] = static_cast<long>(XInternAtom(display, "WM_DELETE_WINDOW", False));
+    XSendEvent(display, event.xclient.window, False, NoEventMask, &event);
+    XSync(display, False);
+}
+
+void XServer::resizeWindow(int width, int height) {
+    XResizeWindow(connection->display, connection->window(), static_cast<unsigned>(width),
+                  static_cast<unsigned>(height));
+    XSync(connection->display, False);
+}
+
+std::pair<int, int> XServer::windowSize() {
+    XWindowAttributes attributes{};
+    XGetWindowAttributes(connection->display, connection->window(), &attributes);
+    return {attributes.width, attributes.height};
+}
+
+} // namespace test

@@ -1,0 +1,13 @@
+/// The program's `new`, counted and made to fail. A test program that includes this has all of its
+/// memory from here.
+#pragma once
+
+namespace test {
+
+/// How often `new` was called so far, in any form.
+long allocations();
+
+/// Makes the `new (std::nothrow)` calls to come fail after that many; below 0, never.
+void failNothrowAfter(int calls);
+
+} // namespace test
