@@ -8,7 +8,7 @@ namespace {
 
 std::uint32_t now() {
     const platform::UtcTime t = platform::timeSource().utcNow();
-    // Unsigned throughout: the product passes 2^32 within the second hour of a month, and wraps.
+    // Unsigned throughout: the product passes 2^32 every 71 minutes, and wraps.
     const auto part = [](int value) { return static_cast<std::uint32_t>(value); };
     const std::uint32_t seconds =
         ((part(t.day) * 24 + part(t.hour)) * 60 + part(t.minute)) * 60 + part(t.second);

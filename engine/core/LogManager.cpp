@@ -42,8 +42,6 @@ void LogManager::shutDown() {
 }
 
 int LogManager::writeLog(int line_level, const char *fmt, ...) {
-    if (line_level > log_level)
-        return 0;
     std::va_list args;
     va_start(args, fmt);
     const int written = vwriteLog(line_level, fmt, args);
@@ -71,7 +69,7 @@ int LogManager::vwriteLog(int line_level, const char *fmt, std::va_list args) {
         failed |= std::fprintf(out, "%4d ", step_count) < 0;
     const int written = std::vfprintf(out, fmt, args);
     failed |= written < 0;
-    failed |= std::fputc('\n', out) == EOF;
+    failed |= std::fputs("\n", out) < 0;
     if (do_flush)
         failed |= std::fflush(out) != 0;
     return failed ? -1 : written;

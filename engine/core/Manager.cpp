@@ -5,6 +5,7 @@
 #include "world/Object.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace sv {
 

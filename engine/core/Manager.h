@@ -40,7 +40,9 @@ class Manager {
 
     /// Gives the event to the handler of every active object that is interested in its type, in
     /// the order of registration, and returns how many were called. The receivers are those of the
-    /// moment it begins: a handler may register and unregister whom it likes.
+    /// moment it begins: a handler may register and unregister whom it likes. Only a type that
+    /// loses its last object meanwhile and finds one again counts as new, and may be told once
+    /// more.
     int onEvent(const Event *p_event);
 
     /// Adds an object to those that are told of events of that type; one that registers twice is
@@ -66,8 +68,8 @@ class Manager {
     std::vector<Interest>::iterator findInterest(const std::string &event_type);
 
     std::string type = "Manager";
-    std::vector<Interest>
-        interests; // In the order of first registration, never one without objects.
+    // In the order of first registration, never one without objects.
+    std::vector<Interest> interests;
     bool is_started = false;
 };
 

@@ -1,8 +1,8 @@
 /// An ordered, growable list of objects, used for every set of objects in the engine. It borrows
 /// the objects: it never deletes one, and whoever deletes an object takes it out first.
 ///
-/// Changing a list while an iterator walks it is allowed and never reads past its end, but may
-/// pass over an object or visit it twice; walk a copy where that matters.
+/// Changing a list while an ObjectListIterator walks it is allowed and never reads past its end,
+/// but may pass over an object or visit it twice. A range-for allows no change: walk a copy.
 #pragma once
 
 #include <vector>

@@ -159,7 +159,8 @@ float parseFloat(std::string_view text) {
     if (result.ec == std::errc::result_out_of_range) {
         const std::string_view number =
             text.substr(0, static_cast<std::size_t>(result.ptr - text.data()));
-        const bool tiny = number.find("e-") != number.npos || number.find("E-") != number.npos;
+        const bool tiny = number.find("e-") != std::string_view::npos ||
+                          number.find("E-") != std::string_view::npos;
         value = tiny ? 0 : (number.front() == '-' ? -2 * limit : 2 * limit);
     }
     if (value > limit)

@@ -1,0 +1,178 @@
+#include "core/LogManager.h"
+
+#include "core/Config.h"
+#include "support/EngineTest.h"
+#include "support/ManualTime.h"
+#include "support/environment.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+
+namespace sv {
+
+namespace {
+
+constexpr char stopped_line[] = "LogManager::shutDown(): successfully stopped.";
+
+class Log : public test::EngineTest {
+  protected:
+    /// What is written to standard error meanwhile.
+    static std::string errorsOf(const std::function<void()> &action) {
+        test::CapturedErrors errors;
+        action();
+        return errors.take();
+    }
+
+    LogManager &log = LogManager::getInstance();
+};
+
+TEST_F(Log, a_line_is_time_step_count_and_message) {
+    struct Case {
+        bool with_time, with_step;
+        int step;
+        const char *line;
+    };
+    const Case cases[] = {
+        {true, true, 0, "07:08:09    0 message 1"},
+        {true, true, 89, "07:08:09   89 message 1"},
+        {true, true, 9999, "07:08:09 9999 message 1"},
+        {true, true, 12345, "07:08:09 12345 message 1"},
+        {true, false, 7, "07:08:09 message 1"},
+        {false, true, 7, "   7 message 1"},
+        {false, false, 7, "message 1"},
+    };
+    test::ManualTime time;
+    startLog();
+    for (const Case &c : cases) {
+        log.setLogTimeString(c.with_time);
+        log.setLogStepCount(c.with_step);
+        log.setStepCount(c.step);
+        EXPECT_EQ(log.writeLog("message %d", 1), 9);
+        EXPECT_EQ(logLines().back(), c.line);
+    }
+    time.local_time_fails = true;
+    log.setLogTimeString(true);
+    log.writeLog("message");
+    EXPECT_EQ(logLines().back(), "(time error) message");
+}
+
+TEST_F(Log, a_process_begins_with_level_0_and_both_prefixes) {
+    test::ManualTime time;
+    EXPECT_EQ(errorsOf([&] {
+                  EXPECT_EQ(log.writeLog("%s", "one"), 3);
+                  EXPECT_EQ(log.writeLog(1, "two"), 0);
+                  EXPECT_EQ(log.writeLog(0, "three"), 5);
+              }),
+              "07:08:09    0 one\n07:08:09    0 three\n");
+}
+
+TEST_F(Log, a_line_above_the_level_is_dropped) {
+    struct Case {
+        int log_level, line_level, written;
+    };
+    const Case cases[] = {{0, 0, 2}, {0, 1, 0},  {0, -1, 2},  {5, 5, 2},
+                          {5, 6, 0}, {-1, 0, 0}, {-1, -1, 2}, {25, 25, 2}};
+    startLog();
+    for (const Case &c : cases) {
+        log.setLogLevel(c.log_level);
+        const std::size_t before = logLines().size();
+        EXPECT_EQ(log.writeLog(c.line_level, "%s", "hi"), c.written);
+        EXPECT_EQ(logLines().size() - before, c.written > 0 ? 1U : 0U)
+            << c.line_level << " at " << c.log_level;
+        EXPECT_EQ(log.writeLog("always"), 6);
+        EXPECT_EQ(logLines().back(), "always");
+    }
+    EXPECT_EQ(log.writeLog("%s", ""), 0) << "an empty message is written and has no length";
+    EXPECT_EQ(logLines().back(), "");
+}
+
+TEST_F(Log, lines_wait_for_the_flush_that_was_asked_for) {
+    startLog();
+    log.setFlush(false);
+    log.writeLog("one");
+    EXPECT_EQ(logText(), "");
+    log.setFlush();
+    log.writeLog("two");
+    EXPECT_EQ(logText(), "one\ntwo\n");
+}
+
+TEST_F(Log, a_file_that_cannot_be_opened_fails_the_start) {
+    prepareLog();
+    for (const std::string name : {"missing/x.log", ""}) {
+        test::setEnvironment(LOG_FILE_VARIABLE, name);
+        if (!std::getenv(LOG_FILE_VARIABLE))
+            continue; // Some systems know no variable without a value.
+        EXPECT_EQ(errorsOf([&] { EXPECT_EQ(log.startUp(), -1); }),
+                  "LogManager::startup(): Warning! Unable to open file '" + name + "'.\n");
+        EXPECT_FALSE(log.isStarted());
+    }
+}
+
+TEST_F(Log, a_disk_that_is_full_fails_the_flushed_line) {
+    if (!std::filesystem::exists("/dev/full"))
+        GTEST_SKIP() << "no /dev/full here";
+    test::setEnvironment(LOG_FILE_VARIABLE, "/dev/full");
+    startLog();
+    EXPECT_EQ(log.writeLog("message"), -1);
+    EXPECT_EQ(log.writeLog(1, "dropped"), 0);
+    log.setFlush(false);
+    EXPECT_EQ(log.writeLog("message"), 7) << "what is only buffered cannot have failed";
+}
+
+TEST_F(Log, the_variable_wins_over_the_configuration_and_that_over_the_default) {
+    Config::getInstance().loadConfig("logfile:configured.log,");
+    startLog();
+    EXPECT_TRUE(std::filesystem::exists("configured.log"));
+    log.shutDown();
+    test::setEnvironment(LOG_FILE_VARIABLE, "variable.log");
+    startLog();
+    EXPECT_TRUE(std::filesystem::exists("variable.log"));
+    EXPECT_FALSE(std::filesystem::exists("selvane.log"));
+}
+
+TEST_F(Log, a_second_start_is_refused_and_the_file_stays) {
+    startLog();
+    log.writeLog("kept");
+    EXPECT_EQ(log.startUp(), -1);
+    EXPECT_EQ(logText(), "kept\nLogManager::startup(): Warning! LogManager already started.\n");
+    EXPECT_TRUE(log.isStarted());
+}
+
+TEST_F(Log, a_stop_ends_the_file_and_a_new_start_empties_it) {
+    startLog(5);
+    EXPECT_EQ(errorsOf([&] { log.shutDown(); }), "");
+    EXPECT_EQ(logText(),
+              std::string("LogManager::startUp(): successfully started.\n") + stopped_line + "\n");
+
+    EXPECT_EQ(errorsOf([&] {
+                  log.writeLog("after");
+                  log.setLogLevel(1);
+                  log.shutDown();
+              }),
+              "after\nManager::shutDown(): Warning! LogManager not started.\n");
+    EXPECT_EQ(logCount("after"), 0);
+
+    startLog();
+    log.writeLog("again");
+    EXPECT_EQ(logText(), "again\n");
+}
+
+class LogLevel : public test::EngineTest {};
+
+TEST_F(LogLevel, is_the_variables_at_first_and_nobody_elses_after) {
+    test::setEnvironment(LOG_LEVEL_VARIABLE, "7");
+    LogManager &log = LogManager::getInstance();
+    EXPECT_EQ(log.getLogLevel(), 7);
+    test::setEnvironment(LOG_LEVEL_VARIABLE, "8");
+    ASSERT_EQ(log.startUp(), 0);
+    EXPECT_EQ(log.getLogLevel(), 7);
+    log.setLogLevel(3);
+    log.shutDown();
+    ASSERT_EQ(log.startUp(), 0);
+    EXPECT_EQ(log.getLogLevel(), 3);
+}
+
+} // namespace
+
+} // namespace sv

@@ -1,0 +1,80 @@
+#include "core/ObjectList.h"
+
+#include "support/EngineTest.h"
+#include "world/Object.h"
+
+#include <string>
+
+namespace sv {
+
+namespace {
+
+class Lists : public test::EngineTest {
+  protected:
+    ObjectList listOf(const std::string &letters) {
+        ObjectList list;
+        for (const char letter : letters)
+            EXPECT_EQ(list.insert(&objects[letter - 'a']), 0);
+        return list;
+    }
+
+    std::string lettersOf(const ObjectList &list) const {
+        std::string letters;
+        for (const Object *object : list)
+            letters += static_cast<char>('a' + (object - objects));
+        return letters;
+    }
+
+    Object objects[4];
+};
+
+TEST_F(Lists, keep_the_order_and_take_an_object_twice) {
+    ObjectList list = listOf("abcab");
+    EXPECT_EQ(list.getCount(), 5);
+    EXPECT_EQ(list.remove(&objects[0]), 0);
+    EXPECT_EQ(lettersOf(list), "bcab") << "only the first goes";
+    EXPECT_EQ(list.remove(&objects[3]), -1);
+    EXPECT_EQ(list.remove(nullptr), -1);
+    EXPECT_EQ(list.insert(nullptr), -1);
+    EXPECT_EQ(lettersOf(list), "bcab");
+    EXPECT_TRUE(list.contains(&objects[2]));
+    EXPECT_FALSE(list.contains(&objects[3]));
+    list.clear();
+    EXPECT_TRUE(list.isEmpty());
+    EXPECT_EQ(list.remove(&objects[0]), -1);
+}
+
+TEST_F(Lists, copies_and_sums_are_lists_of_their_own) {
+    ObjectList left = listOf("ab");
+    const ObjectList copy = left;
+    const ObjectList sum = left + listOf("ca");
+    left.remove(&objects[0]);
+    EXPECT_EQ(lettersOf(copy), "ab");
+    EXPECT_EQ(lettersOf(sum), "abca");
+    EXPECT_EQ(lettersOf(left), "b");
+}
+
+TEST_F(Lists, may_change_while_an_iterator_walks) {
+    ObjectList list = listOf("abcd");
+    ObjectListIterator it(&list);
+    it.next();
+    EXPECT_EQ(it.currentObject(), &objects[1]);
+    list.remove(&objects[0]);
+    EXPECT_EQ(it.currentObject(), &objects[2]) << "the object behind moved up";
+    list.clear();
+    EXPECT_TRUE(it.isDone());
+    EXPECT_EQ(it.currentObject(), nullptr);
+    it.next();
+    list = listOf("ab");
+    EXPECT_EQ(it.currentObject(), &objects[1]) << "an iterator that is done does not move on";
+    for (it.first(); !it.isDone(); it.next())
+        if (list.getCount() < 4)
+            list.insert(it.currentObject());
+    EXPECT_EQ(lettersOf(list), "abab");
+    EXPECT_EQ(list.at(-1), nullptr);
+    EXPECT_EQ(list.at(4), nullptr);
+}
+
+} // namespace
+
+} // namespace sv

@@ -1,0 +1,56 @@
+#include "core/attributes.h"
+
+#include <gtest/gtest.h>
+
+namespace sv {
+
+namespace {
+
+TEST(Attributes, are_selected_all_or_by_change_or_by_name) {
+    struct Case {
+        const char *selector, *name;
+        bool if_unchanged, if_modified;
+    };
+    const Case cases[] = {
+        {"ALL", "PATH,", true, true},
+        {"ALL,", "PATH,", false, false},
+        {"", "PATH,", false, true},
+        {"PATH,", "PATH,", true, true},
+        {"PATH", "PATH,", false, false},
+        {"SPEED,PATH,", "PATH,", true, true},
+        {"FOLLOW_PATH,", "PATH,", true, true},
+        {"PATH,", "FOLLOW_PATH,", false, false},
+        {"path,", "PATH,", false, false},
+    };
+    for (const Case &c : cases) {
+        EXPECT_EQ(isAttributeWanted(c.selector, c.name, false), c.if_unchanged) << c.selector;
+        EXPECT_EQ(isAttributeWanted(c.selector, c.name, true), c.if_modified) << c.selector;
+    }
+}
+
+TEST(Attributes, a_text_comes_back_as_it_was_written) {
+    struct Case {
+        const char *text, *key, *value;
+    };
+    const Case cases[] = {
+        {"id:1,view_string: High  score: ,", "view_string", " High  score: "},
+        {"a:1", "a", "1"},
+        {"a:1,a:2,", "a", "1"},
+        {"\n a :1,", "a", "1"},
+        {"aa:1,a:2,", "a", "2"},
+        {"a:1,", "b", ""},
+        {"a,b:2", "a", ""},
+        {"b:a:1,", "a", ""},
+        {"a:,b:2", "a", ""},
+        {"", "a", ""},
+        {",,", "", ""},
+    };
+    for (const Case &c : cases)
+        EXPECT_EQ(attributeText(c.text, c.key), c.value) << c.key << " in '" << c.text << "'";
+    EXPECT_EQ(attributeText(attribute("type", "Big Saucer") + attribute("id", "3"), "type"),
+              "Big Saucer");
+}
+
+} // namespace
+
+} // namespace sv

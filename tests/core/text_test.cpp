@@ -1,0 +1,176 @@
+#include "core/text.h"
+
+#include "support/EngineTest.h"
+#include "support/ManualTime.h"
+
+#include <algorithm>
+#include <climits>
+#include <cmath>
+
+namespace sv {
+
+namespace {
+
+constexpr float infinite = std::numeric_limits<float>::infinity();
+
+class Match : public test::EngineTest {};
+
+TEST_F(Match, finds_the_value_of_a_key) {
+    struct Case {
+        const char *text, *key, *value;
+    };
+    const Case cases[] = {
+        {"a:1,b:2", "b", "2"},
+        {"a:1,b:2,", "b", "2"},
+        {" a : 1 ,\n\tb :\v x \f y\r,", "b", "xy"},
+        {"a:1:2", "a", "1"},
+        {"a", "a", ""},
+        {"a:", "a", ""},
+        {"a:1,a:2", "a", "1"},
+        {"a:,a:2", "a", ""},
+        {"a:1", "A", ""},
+        {"ab:1,b:2", "b", "2"},
+        {"b:1,ab:2", "ab", "2"},
+        {",,a:1,,b:2", "b", "2"},
+        {":a:1", "a", "1"},
+        {"a::1", "a", "1"},
+        {"a:1,::,b:2", "a", "1"},
+        {"a:1,::,b:2", "b", ""}, // An element of colons alone ends the text.
+        {":", "", ""},
+        {"  ", "a", ""},
+        {",", "", ""},
+    };
+    for (const Case &c : cases)
+        EXPECT_EQ(match(c.text, c.key), c.value) << c.key << " in '" << c.text << "'";
+}
+
+TEST_F(Match, an_empty_text_asks_the_last_one_again) {
+    EXPECT_EQ(match("", "a"), "");
+    EXPECT_EQ(match("a:1,b:2", "b"), "2");
+    EXPECT_EQ(match("", "a"), "1");
+    EXPECT_EQ(match("", "b"), "2");
+    EXPECT_EQ(match(" ", "a"), "") << "blanks are a text of their own";
+    EXPECT_EQ(match("", "a"), "");
+}
+
+TEST_F(Match, tells_how_it_parsed) {
+    startLog(25);
+    match("a: 1,b", "b");
+    EXPECT_EQ(logLines(), (std::vector<std::string>{
+                              "LogManager::startUp(): successfully started.",
+                              "match(\"a: 1,b\", \"b\")",
+                              "match(): number of elements allocated is 2",
+                              "\titem number 0",
+                              "\tkey a",
+                              "\tval 1",
+                              "\titem number 1",
+                              "\tkey b",
+                              "\tval ",
+                              "match(): parsed.",
+                              "match(): Looking for match 'b' among 2 items.",
+                          }));
+}
+
+TEST_F(Match, tells_every_comparison_at_its_highest_level) {
+    startLog(28);
+    match("a:1,b", "b");
+    for (const char *line :
+         {"\t0  a : 1", "\t1  b : ", "match(): 0: a == b?", "match(): 1: b == b?"})
+        EXPECT_EQ(logCount(line), 1) << line;
+    const auto lines = logLines();
+    const auto begins = [&](const std::string &start) {
+        return std::ranges::count_if(lines, [&](const auto &l) { return l.starts_with(start); });
+    };
+    EXPECT_EQ(begins("\tp_element is 'a:1' ("), 1);
+    EXPECT_EQ(begins("\ttoken is 'a' ("), 1);
+}
+
+TEST(ParseInt, reads_the_integer_at_the_start) {
+    struct Case {
+        const char *text;
+        int value;
+    };
+    const Case cases[] = {
+        {"", 0},
+        {"20headless", 20},
+        {" \t+7", 7},
+        {"-7.9", -7},
+        {"-0.5", 0},
+        {"0x10", 0},
+        {"x1", 0},
+        {"+", 0},
+        {"-", 0},
+        {"+-5", 0},
+        {"++5", 0},
+        {"- 5", 0},
+        {"0042", 42},
+        {"2147483647", INT_MAX},
+        {"-2147483648", INT_MIN},
+        {"2147483648", INT_MAX},
+        {"+99999999999999999999", INT_MAX},
+        {" -99999999999999999999", INT_MIN},
+    };
+    for (const Case &c : cases)
+        EXPECT_EQ(parseInt(c.text), c.value) << "'" << c.text << "'";
+}
+
+TEST(ParseFloat, reads_the_number_at_the_start) {
+    struct Case {
+        const char *text;
+        float value;
+    };
+    const Case cases[] = {
+        {"", 0},
+        {"x", 0},
+        {"+-1", 0},
+        {" 2.5cells", 2.5F},
+        {"+.5", 0.5F},
+        {"-0.25", -0.25F},
+        {"1e3", 1000},
+        {"1e", 1},
+        {"0.1", 0.1F},
+        {"3e38", 3e38F},
+        {"4e38", infinite},
+        {"-4e38", -infinite},
+        {"1e999", infinite},
+        {"-1E999", -infinite},
+        {"1e-999", 0},
+        {"-1E-999", 0},
+        {"inf", infinite},
+        {"-Infinity", -infinite},
+    };
+    for (const Case &c : cases)
+        EXPECT_EQ(parseFloat(c.text), c.value) << "'" << c.text << "'";
+    EXPECT_TRUE(std::isnan(parseFloat("nan")));
+}
+
+TEST(ToString, writes_floats_in_six_digits_at_most) {
+    struct Case {
+        float value;
+        const char *text;
+    };
+    const Case cases[] = {
+        {0, "0"},           {0.5F, "0.5"},     {2, "2"},
+        {-0.5F, "-0.5"},    {0.99F, "0.99"},   {1.0F / 3, "0.333333"},
+        {100000, "100000"}, {1e6F, "1e+06"},   {123456.7F, "123457"},
+        {1e-5F, "1e-05"},   {infinite, "inf"}, {-3.4e38F, "-3.4e+38"},
+    };
+    for (const Case &c : cases)
+        EXPECT_EQ(toString(c.value), c.text);
+    EXPECT_EQ(toString(INT_MIN), "-2147483648");
+}
+
+TEST(TimeString, is_the_local_time_or_says_that_there_is_none) {
+    test::ManualTime time;
+    const char *text = getTimeString();
+    EXPECT_STREQ(text, "07:08:09");
+    time.local_time_fails = true;
+    getTimeString();
+    EXPECT_STREQ(text, "(time error)") << "the one buffer is not overwritten";
+    time.local_time_fails = false;
+    EXPECT_STREQ(getTimeString(), "07:08:09");
+}
+
+} // namespace
+
+} // namespace sv

@@ -1,0 +1,168 @@
+#include "loop/FramePace.h"
+
+#include "core/Clock.h"
+#include "support/EngineTest.h"
+#include "support/ManualTime.h"
+
+#include <climits>
+
+namespace sv {
+
+namespace {
+
+constexpr int no_sleep = -1;
+constexpr long long hour_ms = 3'600'000;
+constexpr long long minute_ms = 60'000;
+
+struct Step {
+    long long work_ms;          // How far the wall clock moves until the step's end.
+    long long sleep_error_ms;   // How far it moves in the sleep beyond what was asked for.
+    int sleep_ms;               // What should be asked for.
+    const char *complaint = ""; // What stands behind "Can't keep up! ".
+};
+
+struct Scenario {
+    const char *name;
+    int frame_time;
+    std::vector<Step> steps;
+};
+
+class Pace : public test::EngineTest {
+  protected:
+    void play(const Scenario &scenario) {
+        SCOPED_TRACE(scenario.name);
+        FramePace pace(scenario.frame_time);
+        Clock clock;
+        for (int count = 0; const Step &step : scenario.steps) {
+            SCOPED_TRACE("step " + std::to_string(count));
+            const std::size_t before = logLines().size();
+            time.sleeps.clear();
+            clock.delta();
+            time.now_ms += step.work_ms;
+            time.during_sleep = [&] { time.now_ms += step.sleep_error_ms; };
+            pace.endStep(clock, count++);
+            EXPECT_EQ(time.sleeps, step.sleep_ms == no_sleep ? std::vector<int>()
+                                                             : std::vector<int>{step.sleep_ms});
+            expectComplaint(before, step.complaint);
+        }
+    }
+
+    static void expectComplaint(std::size_t lines_before, const std::string &complaint) {
+        const auto lines = logLines();
+        ASSERT_EQ(lines.size() - lines_before, complaint.empty() ? 0U : 1U);
+        if (!complaint.empty()) {
+            EXPECT_EQ(lines.back(), "GameManager::run(): Can't keep up! " + complaint);
+        }
+    }
+
+    test::ManualTime time;
+};
+
+TEST_F(Pace, a_step_sleeps_what_its_work_and_the_last_oversleep_left) {
+    const Scenario scenarios[] = {
+        {"steady", 33, {{10, 0, 23}, {0, 0, 33}, {32, 0, 1}}},
+        {"an oversleep shortens the next step alone", 33, {{10, 4, 23}, {10, 0, 19}, {10, 0, 23}}},
+        {"each oversleep counts once", 33, {{10, 4, 23}, {10, 4, 19}, {10, 0, 19}, {10, 0, 23}}},
+        {"a sleep that ends early is no debt", 33, {{10, -5, 23}, {10, 0, 23}}},
+        {"an overrun is told, but not of the first step",
+         33,
+         {{40, 0, no_sleep},
+          {40, 0, no_sleep, "frame_time 33 ms, split 40 ms"},
+          {1040, 0, no_sleep, "frame_time 33 ms, split 1040 ms"},
+          {10, 0, 23}}},
+        {"a step exactly as long as the frame is an overrun",
+         33,
+         {{33, 0, no_sleep}, {33, 0, no_sleep, "frame_time 33 ms, split 33 ms"}}},
+        {"an overrun after an oversleep is not told, and ends the correction",
+         33,
+         {{10, 30, 23},
+          {10, 0, no_sleep},
+          {10, 0, 23},
+          {10, 1, 23},
+          {50, 0, no_sleep},
+          {50, 0, no_sleep, "frame_time 33 ms, split 50 ms"}}},
+        {"frame time 0", 0, {{0, 0, no_sleep}, {50, 0, no_sleep}, {0, 0, no_sleep}}},
+        {"frame time -5", -5, {{0, 0, no_sleep}, {50, 0, no_sleep}}},
+        {"frame time 1",
+         1,
+         {{0, 0, 1}, {1, 0, no_sleep, "frame_time 1 ms, split 1 ms"}, {0, 1, 1}, {0, 0, no_sleep}}},
+        {"the longest frame time", INT_MAX, {{10, 0, INT_MAX - 10}, {10, 0, INT_MAX - 10}}},
+    };
+    startLog();
+    for (const Scenario &scenario : scenarios)
+        play(scenario);
+}
+
+TEST_F(Pace, a_wall_clock_that_is_set_never_costs_more_than_a_frame) {
+    const Scenario scenarios[] = {
+        {"back in a step", 33, {{-500, 0, 33}, {10, 0, 23}}},
+        // What 32 bits make of it.
+        {"back an hour in a step",
+         33,
+         {{0, 0, 33}, {-hour_ms, 0, no_sleep, "frame_time 33 ms, split 694967 ms"}, {10, 0, 23}}},
+        {"forward half an hour in a step",
+         33,
+         {{0, 0, 33},
+          {30 * minute_ms, 0, no_sleep, "frame_time 33 ms, split 1800000 ms"},
+          {10, 0, 23}}},
+        {"forward an hour in a step", 33, {{hour_ms, 0, 33}, {10, 0, 23}}},
+        {"back in a sleep", 33, {{10, -500, 23}, {10, 0, 23}}},
+        {"back an hour in a sleep", 33, {{10, -hour_ms, 23}, {10, 0, no_sleep}, {10, 0, 23}}},
+        {"forward in a sleep", 33, {{10, 20'000, 23}, {10, 0, no_sleep}, {10, 0, 23}}},
+        {"forward an hour in a sleep", 33, {{10, hour_ms, 23}, {10, 0, 23}}},
+        {"back in a step that follows an oversleep", 33, {{10, 4, 23}, {-500, 0, 33}, {10, 0, 23}}},
+    };
+    startLog();
+    time.now_ms = 48 * hour_ms;
+    for (const Scenario &scenario : scenarios)
+        play(scenario);
+}
+
+TEST_F(Pace, the_network_may_take_a_fifth_of_a_step) {
+    struct Case {
+        int frame_time;
+        std::int64_t microseconds;
+    };
+    // The last is what single precision makes of it.
+    const Case cases[] = {{33, 6'600}, {1, 200}, {0, 0}, {-5, -1'000}, {INT_MAX, 429'496'729'600}};
+    for (const Case &c : cases)
+        EXPECT_EQ(FramePace(c.frame_time).networkBudget(), c.microseconds);
+}
+
+TEST_F(Pace, paths_may_take_most_of_what_is_left_of_a_step) {
+    struct Case {
+        int frame_time, split_us, milliseconds;
+    };
+    const Case cases[] = {
+        {33, 0, 31},
+        {33, 10'000, 21},
+        {33, 31'000, 1},
+        {33, 32'000, 0},
+        {33, 33'000, 0},
+        {33, 35'000, -1},
+        {33, INT_MAX, -2'040'078},
+        {33, -1'000, 31},
+        {33, INT_MIN, 31},
+        {0, 0, 0},
+        {0, 5'000, -4},
+        {-5, 0, -4},
+        {141'300, 0, 134'234}, // One more in double precision.
+        {INT_MAX, 0, 2'040'109'440},
+        {INT_MIN, INT_MAX, -2'042'149'632},
+    };
+    for (const Case &c : cases)
+        EXPECT_EQ(FramePace(c.frame_time).pathBudget(c.split_us), c.milliseconds)
+            << c.frame_time << " ms, " << c.split_us << " us";
+}
+
+TEST_F(Pace, an_oversleep_is_taken_from_the_paths_share_too) {
+    FramePace pace(33);
+    const Clock clock;
+    time.oversleep_ms = 20;
+    pace.endStep(clock, 0);
+    EXPECT_EQ(pace.pathBudget(0), 12); // 95 % of 13.
+}
+
+} // namespace
+
+} // namespace sv

@@ -1,0 +1,377 @@
+#include "loop/GameManager.h"
+
+#include "core/Config.h"
+#include "core/EventStep.h"
+#include "core/LogManager.h"
+#include "display/DisplayManager.h"
+#include "input/InputManager.h"
+#include "network/NetworkManager.h"
+#include "path/PathManager.h"
+#include "resources/ResourceManager.h"
+#include "support/EngineTest.h"
+#include "support/ManualTime.h"
+#include "support/environment.h"
+#include "world/Object.h"
+#include "world/WorldManager.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <ctime>
+#include <functional>
+#include <regex>
+
+namespace sv {
+
+namespace {
+
+using Lines = std::vector<std::string>;
+
+/// Calls a function with the number of each step.
+class StepListener : public Object {
+  public:
+    explicit StepListener(std::function<void(int)> new_action) : action(std::move(new_action)) {}
+
+    int eventHandler(const Event *p_event) override {
+        const auto *p_step = dynamic_cast<const EventStep *>(p_event);
+        if (!p_step)
+            return 0;
+        action(p_step->getStepCount());
+        return 1;
+    }
+
+  private:
+    std::function<void(int)> action;
+};
+
+/// The engine without a window, at a clock of the test's own.
+class Game : public test::EngineTest {
+  protected:
+    void TearDown() override {
+        if (game.isStarted())
+            game.shutDown();
+    }
+
+    int start(int log_level = 0, const std::string &config = "") {
+        writeFile("sv-config.txt", "headless:true,\n" + config);
+        prepareLog(log_level);
+        return game.startUp();
+    }
+
+    /// Runs the loop with an action in each step.
+    void run(const std::function<void(int)> &action) {
+        StepListener listener(action);
+        ASSERT_EQ(game.registerInterest(&listener, STEP_EVENT), 0);
+        game.run();
+        EXPECT_EQ(game.unregisterInterest(&listener, STEP_EVENT), 0);
+    }
+
+    void runSteps(int count) {
+        run([&](int step) { game.setGameOver(step + 1 == count); });
+    }
+
+    /// The log's lines that match.
+    static Lines linesLike(const std::string &pattern) {
+        Lines lines = logLines();
+        const std::regex regex(pattern);
+        std::erase_if(lines, [&](const auto &line) { return !std::regex_match(line, regex); });
+        return lines;
+    }
+
+    /// The game manager's own lines about starting and stopping.
+    static Lines ownLines() {
+        return linesLike("\\*\\*.*|GameManager.*|Error.*|\\w+ [Mm]anager (started\\.|stopped)");
+    }
+
+    GameManager &game = GameManager::getInstance();
+    test::ManualTime time;
+};
+
+constexpr char stars[] = "****************************************************";
+
+TEST_F(Game, a_log_reads_like_this) {
+    writeFile("sv-config.txt", "headless:true,");
+    ASSERT_EQ(game.startUp(), 0);
+    runSteps(12);
+    LogManager::getInstance().writeLog("after");
+    runSteps(3);
+    game.shutDown();
+    const std::string row = stars;
+    EXPECT_EQ(logText(), "07:08:09    0 " + row + "\n" +
+                             "07:08:09    0 ** Selvane version 4.18 **\n"
+                             "07:08:09    0 ** Game engine started **\n"
+                             "07:08:09    0 " +
+                             row + "\n" +
+                             "07:08:09   12 after\n"
+                             "07:08:09    3 " +
+                             row + "\n" + "07:08:09    3 ** Game engine stopped **\n");
+}
+
+TEST_F(Game, starts_the_managers_in_order_and_stops_them_in_reverse) {
+    const Lines started{stars,
+                        "** Selvane version 4.18 **",
+                        "** Game engine started **",
+                        stars,
+                        "Log Manager started.",
+                        "GameManager::startUp(): frame time is 40",
+                        "Display manager started.",
+                        "Input manager started.",
+                        "Resource manager started.",
+                        "World manager started.",
+                        "Path manager started.",
+                        "GameManager successfully started."};
+    Lines stopped{"Path manager stopped",     "World manager stopped",   "Resource manager stopped",
+                  "Input manager stopped",    "Display manager stopped", stars,
+                  "** Game engine stopped **"};
+    ASSERT_EQ(start(5, "frame_time:40,\nrandom_seed:-1,\n"), 0);
+    EXPECT_EQ(ownLines(), started);
+    EXPECT_EQ(game.getFrameTime(), 40);
+    EXPECT_FALSE(game.getGameOver());
+    EXPECT_EQ(time.open_timer_periods, 1);
+
+    test::CapturedErrors errors;
+    game.shutDown();
+    EXPECT_EQ(errors.take(), "") << "the log was closed too early";
+    stopped.insert(stopped.begin(), started.begin(), started.end());
+    EXPECT_EQ(ownLines(), stopped);
+    EXPECT_EQ(logLines().back(), "LogManager::shutDown(): successfully stopped.");
+    EXPECT_TRUE(game.getGameOver());
+    EXPECT_EQ(time.open_timer_periods, 0);
+}
+
+TEST_F(Game, prints_configuration_and_working_directory_at_level_1) {
+    ASSERT_EQ(start(1), 0);
+    const Lines lines = logLines();
+    const auto from = std::ranges::find(lines, "Working directory:");
+    ASSERT_NE(from, lines.begin());
+    ASSERT_GE(lines.end() - from, 3);
+    EXPECT_EQ(from[-1], "-----------------------------------");
+    EXPECT_EQ(from[1], "  " + std::filesystem::current_path().string());
+    EXPECT_EQ(from[2], "Log Manager started.");
+}
+
+TEST_F(Game, says_so_when_the_working_directory_is_too_long) {
+    const std::filesystem::path deep = std::string(200, 'x') + "/" + std::string(100, 'y');
+    std::filesystem::create_directories(deep);
+    std::filesystem::current_path(deep);
+    ASSERT_EQ(start(1), 0);
+    EXPECT_EQ(logCount("  (full path too long)"), 1);
+}
+
+TEST_F(Game, networking_starts_between_input_and_resources_and_only_if_configured) {
+    ASSERT_EQ(start(1, "networking:true,"), 0);
+    runSteps(2);
+    game.shutDown();
+    const Lines network_and_neighbours = linesLike("(Input|Network|Resource) manager .*");
+    EXPECT_EQ(
+        network_and_neighbours,
+        (Lines{"Input manager started.", "Network manager started.", "Resource manager started.",
+               "Resource manager stopped", "Network manager stopped", "Input manager stopped"}));
+}
+
+TEST_F(Game, a_second_start_is_refused_and_changes_nothing) {
+    ASSERT_EQ(start(), 0);
+    writeFile("sv-config.txt", "frame_time:50,");
+    const Lines before = logLines();
+    EXPECT_EQ(game.startUp(), -1);
+    Lines after = logLines();
+    ASSERT_EQ(after.size(), before.size() + 1);
+    EXPECT_EQ(after.back(), "GameManager::startup(): Warning! GameManager already started.");
+    EXPECT_TRUE(game.isStarted());
+    EXPECT_EQ(Config::getInstance().getFrameTime(), 33);
+}
+
+TEST_F(Game, a_log_that_cannot_be_opened_fails_the_start) {
+    test::setEnvironment(LOG_FILE_VARIABLE, "missing/x.log");
+    test::CapturedErrors errors;
+    EXPECT_EQ(start(), -1);
+    game.shutDown();
+    EXPECT_EQ(errors.take(),
+              "LogManager::startup(): Warning! Unable to open file 'missing/x.log'.\n"
+              "Error starting log manager!\n" +
+                  std::string(stars) + "\n** Game engine stopped **\n");
+    EXPECT_FALSE(game.isStarted());
+}
+
+TEST_F(Game, a_manager_that_does_not_start_ends_the_start_there) {
+    struct Case {
+        Manager &manager;
+        const char *error;
+    };
+    const Case cases[] = {
+        {DisplayManager::getInstance(), "Error starting display manager!"},
+        {InputManager::getInstance(), "Error starting input manager!"},
+        {NetworkManager::getInstance(), "Error starting network manager!"},
+        {ResourceManager::getInstance(), "Error starting resource manager!"},
+        {WorldManager::getInstance(), "Error starting world manager!"},
+        {PathManager::getInstance(), "Error starting path manager!"},
+    };
+    Config::getInstance().loadConfig("headless:true,networking:true,");
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.error);
+        ASSERT_EQ(c.manager.startUp(), 0); // The second start is the one that fails.
+        EXPECT_EQ(start(), -1);
+        EXPECT_EQ(logLines().back(), c.error);
+        bool up = true;
+        for (const Case &other : cases) {
+            EXPECT_EQ(other.manager.isStarted(), up) << other.error;
+            if (&other == &c)
+                up = false;
+        }
+        EXPECT_FALSE(game.isStarted());
+        game.shutDown();
+        EXPECT_FALSE(c.manager.isStarted());
+    }
+    EXPECT_EQ(start(), 0) << "a failed start cannot be made good";
+}
+
+TEST_F(Game, starts_and_stops_as_often_as_one_likes) {
+    for (int i = 0; i < 3; ++i) {
+        ASSERT_EQ(start(1), 0);
+        EXPECT_EQ(logLines().front(), stars) << "the log does not begin anew";
+        runSteps(2);
+        EXPECT_EQ(game.getStepCount(), 2);
+        game.shutDown();
+        EXPECT_EQ(linesLike(".*already started.*|.*not started.*"), Lines());
+        EXPECT_EQ(time.open_timer_periods, 0);
+    }
+}
+
+TEST_F(Game, seeds_the_random_numbers_as_configured) {
+    const auto three = [] { return std::vector<int>{std::rand(), std::rand(), std::rand()}; };
+    const auto seeded = [&](unsigned seed) {
+        std::srand(seed);
+        return three();
+    };
+    struct Case {
+        const char *config;
+        unsigned seed;
+        Lines said;
+    };
+    const Case cases[] = {
+        {"random_seed:42,", 42, {"GameManager()::startUp(): srand() seed with 42"}},
+        {"random_seed:-2,", 4'294'967'294U, {"GameManager()::startUp(): srand() seed with -2"}},
+        {"random_seed:-1,", 7, {}}, // Goes on with what was seeded before.
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.config);
+        const std::vector<int> expected = seeded(c.seed);
+        std::srand(7);
+        ASSERT_EQ(start(10, c.config), 0);
+        EXPECT_EQ(three(), expected);
+        EXPECT_EQ(linesLike(".*srand.*"), c.said);
+        game.shutDown();
+    }
+}
+
+TEST_F(Game, seed_0_is_the_time_in_seconds) {
+    const std::time_t before = std::time(nullptr);
+    ASSERT_EQ(start(10, "random_seed:0,"), 0);
+    const int number = std::rand();
+    for (std::time_t seed = before; seed <= std::time(nullptr); ++seed) {
+        std::srand(static_cast<unsigned>(seed));
+        if (std::rand() == number &&
+            logCount("GameManager()::startUp(): srand() seed with " + std::to_string(seed)) == 1)
+            return;
+    }
+    FAIL() << logText();
+}
+
+TEST_F(Game, a_refused_timer_resolution_is_a_warning) {
+    for (const int answer : {97, 1, 0}) {
+        time.timer_answer = answer;
+        ASSERT_EQ(start(1), 0);
+        game.shutDown();
+        const Lines expected{
+            "GameManager()::startUp(): Warning!  timeBeginPeriod() cannot accept 1 msec.",
+            "GameManager()::shutDown(): Warning! timeEndPeriod() cannot accept 1 msec."};
+        EXPECT_EQ(linesLike(".*Period.*"), answer == 97 ? expected : Lines()) << answer;
+    }
+}
+
+TEST_F(Game, the_world_begins_as_large_as_the_window) {
+    ASSERT_EQ(start(0, "window_horizontal_chars:70,window_vertical_chars:20,"), 0);
+    const Box window{{0, 0}, 70, 20};
+    const WorldManager &world = WorldManager::getInstance();
+    EXPECT_EQ(world.getBoundary(), window);
+    EXPECT_EQ(world.getView(), window);
+    EXPECT_EQ(world.getViewSlack(), (Vector{0.33333334F, 0.33333334F}));
+}
+
+TEST_F(Game, a_step_is_whole_even_when_the_game_ends_in_it) {
+    ASSERT_EQ(start(1), 0);
+    run([&](int) { game.setGameOver(); });
+    EXPECT_EQ(time.sleeps, std::vector<int>{33});
+    EXPECT_EQ(game.getStepCount(), 1);
+    EXPECT_EQ(linesLike("GameManager::run.*"), (Lines{"GameManager::run(): starting game loop",
+                                                      "GameManager::run(): end of game loop"}));
+}
+
+TEST_F(Game, each_run_begins_at_step_0_with_a_game_that_is_not_over) {
+    ASSERT_EQ(start(), 0);
+    std::vector<int> steps;
+    for (int i = 0; i < 2; ++i) {
+        game.setGameOver();
+        run([&](int step) {
+            steps.push_back(step);
+            EXPECT_EQ(game.getStepCount(), step);
+            EXPECT_FALSE(game.getGameOver());
+            game.setGameOver(step == 2);
+        });
+        EXPECT_EQ(game.getStepCount(), 3);
+        EXPECT_TRUE(game.getGameOver());
+    }
+    EXPECT_EQ(steps, (std::vector<int>{0, 1, 2, 0, 1, 2}));
+}
+
+TEST_F(Game, steps_follow_each_other_at_the_frame_time) {
+    ASSERT_EQ(start(), 0);
+    std::vector<long long> begins;
+    time.now_ms = 100;
+    run([&](int step) {
+        begins.push_back(time.now_ms);
+        time.oversleep_ms = step == 1 ? 5 : 0;
+        time.now_ms += step == 4 ? 50 : 10;
+        game.setGameOver(step == 5);
+    });
+    EXPECT_EQ(begins, (std::vector<long long>{100, 133, 171, 199, 232, 282}));
+    EXPECT_EQ(linesLike("GameManager.*"),
+              Lines{"GameManager::run(): Can't keep up! frame_time 33 ms, split 50 ms"});
+}
+
+TEST_F(Game, a_frame_time_of_0_never_sleeps) {
+    ASSERT_EQ(start(0, "frame_time:0,"), 0);
+    const std::size_t before = logLines().size();
+    run([&](int step) {
+        time.now_ms += 50;
+        game.setGameOver(step == 3);
+    });
+    EXPECT_EQ(time.sleeps, std::vector<int>());
+    EXPECT_EQ(logLines().size(), before);
+}
+
+TEST_F(Game, delivers_the_step_event_alone) {
+    StepListener listener([](int) {});
+    prepareLog();
+    EXPECT_EQ(game.registerInterest(&listener, STEP_EVENT), 0);
+    for (const char *type : {"sv-step ", "sv-keyboard", "sv-collision", "sv-undefined", ""})
+        EXPECT_EQ(game.registerInterest(&listener, type), -1) << type;
+    game.unregisterInterest(&listener, STEP_EVENT);
+}
+
+TEST_F(Game, a_process_may_end_with_everything_started) {
+    testing::GTEST_FLAG(death_test_style) = "fast";
+    EXPECT_EXIT(
+        {
+            if (start(1) != 0)
+                std::exit(2);
+            LogManager::getInstance().setFlush(false);
+            runSteps(2);
+            std::exit(0);
+        },
+        testing::ExitedWithCode(0), "");
+    EXPECT_EQ(logCount("GameManager::run(): end of game loop"), 1) << "the log lost its end";
+}
+
+} // namespace
+
+} // namespace sv
