@@ -1,21 +1,66 @@
-/// Owns the sprites, sounds and music of a game, each found by a label. Nothing can be loaded yet.
+/// Owns every sprite, sound and music track of a game, each found by its label. All are loaded at
+/// the beginning and stay until the manager stops; nothing is removed before.
 ///
-/// Game-loop thread only.
+/// Labels may repeat: the first one loaded is the one found. Game-loop thread only.
 #pragma once
 
 #include "core/Manager.h"
+#include "resources/Music.h"
+#include "resources/Sound.h"
+#include "resources/Sprite.h"
+
+#include <array>
+#include <memory>
+#include <string>
+#include <vector>
 
 namespace sv {
+
+/// How much one manager holds.
+inline constexpr int MAX_SPRITES = 1000;
+inline constexpr int MAX_SOUNDS = 100;
+inline constexpr int MAX_MUSICS = 50;
 
 class ResourceManager : public Manager {
   public:
     static ResourceManager &getInstance();
 
+    /// Begins with empty stores.
     int startUp() override;
+
+    /// Deletes the sprites and stops the sounds, and as many tracks as there are sounds. Sounds
+    /// and tracks can still be found.
     void shutDown() override;
+
+    /// Loads a sprite from a text file of either format and owns it under `label`. 0, or -1 with
+    /// the reason in the log.
+    ///
+    /// Throws std::out_of_range for one kind of broken file, a robust one with a line that is a
+    /// key and nothing more; nothing is loaded then.
+    int loadSprite(const std::string &filename, const std::string &label);
+
+    /// Loads a sound from a file of any format that the media library reads. 0, or -1 with the
+    /// reason in the log.
+    int loadSound(const std::string &filename, const std::string &label);
+
+    /// Opens a music track, as loadSound. The label must not be empty.
+    int loadMusic(const std::string &filename, const std::string &label);
+
+    /// What was loaded first under exactly that label, or null. The manager keeps it.
+    Sprite *getSprite(const std::string &label) const;
+    Sound *getSound(const std::string &label);
+    Music *getMusic(const std::string &label);
 
   private:
     ResourceManager();
+
+    int refuseUnstarted() const;
+
+    std::vector<std::unique_ptr<Sprite>> sprites;
+    std::array<Sound, MAX_SOUNDS> sounds;
+    std::array<Music, MAX_MUSICS> music;
+    int sound_count = 0;
+    int music_count = 0;
 };
 
 } // namespace sv

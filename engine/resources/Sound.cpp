@@ -1,0 +1,85 @@
+#include "resources/Sound.h"
+
+#include "core/LogManager.h"
+#include "resources/LibraryMessages.h"
+#include "resources/audioDevice.h"
+
+#include <SFML/Audio/InputSoundFile.hpp>
+#include <SFML/Audio/Sound.hpp>
+#include <SFML/Audio/SoundBuffer.hpp>
+
+#include <array>
+#include <vector>
+
+namespace sv {
+
+namespace {
+
+struct Samples {
+    std::vector<sf::Int16> values; // Of all channels in turn.
+    unsigned channels = 0;
+    unsigned per_second = 0;
+};
+
+/// False if the file is none that can be decoded, or holds less than it claims. Takes memory for
+/// what is there, where the library would take it for what is claimed.
+bool decode(const std::string &filename, Samples &samples) {
+    sf::InputSoundFile file;
+    if (!file.openFromFile(filename))
+        return false;
+    samples.channels = file.getChannelCount();
+    samples.per_second = file.getSampleRate();
+    std::array<sf::Int16, 16384> piece{};
+    while (const auto count = static_cast<std::ptrdiff_t>(file.read(piece.data(), piece.size())))
+        samples.values.insert(samples.values.end(), piece.begin(), piece.begin() + count);
+    return !samples.values.empty() && samples.values.size() == file.getSampleCount();
+}
+
+} // namespace
+
+/// The voice goes before the samples that it plays.
+struct Sound::Voice {
+    sf::SoundBuffer sound_buffer;
+    sf::Sound sound;
+};
+
+Sound::Sound() = default;
+Sound::~Sound() = default;
+
+int Sound::loadSound(const std::string &filename) {
+    voice.reset();
+    const bool has_device = hasAudioDevice();
+    const LibraryMessages messages;
+    Samples samples;
+    if (!decode(filename, samples))
+        return -1;
+    if (!has_device)
+        return 0;
+    auto loaded = std::make_unique<Voice>();
+    if (!loaded->sound_buffer.loadFromSamples(samples.values.data(), samples.values.size(),
+                                              samples.channels, samples.per_second))
+        return -1;
+    loaded->sound.setBuffer(loaded->sound_buffer);
+    voice = std::move(loaded);
+    return 0;
+}
+
+void Sound::play(bool loop) {
+    LogManager::getInstance().writeLog(5, "Sound::play(): Playing sound.");
+    if (!voice)
+        return;
+    voice->sound.play();
+    voice->sound.setLoop(loop);
+}
+
+void Sound::stop() {
+    if (voice)
+        voice->sound.stop();
+}
+
+void play(Sound *p_sound, bool loop) {
+    if (p_sound != nullptr)
+        p_sound->play(loop);
+}
+
+} // namespace sv

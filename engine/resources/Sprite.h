@@ -1,0 +1,77 @@
+/// A labelled sequence of frames of one size and colour, shared by every object that shows it.
+///
+/// Whoever makes a sprite owns it and keeps it alive for as long as an animation shows it: the
+/// resource manager does so for those that it loads, until it stops. Game-loop thread only.
+#pragma once
+
+#include "core/Color.h"
+#include "core/Vector.h"
+#include "resources/Frame.h"
+#include "resources/label.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace sv {
+
+/// The most frames that a sprite has room for. A file's word for how many it holds is no reason to
+/// take memory that the file cannot fill.
+inline constexpr int MAX_FRAMES = 1'000'000;
+
+class Sprite {
+  public:
+    /// Has room for that many frames, 0 to MAX_FRAMES. Where that cannot be had it says so in the
+    /// log and has room for none.
+    explicit Sprite(int new_max_frame_count);
+
+    Sprite(const Sprite &) = delete;
+    Sprite &operator=(const Sprite &) = delete;
+
+    /// Appends a copy; 0, or -1 if there is no room.
+    int addFrame(const Frame &new_frame);
+
+    /// The frame at `index`, or the empty frame if there is none.
+    Frame getFrame(int index) const;
+
+    int getFrameCount() const { return static_cast<int>(frame.size()); }
+    int getMaxFrameCount() const { return max_frame_count; }
+
+    /// Draws one frame with its centre at `position`, in the sprite's colour. 0, also where there
+    /// is no such frame and nothing is drawn; -1 if the display refuses.
+    int draw(int frame_index, Vector position, char transparency_char) const;
+
+    /// The size of a frame, in characters and in rows. Default 0.
+    int getWidth() const { return width; }
+    void setWidth(int new_width) { width = new_width; }
+    int getHeight() const { return height; }
+    void setHeight(int new_height) { height = new_height; }
+
+    Color getColor() const { return color; }
+    void setColor(Color new_color) { color = new_color; }
+
+    /// Drawn steps for each frame; 0 does what 1 does. Default 1.
+    int getSlowdown() const { return slowdown; }
+    void setSlowdown(int new_slowdown) { slowdown = new_slowdown; }
+
+    /// The character that is not drawn, or NO_TRANSPARENCY.
+    char getTransparency() const { return transparency; }
+    void setTransparency(char new_transparency) { transparency = new_transparency; }
+
+    const std::string &getLabel() const { return label; }
+    void setLabel(std::string new_label) { label = std::move(new_label); }
+
+  private:
+    const Frame *findFrame(int index) const;
+
+    int width = 0;
+    int height = 0;
+    int max_frame_count;
+    Color color = COLOR_DEFAULT;
+    int slowdown = 1;
+    char transparency = NO_TRANSPARENCY;
+    std::vector<Frame> frame; // Never grows past the room taken at the beginning.
+    std::string label = UNDEFINED_LABEL;
+};
+
+} // namespace sv

@@ -1,0 +1,158 @@
+#include "resources/spriteReading.h"
+
+#include "core/LogManager.h"
+#include "core/text.h"
+
+#include <array>
+
+namespace sv {
+
+int line_number = 0;
+
+namespace {
+
+constexpr char frame_end[] = "end";
+constexpr int no_value = -1;
+
+bool beginsWith(const std::string &line, const std::string &token) {
+    return line.compare(0, token.size(), token) == 0;
+}
+
+/// Takes the lines that begin with `token` out of the list and hands what follows each to `use`,
+/// in their order.
+template<typename Use>
+void takeMatches(Lines &lines, const std::string &token, Use use) {
+    std::erase_if(lines, [&](const std::string &line) {
+        if (!beginsWith(line, token))
+            return false;
+        // Throws if the line ends with the key, as the header says.
+        use(line, line.substr(token.size() + 1));
+        return true;
+    });
+}
+
+/// The rows of a frame, all with the right length, taken out of the list. False, with log lines,
+/// if they are not there. `line` counts along; it is raised before each row, so that a row is
+/// named one line late. Logs are compared by these numbers, so they stay.
+bool takeRows(Lines &lines, int width, int height, int &line, std::string &rows) {
+    LogManager &log = LogManager::getInstance();
+    for (int row = 0; row < height; ++row) {
+        ++line;
+        if (lines.empty()) {
+            log.writeLog("\tError! Line %d: No more frame data before 'end'.", line + 1);
+            return false;
+        }
+        const std::string &text = lines.front();
+        log.writeLog(20, "\tLine %2d: '%s'", line, text.c_str());
+        const auto length = static_cast<int>(text.size());
+        if (length != width) {
+            log.writeLog("\tError! Line %d: Line length is %d (frame width is %d).", line, length,
+                         width);
+            log.writeLog("\tLine %d: '%s'", line, text.c_str());
+            return false;
+        }
+        rows += text;
+        lines.pop_front();
+    }
+    return true;
+}
+
+/// Takes the line that ends a frame; false, with log lines, if another or none stands there.
+bool takeFrameEnd(Lines &lines, int line) {
+    LogManager &log = LogManager::getInstance();
+    if (lines.empty()) {
+        log.writeLog("\tError! Line %d: No more frame data before 'end'.", line + 1);
+        return false;
+    }
+    if (lines.front() != frame_end) {
+        // The file has been read further than the frame: this number is that of its section's end.
+        log.writeLog("\tError! Line %d: Expected '%s'.", line_number, frame_end);
+        log.writeLog("\tLine %d: '%s'", line + 1, lines.front().c_str());
+        return false;
+    }
+    lines.pop_front();
+    return true;
+}
+
+} // namespace
+
+std::string getLine(std::istream &file, bool count_line) {
+    // Kept from call to call, so that a line costs no more than its length. The last character is
+    // for the terminating zero.
+    static std::array<char, MAX_LINE_LENGTH + 1> buffer{};
+    file.getline(buffer.data(), buffer.size());
+    if (!file) {
+        LogManager::getInstance().writeLog("getLine(): Error! Unexpected end of file.");
+        return "";
+    }
+    // The line's end was taken too, except at the end of the file.
+    const auto taken = static_cast<std::size_t>(file.gcount());
+    std::string line(buffer.data(), file.eof() ? taken : taken - 1);
+    if (!line.empty() && line.back() == '\r')
+        line.pop_back();
+    if (count_line)
+        ++line_number;
+    return line;
+}
+
+Lines readData(std::istream &file, const std::string &delimiter) {
+    const std::string opening = "<" + delimiter + ">";
+    const std::string closing = "</" + delimiter + ">";
+    LogManager &log = LogManager::getInstance();
+    const std::string first = getLine(file, true);
+    if (first != opening) {
+        log.writeLog("readData(): Error line %d! Expected '%s', have '%s'.", line_number,
+                     opening.c_str(), first.c_str());
+        return {};
+    }
+    Lines lines;
+    for (std::string line = getLine(file, true); line != closing; line = getLine(file, true)) {
+        if (line.empty()) {
+            log.writeLog("readData(): Error! Never encountered '%s'.", closing.c_str());
+            return {};
+        }
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+int matchLineInt(Lines *p_lines, const char *token) {
+    int found = no_value;
+    takeMatches(*p_lines, token, [&](const std::string &line, const std::string &value) {
+        if (found != no_value)
+            LogManager::getInstance().writeLog(
+                1, "matchLineInt(): Warning! '%s' matches multiple lines.", line.c_str());
+        found = parseInt(value);
+    });
+    return found;
+}
+
+std::string matchLineStr(Lines *p_lines, const char *token) {
+    std::string found;
+    takeMatches(*p_lines, token, [&](const std::string &line, const std::string &value) {
+        if (!found.empty())
+            LogManager::getInstance().writeLog(
+                1, "matchLineStr(): Warning! '%s' matches multiple lines.", line.c_str());
+        found = value;
+    });
+    return found;
+}
+
+Frame readFrame(Lines *p_lines, int width, int height, int first_line) {
+    std::string rows;
+    int line = first_line;
+    if (!takeRows(*p_lines, width, height, line, rows) || !takeFrameEnd(*p_lines, line))
+        return {};
+    return {width, height, rows};
+}
+
+std::optional<Color> colorFromName(const std::string &name) {
+    constexpr std::array<const char *, 8> names{"black", "red",     "green", "yellow",
+                                                "blue",  "magenta", "cyan",  "white"};
+    for (std::size_t i = 0; i < names.size(); ++i)
+        if (name == names[i])
+            return static_cast<Color>(i);
+    return std::nullopt;
+}
+
+} // namespace sv

@@ -1,0 +1,195 @@
+#include "core/LogManager.h"
+#include "resources/ResourceManager.h"
+
+#include "support/EngineTest.h"
+#include "support/environment.h"
+#include "support/waveFile.h"
+
+#include <SFML/System/Err.hpp>
+
+namespace {
+
+using test::EngineTest;
+
+class Resources : public EngineTest {
+  protected:
+    Resources() {
+        // OpenAL plays to nowhere, whatever this machine can do.
+        test::setEnvironment("ALSOFT_DRIVERS", "null");
+        startLog();
+        resources.startUp();
+        writeFile("spr.txt", "1\n1\n1\n0\nred\na\n");
+        writeFile("spr2.txt", "1\n1\n1\n0\nblue\nb\n");
+        writeFile("beep.wav", test::waveFile({1000, -1000, 1000, -1000}));
+    }
+
+    static std::string lastLine() { return logLines().back(); }
+
+    sv::ResourceManager &resources = sv::ResourceManager::getInstance();
+};
+
+} // namespace
+
+TEST_F(Resources, the_first_of_two_with_one_label_is_found_and_labels_are_exact) {
+    EXPECT_EQ(resources.loadSprite("spr.txt", "it"), 0);
+    EXPECT_EQ(resources.loadSprite("spr2.txt", "it"), 0);
+    EXPECT_EQ(resources.getSprite("it")->getColor(), sv::RED);
+    EXPECT_EQ(resources.loadSound("beep.wav", "it"), 0);
+    EXPECT_EQ(resources.loadSound("beep.wav", "it"), 0);
+    EXPECT_EQ(resources.loadSound("beep.wav", ""), 0);
+    EXPECT_EQ(resources.loadMusic("beep.wav", "it"), 0);
+    EXPECT_NE(resources.getSound("it"), nullptr);
+    EXPECT_NE(resources.getSound(""), nullptr);
+    EXPECT_NE(resources.getMusic("it"), nullptr);
+
+    for (const std::string label : {"It", "it ", "i", "[Undefined]"}) {
+        EXPECT_EQ(resources.getSprite(label), nullptr);
+        EXPECT_EQ(lastLine(), "RM::getSprite(): Warning! Sprite '" + label + "' not found.");
+        EXPECT_EQ(resources.getSound(label), nullptr);
+        EXPECT_EQ(lastLine(), "RM::getSound(): Warning! Sound '" + label + "' not found.");
+        EXPECT_EQ(resources.getMusic(label), nullptr);
+        EXPECT_EQ(lastLine(), "RM::getMusic(): Warning! Music '" + label + "' not found.");
+    }
+}
+
+TEST_F(Resources, a_file_that_cannot_be_read_is_refused_and_takes_no_place) {
+    writeFile("noise.wav", "this is no sound");
+    writeFile("cut.wav", test::waveFile({1, 2, 3, 4}).substr(0, 48));
+    for (const std::string file : {"missing/x", "noise.wav", "cut.wav"}) {
+        EXPECT_EQ(resources.loadSound(file, "s"), -1);
+        EXPECT_EQ(lastLine(),
+                  "RM::loadSound(): Error! Cannot load sound from file '" + file + "'.");
+    }
+    for (const std::string file : {"missing/x", "noise.wav"}) {
+        EXPECT_EQ(resources.loadMusic(file, "m"), -1);
+        EXPECT_EQ(lastLine(),
+                  "RM::loadmusic(): Error! Cannot load music from file '" + file + "'.");
+    }
+    EXPECT_EQ(resources.loadMusic("beep.wav", ""), -1);
+    EXPECT_EQ(lastLine(), "RM::loadMusic(): Error! Must provide label for music.");
+    EXPECT_EQ(resources.loadSprite("missing/x", "p"), -1);
+    EXPECT_EQ(lastLine(), "RM::loadSprite(): Sprite 'p' not loaded.");
+    EXPECT_EQ(logCount("RM::loadSprite(): Error! Cannot open file 'missing/x'."), 1);
+    EXPECT_EQ(resources.getSound("s"), nullptr);
+
+    EXPECT_EQ(resources.loadSound("beep.wav", "s"), 0);
+    EXPECT_EQ(resources.loadMusic("beep.wav", "m"), 0);
+    EXPECT_NE(resources.getSound("s"), nullptr);
+    EXPECT_NE(resources.getMusic("m"), nullptr);
+}
+
+TEST_F(Resources, what_the_media_library_says_about_a_file_is_in_the_log) {
+    test::CapturedErrors errors;
+    resources.loadSound("missing.wav", "s");
+    resources.loadMusic("missing.ogg", "m");
+    const std::string text = logText();
+    for (const std::string file : {"missing.wav", "missing.ogg"}) {
+        const auto library = text.find("SFML: Failed to open sound file \"" + file + "\"");
+        EXPECT_NE(library, std::string::npos) << text;
+        EXPECT_LT(library, text.find("from file '" + file + "'")) << "the reason comes first";
+    }
+    sf::err() << "said at another time" << std::endl;
+    EXPECT_EQ(logText(), text);
+    const std::string on_screen = errors.take();
+    EXPECT_EQ(on_screen.find("missing"), std::string::npos);
+    EXPECT_NE(on_screen.find("said at another time"), std::string::npos);
+}
+
+TEST_F(Resources, each_store_has_its_limit) {
+    for (int i = 0; i < 1000; ++i)
+        ASSERT_EQ(resources.loadSprite("spr.txt", std::to_string(i)), 0);
+    EXPECT_EQ(resources.loadSprite("spr.txt", "more"), -1);
+    const auto lines = logLines();
+    ASSERT_GE(lines.size(), 2U);
+    EXPECT_EQ(lines[lines.size() - 2],
+              "RM::loadRobustSprite(): Error! Cannot add more Sprites (max is 1000).");
+    EXPECT_EQ(lines.back(), "RM::loadRobustSprite(): Sprite 'more' not loaded.");
+
+    for (int i = 0; i < 100; ++i)
+        ASSERT_EQ(resources.loadSound("beep.wav", std::to_string(i)), 0);
+    EXPECT_EQ(resources.loadSound("beep.wav", "more"), -1);
+    EXPECT_EQ(lastLine(), "RM::loadSound(): Error! Unable to add more sounds (max is 100).");
+
+    for (int i = 0; i < 50; ++i)
+        ASSERT_EQ(resources.loadMusic("beep.wav", std::to_string(i)), 0);
+    EXPECT_EQ(resources.loadMusic("beep.wav", "more"), -1);
+    EXPECT_EQ(lastLine(), "RM::loadMusic(): Error! Unable to add more musics (max is 50).");
+
+    EXPECT_NE(resources.getSprite("999"), nullptr);
+    EXPECT_NE(resources.getSound("99"), nullptr);
+    EXPECT_NE(resources.getMusic("49"), nullptr);
+}
+
+TEST_F(Resources, as_many_tracks_are_stopped_as_there_are_sounds) {
+    const struct {
+        int sounds;
+        int stopped_tracks;
+    } cases[] = {{0, 0}, {1, 1}, {3, 3}, {49, 49}, {50, 50}, {51, 50}, {100, 50}};
+    for (const auto &c : cases) {
+        resources.loadMusic("beep.wav", "a");
+        resources.loadMusic("beep.wav", "b");
+        for (int i = 0; i < c.sounds; ++i)
+            resources.loadSound("beep.wav", "s");
+        sv::LogManager::getInstance().setLogLevel(5);
+        const int before = logCount("Music::stop(): Stopping music.");
+        resources.shutDown();
+        EXPECT_EQ(logCount("Music::stop(): Stopping music.") - before, c.stopped_tracks)
+            << c.sounds << " sounds";
+        sv::LogManager::getInstance().setLogLevel(0);
+        resources.startUp();
+    }
+}
+
+TEST_F(Resources, is_empty_after_a_stop_and_a_start_and_loads_nothing_in_between) {
+    for (int round = 0; round < 20; ++round) {
+        EXPECT_EQ(resources.startUp(), -1) << "started already";
+        resources.loadSprite("spr.txt", "it");
+        resources.loadSound("beep.wav", "it");
+        resources.loadMusic("beep.wav", "it");
+        resources.getSound("it")->play(true);
+        resources.getMusic("it")->play(true);
+        resources.shutDown();
+
+        EXPECT_EQ(resources.getSprite("it"), nullptr) << "sprites go with the stop";
+        EXPECT_NE(resources.getSound("it"), nullptr) << "sounds stay";
+        EXPECT_NE(resources.getMusic("it"), nullptr) << "tracks stay";
+        EXPECT_EQ(resources.loadSprite("spr.txt", "it"), -1);
+        EXPECT_EQ(resources.loadSound("beep.wav", "it"), -1);
+        EXPECT_EQ(resources.loadMusic("beep.wav", "it"), -1);
+        EXPECT_EQ(lastLine(), "ResourceManager not started!");
+
+        EXPECT_EQ(resources.startUp(), 0);
+        EXPECT_EQ(resources.getSound("it"), nullptr);
+        EXPECT_EQ(resources.getMusic("it"), nullptr);
+    }
+    EXPECT_EQ(logCount("ResourceManager not started!"), 60);
+    EXPECT_EQ(logCount("ResourceManager::startup(): Warning! ResourceManager already started."),
+              20);
+}
+
+TEST_F(Resources, each_step_is_told_at_its_level) {
+    resources.shutDown();
+    sv::LogManager::getInstance().setLogLevel(5);
+    const auto before = static_cast<std::ptrdiff_t>(logLines().size());
+    resources.startUp();
+    resources.loadSound("beep.wav", "s");
+    resources.loadMusic("beep.wav", "m");
+    resources.getSound("s")->play();
+    resources.getSound("s")->stop();
+    resources.getMusic("m")->play(true);
+    resources.shutDown();
+    const auto lines = logLines();
+    EXPECT_EQ(std::vector<std::string>(lines.begin() + before, lines.end()),
+              (std::vector<std::string>{
+                  "RM::startUp(): successfully started.",
+                  "RM::loadSound(): Sound 's' successfully loaded.",
+                  "RM::loadMusic(): Music 'm' successfully loaded.",
+                  "RM::getSound(): Looking for sound 's'.",
+                  "Sound::play(): Playing sound.",
+                  "RM::getSound(): Looking for sound 's'.",
+                  "RM::getMusic(): Looking for music 'm'.",
+                  "Music::play(): Playing music.",
+                  "Music::stop(): Stopping music.",
+                  "RM::shutDown(): successfully stopped.",
+              }));
+}

@@ -1,0 +1,181 @@
+#include "core/LogManager.h"
+#include "resources/Music.h"
+#include "resources/Sound.h"
+#include "support/EngineTest.h"
+#include "support/environment.h"
+#include "support/waveFile.h"
+
+#include <algorithm>
+#include <chrono>
+#include <fstream>
+#include <functional>
+#include <thread>
+
+namespace {
+
+using test::EngineTest;
+
+constexpr int samples_per_second = 8000;
+constexpr double beep_seconds = 0.1;
+// The library reads three seconds of a track before it can know that it is to be played in a loop.
+constexpr int track_seconds = 4;
+
+class Audio : public EngineTest {
+  protected:
+    Audio() {
+        startLog();
+        auto samples = beep(beep_seconds);
+        writeFile("beep.wav", test::waveFile(samples, samples_per_second));
+        samples.resize(track_seconds * samples_per_second);
+        writeFile("track.wav", test::waveFile(samples, samples_per_second));
+    }
+
+    static std::vector<std::int16_t> beep(double seconds) {
+        std::vector<std::int16_t> values(static_cast<std::size_t>(seconds * samples_per_second));
+        for (std::size_t i = 0; i < values.size(); ++i)
+            values[i] = i % 2 == 0 ? 9000 : -9000;
+        return values;
+    }
+
+    /// OpenAL, by a person's settings, writes what it plays to a file.
+    static void playIntoFile() {
+        writeFile("alsoft.conf", "[general]\ndrivers = wave\n[wave]\nfile = played.wav\n");
+        test::setEnvironment("ALSOFT_CONF", "alsoft.conf");
+    }
+
+    static bool waitUntil(const std::function<bool()> &is_so) {
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+        while (!is_so() && std::chrono::steady_clock::now() < deadline)
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        return is_so();
+    }
+
+    /// Waits until that many more seconds were played, silence included.
+    static bool waitForPlayed(double seconds) {
+        const double wanted = lengthOf(played()) + seconds;
+        return waitUntil([&] { return lengthOf(played()) >= wanted; });
+    }
+
+    static bool waitForHeard(double seconds) {
+        return waitUntil([&] { return heard() >= seconds; });
+    }
+
+    /// The file as stereo floats, its header included: too short to matter.
+    static std::vector<float> played() {
+        std::ifstream file("played.wav", std::ios::binary);
+        std::vector<float> values;
+        for (float value = 0; file.read(reinterpret_cast<char *>(&value), sizeof value);)
+            values.push_back(value);
+        return values;
+    }
+
+    static double lengthOf(const std::vector<float> &values) {
+        return static_cast<double>(values.size()) / (2.0 * 44100);
+    }
+
+    /// Seconds of what was played that are not silence.
+    static double heard() {
+        auto values = played();
+        std::erase(values, 0.0F);
+        return lengthOf(values);
+    }
+
+    static std::ptrdiff_t linesOf(const std::string &text) {
+        return std::count(text.begin(), text.end(), '\n');
+    }
+};
+
+constexpr char no_device[] =
+    "hasAudioDevice(): Note! No audio device can be opened. Sounds and music stay silent.";
+} // namespace
+
+TEST_F(Audio, a_machine_without_a_device_is_told_once_and_stays_silent) {
+    test::setEnvironment("ALSOFT_DRIVERS", "there-is-none");
+    test::CapturedErrors errors;
+    {
+        std::vector<sv::Sound> sounds(100);
+        std::vector<sv::Music> tracks(50);
+        for (sv::Sound &sound : sounds)
+            ASSERT_EQ(sound.loadSound("beep.wav"), 0);
+        for (sv::Music &track : tracks)
+            ASSERT_EQ(track.loadMusic("beep.wav"), 0);
+        for (sv::Sound &sound : sounds)
+            sound.play(true);
+        for (sv::Music &track : tracks)
+            track.play(true);
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        sounds[0].stop();
+        tracks[0].stop();
+        EXPECT_EQ(sounds[0].loadSound("missing.wav"), -1);
+        EXPECT_EQ(tracks[0].loadMusic("missing.wav"), -1);
+    }
+    EXPECT_LT(linesOf(errors.take()), 20);
+    EXPECT_EQ(logCount(no_device), 1);
+}
+
+TEST_F(Audio, a_persons_own_openal_settings_say_where_it_plays) {
+    playIntoFile();
+    const struct {
+        const char *what;
+        bool is_music;
+        bool loop;
+        double seconds; // That are heard at least.
+    } cases[] = {
+        {"a sound", false, false, 0.9 * beep_seconds},
+        {"a sound in a loop", false, true, 3.5 * beep_seconds},
+        {"music", true, false, 0.9 * beep_seconds},
+        {"music in a loop", true, true, 1.6 * beep_seconds},
+    };
+    for (const auto &c : cases) {
+        sv::Sound sound;
+        sv::Music music;
+        ASSERT_EQ(sound.loadSound("beep.wav"), 0);
+        ASSERT_EQ(music.loadMusic("track.wav"), 0);
+        ASSERT_TRUE(waitForPlayed(0.05));
+        if (c.is_music)
+            play(&music, c.loop);
+        else
+            play(&sound, c.loop);
+        EXPECT_TRUE(waitForHeard(c.seconds)) << c.what;
+        ASSERT_TRUE(waitForPlayed(2 * beep_seconds));
+        EXPECT_EQ(heard() > 1.5 * beep_seconds, c.loop) << c.what;
+    }
+    EXPECT_EQ(logCount(no_device), 0);
+}
+
+TEST_F(Audio, what_is_stopped_is_heard_no_more) {
+    playIntoFile();
+    writeFile("long.wav", test::waveFile(beep(track_seconds), samples_per_second));
+    sv::Sound sound;
+    sv::Music music;
+    ASSERT_EQ(sound.loadSound("beep.wav"), 0);
+    ASSERT_EQ(music.loadMusic("long.wav"), 0);
+    sound.play(true);
+    music.play(true);
+    ASSERT_TRUE(waitForHeard(2 * beep_seconds));
+    sound.stop();
+    stop(&music);
+    ASSERT_TRUE(waitForPlayed(0.2)); // What was on its way at the stop.
+    const double before = heard();
+    ASSERT_TRUE(waitForPlayed(0.5));
+    EXPECT_EQ(heard(), before);
+}
+
+TEST_F(Audio, an_unknown_label_plays_nothing) {
+    sv::LogManager::getInstance().setLogLevel(5);
+    const auto before = logLines();
+    sv::Sound *const no_sound = nullptr;
+    sv::Music *const no_music = nullptr;
+    sv::play(no_sound);
+    sv::play(no_music, true);
+    sv::stop(no_music);
+    EXPECT_EQ(logLines(), before);
+
+    sv::Sound never_loaded;
+    sv::Music never_opened;
+    never_loaded.play(true);
+    never_loaded.stop();
+    never_opened.play(true);
+    never_opened.stop();
+    EXPECT_EQ(logLines().size(), before.size() + 4 - 1) << "a sound's stop says nothing";
+}
