@@ -13,6 +13,8 @@ constexpr int steps_to_run = 90;
 
 class StepCounter : public sv::Object {
   public:
+    StepCounter() { registerInterest(sv::STEP_EVENT); }
+
     int eventHandler(const sv::Event *p_event) override {
         if (p_event->getType() != sv::STEP_EVENT)
             return 0;
@@ -34,10 +36,8 @@ int main() {
     }
     sv::LogManager::getInstance().setFlush(true);
 
-    StepCounter counter;
-    game.registerInterest(&counter, sv::STEP_EVENT);
+    new StepCounter; // The world owns it from here.
     game.run();
-    game.unregisterInterest(&counter, sv::STEP_EVENT);
     std::printf("The engine ran %d steps of %d ms. Its log is selvane.log.\n", game.getStepCount(),
                 game.getFrameTime());
     game.shutDown();

@@ -1,14 +1,309 @@
 #include "world/Object.h"
 
+#include "core/Event.h"
+#include "core/LogManager.h"
+#include "input/InputManager.h"
+#include "loop/GameManager.h"
+#include "network/NetworkManager.h"
+#include "path/PathManager.h"
+#include "resources/ResourceManager.h"
+#include "world/EventPath.h"
+#include "world/SceneGraph.h"
+#include "world/WorldManager.h"
+
+#include <algorithm>
+#include <limits>
+
 namespace sv {
 
-int Object::eventHandler(const Event * /*p_event*/) {
-    return 0;
+namespace {
+
+int next_id = 1;
+
+int takeNextId() {
+    const int id = next_id;
+    if (next_id < std::numeric_limits<int>::max())
+        ++next_id;
+    return id;
+}
+
+SceneGraph &sceneGraph() {
+    return WorldManager::getInstance().getSceneGraph();
+}
+
+/// The manager that delivers events of that type.
+Manager &managerOf(const std::string &event_type) {
+    if (event_type == KEYBOARD_EVENT || event_type == MOUSE_EVENT)
+        return InputManager::getInstance();
+    if (event_type == STEP_EVENT)
+        return GameManager::getInstance();
+    if (event_type == NETWORK_EVENT || event_type == KEYBOARD_NETWORK_EVENT ||
+        event_type == MOUSE_NETWORK_EVENT || event_type == CUSTOM_NETWORK_EVENT)
+        return NetworkManager::getInstance();
+    return WorldManager::getInstance();
+}
+
+} // namespace
+
+Object::Object() : id(takeNextId()) {
+    shape.setType(UNDEFINED_SHAPE);
+    WorldManager::getInstance().insertObject(this);
+}
+
+Object::~Object() {
+    while (!event_name.empty()) {
+        const std::string last = event_name.back();
+        if (unregisterInterest(last) != 0)
+            event_name.pop_back();
+    }
+    dropPathFind();
+    WorldManager::getInstance().removeObject(this);
+}
+
+int Object::eventHandler(const Event *p_event) {
+    if (p_event->getType() != PATH_EVENT)
+        return 0;
+    const auto *p_path_event = dynamic_cast<const EventPath *>(p_event);
+    if (!p_path_event) {
+        LogManager::getInstance().writeLog(
+            "Object::eventHandler(): Error! Dynamic cast to EventPath failed.");
+        return 0;
+    }
+    if (p_path_event->getStatus() == PATH_FOUND) {
+        setPath(p_path_event->getPath());
+        setFollowPath(true);
+    }
+    dropPathFind();
+    return 1;
+}
+
+int Object::draw() {
+    const int result = animation.draw(position);
+    if (shape.getType() != UNDEFINED_SHAPE)
+        shape.draw(position);
+    return result;
+}
+
+bool Object::isModified() const {
+    return modified.any() || animation.isModified();
+}
+
+bool Object::isModified(Attribute attribute) const {
+    return modified.test(static_cast<std::size_t>(attribute)) ||
+           (attribute == Attribute::ANIMATION && animation.isModified());
+}
+
+void Object::setId(int new_id) {
+    if (new_id == id)
+        return;
+    id = new_id;
+    if (new_id >= next_id) {
+        next_id = new_id;
+        takeNextId();
+    }
+    setModified(Attribute::ID);
+}
+
+void Object::setType(const std::string &new_type) {
+    // Stored whatever the scene graph says: an inactive object is not filed by its type, and must
+    // be able to change it.
+    sceneGraph().updateType(this, new_type);
+    type = new_type;
+    setModified(Attribute::TYPE);
 }
 
 int Object::setActive(bool new_is_active) {
+    if (new_is_active == is_active)
+        return 0;
+    if (sceneGraph().updateActive(this, new_is_active) != 0)
+        return -1;
     is_active = new_is_active;
+    setModified(Attribute::ACTIVE);
     return 0;
+}
+
+int Object::setVisible(bool new_is_visible) {
+    if (new_is_visible == is_visible)
+        return 0;
+    if (sceneGraph().updateVisible(this, new_is_visible) != 0)
+        return -1;
+    is_visible = new_is_visible;
+    setModified(Attribute::VISIBLE);
+    return 0;
+}
+
+int Object::setAltitude(int new_altitude) {
+    if (new_altitude == altitude)
+        return 0;
+    if (new_altitude < 0 || new_altitude > MAX_ALTITUDE)
+        return logFailure("Object::setAltitude(): Altitude %d not in range [%d,%d].  Ignored.",
+                          new_altitude, 0, MAX_ALTITUDE);
+    if (sceneGraph().updateAltitude(this, new_altitude) != 0)
+        return -1;
+    altitude = new_altitude;
+    setModified(Attribute::ALTITUDE);
+    return 0;
+}
+
+int Object::setSolidness(Solidness new_solidness) {
+    if (new_solidness == solidness)
+        return 0;
+    if (new_solidness < HARD || new_solidness > SPECTRAL)
+        return logFailure("Object::setSolidness(): Solidness %d not one of HARD, SOFT or SPECTRAL.",
+                          int{new_solidness});
+    if (sceneGraph().updateSolidness(this, new_solidness) != 0)
+        return -1;
+    solidness = new_solidness;
+    setModified(Attribute::SOLIDNESS);
+    return 0;
+}
+
+int Object::setBox(const Box &new_box) {
+    return new_box == box ? 0 : refile(new_box);
+}
+
+/// Files the object anew under its new box: a scene graph may keep it by where it reaches.
+int Object::refile(const Box &new_box) {
+    sceneGraph().removeObject(this);
+    box = new_box;
+    const int result = sceneGraph().insertObject(this);
+    setModified(Attribute::BOX);
+    return result;
+}
+
+int Object::setPosition(Vector new_position) {
+    if (new_position == position)
+        return 0;
+    sceneGraph().updatePosition(this, new_position);
+    position = new_position;
+    setModified(Attribute::POSITION);
+    return 0;
+}
+
+void Object::setDirection(Vector new_direction) {
+    direction = new_direction;
+    setModified(Attribute::DIRECTION);
+}
+
+void Object::setSpeed(float new_speed) {
+    speed = new_speed;
+    setModified(Attribute::SPEED);
+}
+
+void Object::setVelocity(Vector velocity) {
+    setSpeed(length(velocity));
+    setDirection(normalized(velocity));
+}
+
+void Object::setAcceleration(Vector new_acceleration) {
+    acceleration = new_acceleration;
+    setModified(Attribute::ACCELERATION);
+}
+
+void Object::setNoSoft(bool new_no_soft) {
+    no_soft = new_no_soft;
+    setModified(Attribute::NO_SOFT);
+}
+
+void Object::setAvoidCollisions(bool new_avoid_collisions) {
+    avoid_collisions = new_avoid_collisions;
+    setModified(Attribute::AVOID_COLLISIONS);
+}
+
+void Object::setAnimation(const Animation &new_animation, bool set_box) {
+    animation.setSprite(new_animation.getSprite());
+    animation.setName(new_animation.getName());
+    animation.setIndex(new_animation.getIndex());
+    animation.setSlowdownCount(new_animation.getSlowdownCount());
+    setModified(Attribute::ANIMATION);
+    if (!set_box)
+        return;
+    box = animation.getBox();
+    setModified(Attribute::BOX);
+}
+
+int Object::setSprite(const std::string &label) {
+    Sprite *p_sprite = ResourceManager::getInstance().getSprite(label);
+    if (!p_sprite)
+        return logFailure("Object::setSprite(): Warning! Sprite '%s' not found", label.c_str());
+    animation.setSprite(p_sprite);
+    if (animation.getBox() != box)
+        refile(animation.getBox());
+    return 0;
+}
+
+void Object::setShape(const Shape &new_shape) {
+    shape = new_shape;
+    setModified(Attribute::SHAPE);
+}
+
+void Object::setPath(const Path &new_path) {
+    path = new_path;
+    setModified(Attribute::PATH);
+}
+
+void Object::setFollowPath(bool new_follow_path) {
+    follow_path = new_follow_path;
+    if (!path.waypoints.empty())
+        setDirection(normalized(path.waypoints.front() - position));
+    setModified(Attribute::FOLLOW_PATH);
+}
+
+int Object::registerInterest(const std::string &event_type) {
+    if (event_name.size() >= MAX_OBJ_EVENTS)
+        return logFailure("Object::registerInterest(): maximum (%d) reached, cannot register for "
+                          "event '%s'",
+                          MAX_OBJ_EVENTS, event_type.c_str());
+    if (managerOf(event_type).registerInterest(this, event_type) != 0)
+        return -1;
+    event_name.push_back(event_type);
+    setModified(Attribute::EVENTS);
+    return 0;
+}
+
+int Object::unregisterInterest(const std::string &event_type) {
+    const auto found = std::find(event_name.begin(), event_name.end(), event_type);
+    if (found == event_name.end())
+        return logFailure("Object::unregisterInterest(): event '%s' not previously registered",
+                          event_type.c_str());
+    if (managerOf(event_type).unregisterInterest(this, event_type) != 0)
+        return -1;
+    event_name.erase(found);
+    setModified(Attribute::EVENTS);
+    return 0;
+}
+
+void Object::stepPath() {
+    // Three quarters of a step's travel: nearer than that, the next step would overshoot, whatever
+    // the speed.
+    constexpr float reach = 3 * 0.25F;
+    if (!follow_path)
+        return;
+    while (!path.waypoints.empty()) {
+        const Vector next = path.waypoints.front();
+        if (distance(position, next) > speed * reach) {
+            setDirection(normalized(next - position));
+            return;
+        }
+        setPosition(next);
+        if (!path.waypoints.empty()) // An override may have taken the path away.
+            path.waypoints.erase(path.waypoints.begin());
+        setModified(Attribute::PATH);
+    }
+    setDirection({0, 0});
+    setFollowPath(false);
+}
+
+void Object::stepAcceleration() {
+    if (acceleration != Vector{})
+        setVelocity(getVelocity() + acceleration);
+}
+
+void Object::dropPathFind() {
+    if (!path_finder)
+        return;
+    PathManager::getInstance().remove(path_finder.get());
+    path_finder.reset();
 }
 
 } // namespace sv

@@ -1,30 +1,223 @@
-/// The base of everything that lives in a game. So far: whether it takes part, and what it does
-/// with an event.
+/// The base of everything that lives in a game: it stands somewhere in the world, moves, collides,
+/// shows a sprite or a figure, and receives events.
 ///
-/// Game-loop thread only.
+/// An object files itself with the world manager when it is made and takes itself out when it is
+/// destroyed. Game code makes one with `new` and never deletes it: the world manager does, after
+/// WorldManager::markForDelete() or at its shut-down. Game-loop thread only.
 #pragma once
+
+#include "core/Box.h"
+#include "core/Vector.h"
+#include "resources/Animation.h"
+#include "world/Path.h"
+#include "world/Shape.h"
+
+#include <bitset>
+#include <memory>
+#include <string>
+#include <vector>
 
 namespace sv {
 
 class Event;
+class Manager;
+class PathFind;
+
+/// The highest layer: altitudes run from 0, drawn first, to this.
+inline constexpr int MAX_ALTITUDE = 4;
+/// The most interests that one object may have.
+inline constexpr int MAX_OBJ_EVENTS = 100;
+
+/// How an object collides. Hard and soft ones are solid: they collide, and two hard ones stop each
+/// other. A spectral one meets nothing.
+enum Solidness : int { HARD = 0, SOFT = 1, SPECTRAL = 2 };
+
+/// What serialize() can write; each has a flag that says whether it changed since it last was.
+enum class Attribute {
+    ID,
+    ACTIVE,
+    VISIBLE,
+    EVENTS,
+    BOX,
+    POSITION,
+    TYPE,
+    ANIMATION,
+    ALTITUDE,
+    SOLIDNESS,
+    NO_SOFT,
+    SPEED,
+    DIRECTION,
+    ACCELERATION,
+    SHAPE,
+    PATH,
+    FOLLOW_PATH,
+    AVOID_COLLISIONS,
+};
+inline constexpr int ATTRIBUTE_COUNT = 18;
+
+/// Deletes a search for a path; defined where searches are.
+struct PathFindDeleter {
+    void operator()(PathFind *p_path_find) const;
+};
 
 class Object {
   public:
-    Object() = default;
-    virtual ~Object() = default;
+    virtual ~Object();
+
+    /// In cells of the world. Moves the object and nothing else: no collision, no "sv-out", no view
+    /// that follows; WorldManager::moveObject() has those. Returns 0.
+    virtual int setPosition(Vector new_position);
+
+    /// Receives an event, which is gone when the handler has returned; 1 if it was handled, 0 if
+    /// it was ignored. The base takes the path of an "sv-path" event and follows it.
+    virtual int eventHandler(const Event *p_event);
+
+    /// Draws the sprite and then the figure, if it has one. 0, or -1 if the display refuses.
+    virtual int draw();
+
+    /// The attributes that `attributes` selects (see isAttributeWanted), as "key:value," items;
+    /// what is written counts as unmodified from then on. The names are those of Attribute, each
+    /// with a comma behind it.
+    virtual std::string serialize(const std::string &attributes = "");
+
+    /// Takes over every attribute that the text has; the others stay. Values that are no sense are
+    /// refused as the setters refuse them. Returns 0.
+    virtual int deserialize(const std::string &text);
+
+    /// Whether any attribute changed since it was last written. Everything of a new object has.
+    virtual bool isModified() const;
+    virtual bool isModified(Attribute attribute) const;
+
+    /// An active, visible, hard object with the next free id at (1, 1), without sprite and figure.
+    Object();
     Object(const Object &) = delete;
     Object &operator=(const Object &) = delete;
 
-    /// Receives an event; 1 if it was handled, 0 if it was ignored. The event is gone when the
-    /// handler has returned.
-    virtual int eventHandler(const Event *p_event);
+    /// From 1 in the order of making. Objects made after this one get ids above `new_id`.
+    void setId(int new_id);
+    int getId() const { return id; }
 
-    /// An inactive object gets no events.
-    bool isActive() const { return is_active; }
+    void setType(const std::string &new_type);
+    std::string getType() const { return type; }
+
+    // The setters below change nothing if the value is the one it has. They answer 0, or -1 if the
+    // value is out of range or the scene graph refuses; the object then keeps what it had.
+
+    /// An inactive object is neither moved, collided with nor drawn, and gets no events.
     int setActive(bool new_is_active);
+    bool isActive() const { return is_active; }
+
+    int setVisible(bool new_is_visible);
+    bool isVisible() const { return is_visible; }
+
+    /// 0 to MAX_ALTITUDE, default 2; higher is drawn later. An active object that is invisible
+    /// cannot change it.
+    int setAltitude(int new_altitude);
+    int getAltitude() const { return altitude; }
+
+    int setSolidness(Solidness new_solidness);
+    Solidness getSolidness() const { return solidness; }
+    bool isSolid() const { return solidness == HARD || solidness == SOFT; }
+
+    /// Relative to the position. Default: corner (-0.5, -0.5), 0.99 by 0.99, just short of touching
+    /// the neighbouring cells.
+    int setBox(const Box &new_box);
+    const Box &getBox() const { return box; }
+
+    // From here on setters store what they are given.
+
+    Vector getPosition() const { return position; }
+
+    /// The way it moves, of length 1 or 0.
+    void setDirection(Vector new_direction);
+    Vector getDirection() const { return direction; }
+
+    /// Cells a step along the direction.
+    void setSpeed(float new_speed);
+    float getSpeed() const { return speed; }
+
+    /// Speed and direction in one, in cells a step.
+    void setVelocity(Vector velocity);
+    Vector getVelocity() const { return direction * speed; }
+
+    /// Added to the velocity once a step.
+    void setAcceleration(Vector new_acceleration);
+    Vector getAcceleration() const { return acceleration; }
+
+    /// Where the next step takes it if nothing is in the way.
+    Vector predictPosition() const { return position + getVelocity(); }
+
+    /// Whether soft objects stop it. Default: they do not.
+    void setNoSoft(bool new_no_soft);
+    bool getNoSoft() const { return no_soft; }
+
+    /// Whether a hard object slides along hard obstacles. Default: it stops.
+    void setAvoidCollisions(bool new_avoid_collisions);
+    bool getAvoidCollisions() const { return avoid_collisions; }
+
+    /// Takes over sprite, frame and step count. With `set_box` the object gets the animation's box
+    /// too, without the scene graph hearing of it.
+    void setAnimation(const Animation &new_animation, bool set_box);
+    Animation getAnimation() const { return animation; }
+
+    /// Shows the sprite that is loaded under that label and takes its box. 0, or -1 if there is
+    /// none.
+    int setSprite(const std::string &label);
+
+    void setShape(const Shape &new_shape);
+    Shape getShape() const { return shape; }
+
+    void setPath(const Path &new_path);
+    const Path &getPath() const { return path; }
+
+    /// Whether it walks its path, waypoint by waypoint, with its speed. Turns it towards the first
+    /// waypoint, if there is one.
+    void setFollowPath(bool new_follow_path);
+    bool getFollowPath() const { return follow_path; }
+
+    /// Asks for events of that type, from the manager that delivers them. 0, or -1 if that manager
+    /// does not, or if it has MAX_OBJ_EVENTS interests already.
+    int registerInterest(const std::string &event_type);
+
+    /// 0, or -1 if it was not registered.
+    int unregisterInterest(const std::string &event_type);
+
+    /// The types it registered for, in that order.
+    const std::vector<std::string> &getInterests() const { return event_name; }
+
+    // Called by the world manager once a step, after the object's move.
+
+    /// Turns it towards its next waypoint, past those that it has reached.
+    void stepPath();
+
+    /// Adds the acceleration to the velocity.
+    void stepAcceleration();
 
   private:
+    void setModified(Attribute attribute) { modified.set(static_cast<std::size_t>(attribute)); }
+    int refile(const Box &new_box);
+    void dropPathFind();
+
+    int id;
+    std::string type = "(Undefined)";
     bool is_active = true;
+    bool is_visible = true;
+    Box box{{-0.5F, -0.5F}, 0.99F, 0.99F};
+    Vector position{1, 1};
+    Vector direction;
+    float speed = 0;
+    Vector acceleration;
+    int altitude = 2;
+    Solidness solidness = HARD;
+    Animation animation;
+    bool no_soft = false;
+    std::vector<std::string> event_name;
+    std::bitset<ATTRIBUTE_COUNT> modified = std::bitset<ATTRIBUTE_COUNT>().set();
+    Shape shape;
+    std::unique_ptr<PathFind, PathFindDeleter> path_finder; // A search under way.
+    Path path;
+    bool follow_path = false;
+    bool avoid_collisions = false;
 };
 
 } // namespace sv

@@ -1,0 +1,28 @@
+/// Tells an object how its search for a path ended.
+#pragma once
+
+#include "core/Event.h"
+#include "world/Path.h"
+
+namespace sv {
+
+// How a search for a path stands.
+inline constexpr int PATH_NONE = 0;
+inline constexpr int PATH_SEARCHING = 1;
+inline constexpr int PATH_FOUND = 2;
+
+class EventPath : public Event {
+  public:
+    /// `new_path` runs from the start cell to the goal cell; empty unless it was found.
+    EventPath(int new_status, const Path &new_path)
+        : Event(PATH_EVENT), status(new_status), path(new_path) {}
+
+    int getStatus() const { return status; }
+    const Path &getPath() const { return path; }
+
+  private:
+    int status;
+    Path path;
+};
+
+} // namespace sv

@@ -1,0 +1,411 @@
+// Keys and mouse as the X server sees them, and the events that objects get.
+
+#include "input/InputManager.h"
+
+#include "core/Config.h"
+#include "core/LogManager.h"
+#include "display/DisplayManager.h"
+#include "input/EventKeyboard.h"
+#include "input/EventMouse.h"
+#include "loop/GameManager.h"
+#include "support/WindowTest.h"
+#include "world/Object.h"
+
+#include <SFML/Window/Event.hpp>
+#include <algorithm>
+#include <chrono>
+#include <sstream>
+#include <thread>
+
+namespace {
+
+using sv::DisplayManager;
+using sv::EventKeyboard;
+using sv::EventMouse;
+using sv::InputManager;
+using Lines = std::vector<std::string>;
+
+constexpr auto patience = std::chrono::seconds(20);
+
+std::string textOf(const EventKeyboard &event) {
+    const char *const actions[] = {"pressed", "released", "down"};
+    return std::string(actions[event.getKeyboardAction()]) + " " + std::to_string(event.getKey());
+}
+
+std::string textOf(const EventMouse &event) {
+    const char *const actions[] = {"clicked", "held", "moved"};
+    std::ostringstream text;
+    text << actions[event.getMouseAction()] << " " << event.getMouseButton() << " at "
+         << event.getMousePosition().x << " " << event.getMousePosition().y;
+    return text.str();
+}
+
+/// Writes down every event that it is told of.
+class Witness : public sv::Object {
+  public:
+    int eventHandler(const sv::Event *p_event) override {
+        if (const auto *key = dynamic_cast<const EventKeyboard *>(p_event))
+            seen.push_back(textOf(*key));
+        else if (const auto *mouse = dynamic_cast<const EventMouse *>(p_event))
+            seen.push_back(textOf(*mouse));
+        return 1;
+    }
+
+    Lines seen;
+};
+
+class InputManagerTest : public test::WindowTest {
+  protected:
+    ~InputManagerTest() override {
+        if (input().isStarted())
+            input().shutDown();
+    }
+
+    static InputManager &input() { return InputManager::getInstance(); }
+
+    /// A window of 400 by 400 pixels and 20 by 10 cells, which has the pointer and the keys.
+    void startInput(const std::vector<std::string> &server_arguments = {}) {
+        server.emplace(1600, 1200, server_arguments);
+        configure("window_horizontal_pixels:400,window_vertical_pixels:400,"
+                  "window_horizontal_chars:20,window_vertical_chars:10");
+        ASSERT_EQ(DisplayManager::getInstance().startUp(), 0);
+        ASSERT_EQ(input().startUp(), 0);
+        ASSERT_TRUE(server->enterWindow());
+        // The events of arriving are nobody's concern.
+        waitFor("moved -1 at 0.1 0.05", sv::MOUSE_EVENT);
+        witness.registerInterest(sv::KEYBOARD_EVENT);
+    }
+
+    /// The events of one step.
+    Lines step() {
+        witness.seen.clear();
+        DisplayManager::getInstance().swapBuffers();
+        input().getInput();
+        return witness.seen;
+    }
+
+    /// The events of the step in which that one comes; none if it does not come.
+    Lines stepWith(const std::string &event) {
+        const auto deadline = std::chrono::steady_clock::now() + patience;
+        Lines last;
+        while (std::chrono::steady_clock::now() < deadline) {
+            const Lines seen = step();
+            if (std::find(seen.begin(), seen.end(), event) != seen.end())
+                return seen;
+            last = seen.empty() ? last : seen;
+            std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        }
+        ADD_FAILURE() << "there was no event: " << event << "; the last were "
+                      << testing::PrintToString(last);
+        return {};
+    }
+
+    /// A button's release has no event of its own.
+    bool becomesQuiet() {
+        const auto deadline = std::chrono::steady_clock::now() + patience;
+        while (!step().empty()) {
+            if (std::chrono::steady_clock::now() > deadline)
+                return false;
+        }
+        return true;
+    }
+
+    void waitFor(const std::string &event, const char *type) {
+        witness.registerInterest(type);
+        stepWith(event);
+        witness.unregisterInterest(type);
+    }
+
+    Witness witness;
+};
+
+TEST_F(InputManagerTest, a_held_key_is_pressed_once_then_down_in_every_step_then_released) {
+    startInput();
+    server->pressKey("b");
+    EXPECT_EQ(stepWith("pressed 37"), (Lines{"pressed 37", "down 37"}));
+    EXPECT_EQ(step(), Lines{"down 37"});
+    EXPECT_EQ(step(), Lines{"down 37"});
+    server->releaseKey("b");
+    EXPECT_EQ(stepWith("released 37"), Lines{"released 37"});
+    EXPECT_EQ(step(), Lines());
+}
+
+TEST_F(InputManagerTest, every_key_has_its_number_and_nearly_all_give_events_while_held) {
+    startInput();
+    struct {
+        const char *name;
+        int key;
+        Lines while_held;
+    } const cases[] = {
+        {"space", 0, {"down 0"}},
+        {"Return", 1, {"down 1"}},
+        {"Escape", 2, {"down 2"}},
+        {"Tab", 3, {"down 3"}},
+        {"Left", 4, {"down 4"}},
+        {"Right", 5, {"down 5"}},
+        {"Up", 6, {"down 6"}},
+        {"Down", 7, {"down 7"}},
+        {"Pause", 8, {"down 8"}},
+        {"KP_Subtract", 9, {"down 9"}},
+        {"KP_Add", 10, {"down 10"}},
+        {"grave", 11, {"down 11"}},
+        {"period", 12, {"down 12"}},
+        {"comma", 13, {"down 13"}},
+        {"slash", 14, {"down 14"}},
+        {"equal", 15, {"down 15"}},
+        {"backslash", 16, {"down 16"}},
+        {"KP_Multiply", 17, {"down 17"}},
+        {"apostrophe", 18, {"down 18"}},
+        {"semicolon", 19, {"down 19"}},
+        {"Control_L", 20, {"down 20"}},
+        {"Control_R", 21, {"down 21"}},
+        {"Shift_L", 22, {"down 22"}},
+        {"Shift_R", 23, {"down 23"}},
+        {"F1", 24, {"down 24"}},
+        {"F10", 33, {"down 33"}},
+        {"F11", 34, {}},
+        {"F12", 35, {}},
+        {"a", 36, {"down 36"}},
+        {"z", 61, {"down 61"}},
+        {"1", 62, {"down 62"}},
+        {"9", 70, {"down 70"}},
+        {"0", 71, {"down 71", "down 72"}},
+        {"BackSpace", 72, {}},
+        // The library's numbers above those.
+        {"Delete", 66 + 97, {}},
+        {"bracketleft", 46 + 97, {}},
+        {"minus", 56 + 97, {}},
+        {"KP_Divide", 70 + 97, {}},
+        {"Scroll_Lock", 96, {}},
+    };
+    for (const auto &[name, key, while_held] : cases) {
+        SCOPED_TRACE(name);
+        const std::string number = std::to_string(key);
+        server->pressKey(name);
+        stepWith("pressed " + number);
+        EXPECT_EQ(step(), while_held);
+        server->releaseKey(name);
+        EXPECT_EQ(stepWith("released " + number), Lines{"released " + number});
+    }
+}
+
+TEST_F(InputManagerTest, held_keys_are_told_in_one_fixed_order) {
+    startInput();
+    const char *const names[] = {"0", "z", "F1", "Shift_L", "space", "Up"};
+    for (const char *name : names)
+        server->pressKey(name);
+    stepWith("pressed 6");
+    EXPECT_EQ(step(),
+              (Lines{"down 6", "down 0", "down 22", "down 24", "down 61", "down 71", "down 72"}));
+    for (const char *name : names)
+        server->releaseKey(name);
+    stepWith("released 6");
+    EXPECT_EQ(step(), Lines());
+}
+
+TEST_F(InputManagerTest, a_held_key_is_not_pressed_again_by_the_systems_key_repeat) {
+    startInput({"r", "-ardelay", "20", "-arinterval", "10"});
+    server->pressKey("b");
+    stepWith("pressed 37");
+    Lines all;
+    for (int repeats = 0; repeats < 20; ++repeats) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        const Lines seen = step();
+        all.insert(all.end(), seen.begin(), seen.end());
+    }
+    EXPECT_EQ(all, Lines(20, "down 37"));
+    server->releaseKey("b");
+    EXPECT_EQ(stepWith("released 37"), Lines{"released 37"});
+}
+
+TEST_F(InputManagerTest, a_key_that_came_and_went_between_two_steps_was_never_down) {
+    startInput();
+    server->pressKey("q");
+    server->releaseKey("q");
+    EXPECT_EQ(stepWith("released 52"), (Lines{"pressed 52", "released 52"}));
+}
+
+TEST_F(InputManagerTest, mouse_events_carry_the_cell_of_the_window) {
+    startInput();
+    witness.registerInterest(sv::MOUSE_EVENT);
+    server->movePointer(50, 130);
+    EXPECT_EQ(stepWith("moved -1 at 2.5 3.25"), Lines{"moved -1 at 2.5 3.25"});
+    EXPECT_EQ(step(), Lines()) << "it rests";
+
+    struct {
+        int button;
+        const char *number;
+    } const buttons[] = {{1, "0"}, {3, "1"}, {2, "2"}};
+    for (const auto &[button, number] : buttons) {
+        SCOPED_TRACE(number);
+        const std::string clicked = std::string("clicked ") + number + " at 2.5 3.25";
+        const std::string held = std::string("held ") + number + " at 2.5 3.25";
+        server->pressButton(button);
+        EXPECT_EQ(stepWith(clicked), (Lines{clicked, held}));
+        EXPECT_EQ(step(), Lines{held});
+        server->releaseButton(button);
+        EXPECT_TRUE(becomesQuiet());
+    }
+    // A side button is one of none of the three names.
+    server->pressButton(8);
+    EXPECT_EQ(stepWith("clicked -1 at 2.5 3.25"), Lines{"clicked -1 at 2.5 3.25"});
+    server->releaseButton(8);
+}
+
+TEST_F(InputManagerTest, two_held_buttons_give_two_events_in_a_step_at_one_place) {
+    startInput();
+    witness.registerInterest(sv::MOUSE_EVENT);
+    server->movePointer(200, 200);
+    server->pressButton(3);
+    server->pressButton(1);
+    stepWith("clicked 0 at 10 5");
+    EXPECT_EQ(step(), (Lines{"held 0 at 10 5", "held 1 at 10 5"}));
+    // Dragged out of the window, which keeps hearing of it.
+    server->movePointer(-40, 480);
+    EXPECT_EQ(stepWith("moved -1 at -2 12"),
+              (Lines{"moved -1 at -2 12", "held 0 at -2 12", "held 1 at -2 12"}));
+    server->releaseButton(1);
+    server->releaseButton(3);
+}
+
+TEST_F(InputManagerTest, the_mouse_is_in_the_right_cell_when_the_window_has_another_size) {
+    startInput();
+    witness.registerInterest(sv::MOUSE_EVENT);
+    server->resizeWindow(800, 200);
+    // The far corner: 799 / 2 and 199 * 2 pixels of the window that was configured.
+    server->movePointer(799, 199);
+    EXPECT_EQ(stepWith("moved -1 at 19.975 9.95").back(), "moved -1 at 19.975 9.95");
+    server->pressButton(1);
+    EXPECT_EQ(stepWith("clicked 0 at 19.975 9.95"),
+              (Lines{"clicked 0 at 19.975 9.95", "held 0 at 19.975 9.95"}));
+    server->releaseButton(1);
+}
+
+TEST_F(InputManagerTest, a_closed_window_ends_the_game_and_skips_the_rest_of_the_steps_input) {
+    startLog(1);
+    startInput();
+    witness.registerInterest(sv::MOUSE_EVENT);
+    sv::GameManager::getInstance().setGameOver(false);
+    server->pressKey("a");
+    stepWith("pressed 36");
+    server->closeWindow();
+    server->pressKey("b");
+    const auto deadline = std::chrono::steady_clock::now() + patience;
+    Lines seen;
+    while (!sv::GameManager::getInstance().getGameOver() &&
+           std::chrono::steady_clock::now() < deadline)
+        seen = step();
+    EXPECT_TRUE(sv::GameManager::getInstance().getGameOver());
+    EXPECT_EQ(seen, Lines()) << "a was held, and b was pressed after the closing";
+    EXPECT_EQ(logCount("InputManager::getInput(): Window close event. Setting game over."), 1);
+    server->releaseKey("a");
+    server->releaseKey("b");
+    EXPECT_EQ(stepWith("released 37"), (Lines{"pressed 37", "released 36", "released 37"}));
+}
+
+/// Closes the window in one step of a game and counts those that come after.
+class Closer : public sv::Object {
+  public:
+    explicit Closer(test::XServer &new_server) : server(new_server) {
+        registerInterest(sv::STEP_EVENT);
+    }
+
+    int eventHandler(const sv::Event * /*p_event*/) override {
+        if (++steps == 5)
+            server.closeWindow();
+        if (steps == 1000) // The close was lost.
+            sv::GameManager::getInstance().setGameOver();
+        return 1;
+    }
+
+    int steps = 0;
+
+  private:
+    test::XServer &server;
+};
+
+TEST_F(InputManagerTest, closing_the_window_ends_the_game_loop) {
+    server.emplace();
+    writeFile("sv-config.txt", std::string("frame_time:1,\nfont_file:") + test::FONT + ",\n");
+    sv::GameManager &game = sv::GameManager::getInstance();
+    ASSERT_EQ(game.startUp(), 0);
+    auto *p_closer = new Closer(*server); // The world deletes it.
+    game.run();
+    EXPECT_GE(p_closer->steps, 5);
+    EXPECT_LT(p_closer->steps, 1000);
+    game.shutDown();
+}
+
+TEST_F(InputManagerTest, it_needs_the_display_manager_and_says_what_it_does_to_key_repeat) {
+    startLog(5);
+    server.emplace();
+    configure("");
+    EXPECT_EQ(input().startUp(), -1) << "no display yet";
+    ASSERT_EQ(DisplayManager::getInstance().startUp(), 0);
+    ASSERT_EQ(input().startUp(), 0);
+    EXPECT_EQ(input().startUp(), -1) << "started already";
+    input().shutDown();
+    const Lines lines = logLines();
+    const auto first = std::find_if(lines.begin(), lines.end(), [](const std::string &line) {
+        return line.rfind("InputManager", 0) == 0;
+    });
+    Lines own(first, lines.end());
+    std::erase_if(own, [](const std::string &line) { return line.rfind("Display", 0) == 0; });
+    EXPECT_EQ(own, (Lines{
+                       "InputManager::startUp(): Error starting InputManager. DisplayManager must "
+                       "be started first.",
+                       "InputManager::startUp(): Keyboard repeated disabled.",
+                       "InputManager::startUp(): successfully started.",
+                       "InputManager::startup(): Warning! InputManager already started.",
+                       "InputManager::shutDown(): Keyboard repeat enabled.",
+                       "InputManager::shutDown(): successfully stopped.",
+                   }));
+}
+
+TEST_F(InputManagerTest, headless_it_starts_and_reads_nothing) {
+    sv::Config::getInstance().loadConfig("headless:true");
+    startLog(1);
+    ASSERT_EQ(input().startUp(), 0);
+    witness.registerInterest(sv::KEYBOARD_EVENT);
+    EXPECT_EQ(step(), Lines());
+    input().shutDown();
+    EXPECT_EQ(logLines()[0], "InputManager::startUp(): not doing input since in headless mode.");
+}
+
+TEST_F(InputManagerTest, a_missing_window_is_reported_and_skipped) {
+    startLog();
+    sv::Config::getInstance().loadConfig("headless:true");
+    ASSERT_EQ(DisplayManager::getInstance().startUp(), 0);
+    sv::Config::getInstance().loadConfig("headless:false");
+    ASSERT_EQ(input().startUp(), 0);
+    input().getInput();
+    input().shutDown();
+    DisplayManager::getInstance().shutDown();
+    EXPECT_EQ(logLines(),
+              (Lines{"InputManager::startUp(): Warning - DisplayManager unexpectedly returned null "
+                     "window! Cannot disable keyboard repeat.",
+                     "InputManager::getInput(): DisplayManager unexpectedly returned null "
+                     "window!"}));
+}
+
+TEST_F(InputManagerTest, a_key_event_names_the_engines_key_and_the_librarys) {
+    startLog();
+    sv::LogManager::getInstance().setLogLevel(15);
+    sf::Event event{};
+    event.type = sf::Event::KeyPressed;
+    struct {
+        sf::Keyboard::Key library;
+        int engine;
+    } const cases[] = {{sf::Keyboard::Num0, 71},
+                       {sf::Keyboard::M, 48},
+                       {sf::Keyboard::Unknown, 96},
+                       {sf::Keyboard::LAlt, 39 + 97},
+                       {sf::Keyboard::F15, 99 + 97}};
+    for (const auto &[library, engine] : cases) {
+        event.key.code = library;
+        EXPECT_EQ(input().toEventKeyboard(event).getKey(), engine);
+    }
+    EXPECT_EQ(logLines()[0], "InputManager::toEventKeyboard(): Keyboard event 'G' (26)");
+}
+
+} // namespace

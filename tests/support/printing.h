@@ -1,0 +1,20 @@
+/// How the engine's values read in a failed expectation.
+#pragma once
+
+#include "core/Box.h"
+#include "core/Vector.h"
+
+#include <ostream>
+
+namespace sv {
+
+inline void PrintTo(Vector v, std::ostream *out) {
+    *out << "(" << v.x << ", " << v.y << ")";
+}
+
+inline void PrintTo(const Box &box, std::ostream *out) {
+    PrintTo(box.corner, out);
+    *out << " " << box.horizontal << " x " << box.vertical;
+}
+
+} // namespace sv

@@ -1,0 +1,192 @@
+#include "core/LogManager.h"
+#include "support/WorldTest.h"
+#include "world/ViewObject.h"
+
+namespace sv {
+namespace {
+
+class SerializationTest : public test::WorldTest {
+  protected:
+    Object *p_o = new Object;
+};
+
+constexpr char text_of_a_new_object[] =
+    "id:1,is_active:true,is_visible:true,event_count:0,box-corner-x:-0.5,box-corner-y:-0.5,"
+    "box-horizontal:0.99,box-vertical:0.99,pos-x:1,pos-y:1,type:(Undefined),sprite_name:,"
+    "sprite_index:0,sprite_slowdown_count:0,altitude:2,solidness:0,no_soft:false,x_direction:0,"
+    "y_direction:0,speed:0,x_acceleration:0,y_acceleration:0,shape:-1,size:24,color:7,opacity:255,"
+    "follow_path:false,path:,path_index:0,avoid_collisions:false,";
+
+TEST_F(SerializationTest, a_new_object_writes_everything_and_then_nothing) {
+    EXPECT_TRUE(p_o->isModified());
+    EXPECT_EQ(p_o->serialize(""), text_of_a_new_object);
+    EXPECT_EQ(p_o->serialize(""), "");
+    EXPECT_FALSE(p_o->isModified());
+    EXPECT_EQ(p_o->serialize("ALL"), text_of_a_new_object);
+}
+
+TEST_F(SerializationTest, the_selector_chooses_by_names_with_commas) {
+    const struct {
+        const char *selector;
+        const char *text;
+    } cases[] = {
+        {"POSITION,SPEED,", "pos-x:1,pos-y:1,speed:0,"},
+        {"SPEED,POSITION,", "pos-x:1,pos-y:1,speed:0,"},
+        {"POSITION", ""},
+        {"POSITION,SPEED", "pos-x:1,pos-y:1,"},
+        {"FOLLOW_PATH,", "follow_path:false,path:,path_index:0,"},
+        {"position,", ""},
+        {"ANIMATION,", "sprite_name:,sprite_index:0,sprite_slowdown_count:0,"},
+        {"ALL,", ""},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(p_o->serialize(c.selector), c.text) << c.selector;
+    EXPECT_EQ(logCount("Object::serialize(): Warning! Attribute 'POSITION' missing trailing ','"),
+              1);
+    EXPECT_FALSE(p_o->isModified(Attribute::POSITION));
+    EXPECT_TRUE(p_o->isModified(Attribute::ID)) << "what was not written stays modified";
+}
+
+TEST_F(SerializationTest, only_what_changed_travels) {
+    p_o->serialize("ALL");
+    p_o->setPosition({2.5F, 1});
+    p_o->setVelocity({0, -2});
+    EXPECT_EQ(p_o->serialize(""), "pos-x:2.5,pos-y:1,x_direction:0,y_direction:-1,speed:2,");
+    Animation animation;
+    animation.setIndex(3);
+    p_o->setAnimation(animation, false);
+    EXPECT_TRUE(p_o->isModified());
+    EXPECT_EQ(p_o->serialize(""), "sprite_name:,sprite_index:3,sprite_slowdown_count:0,");
+    EXPECT_FALSE(p_o->isModified());
+}
+
+TEST_F(SerializationTest, a_text_makes_the_round_trip_as_it_was_written) {
+    const std::string text =
+        "id:7,is_active:true,is_visible:true,event_count:3,event_name[0]:TIMER: tick,"
+        "event_name[1]:sv-step,event_name[2]:sv-step,box-corner-x:-2,box-corner-y:-1,"
+        "box-horizontal:4,box-vertical:2,pos-x:12.5,pos-y:-3.25,type:square red: the second,"
+        "sprite_name:,sprite_index:2,sprite_slowdown_count:-1,altitude:4,solidness:2,no_soft:true,"
+        "x_direction:0.6,y_direction:0.8,speed:1.5,x_acceleration:0.1,y_acceleration:1e-07,shape:1,"
+        "size:12.5,color:3,opacity:128,follow_path:true,path:1 2|3.5 -4|1e+06 0,path_index:0,"
+        "avoid_collisions:true,";
+    EXPECT_EQ(p_o->deserialize(text), 0);
+    EXPECT_EQ(p_o->serialize("ALL"), text);
+    // The same over what an object already had.
+    p_o->setPath({{{70, 1}}, 4});
+    p_o->registerInterest("other");
+    p_o->deserialize(text);
+    EXPECT_EQ(p_o->serialize("DIRECTION,EVENTS,PATH,"),
+              "event_count:3,event_name[0]:TIMER: tick,event_name[1]:sv-step,event_name[2]:sv-step,"
+              "x_direction:0.6,y_direction:0.8,path:1 2|3.5 -4|1e+06 0,path_index:0,");
+}
+
+TEST_F(SerializationTest, what_is_read_changes_what_is_filed) {
+    p_o->deserialize("altitude:0,solidness:1,type:Saucer,");
+    EXPECT_EQ(world.getSceneGraph().visibleObjects(0).getCount(), 1);
+    EXPECT_EQ(world.objectsOfType("Saucer").getCount(), 1);
+    p_o->deserialize("is_active:TRUE,");
+    EXPECT_EQ(world.getAllObjects(true).getCount(), 1);
+    EXPECT_EQ(world.getAllObjects(false).getCount(), 0) << "only \"true\" is true";
+}
+
+TEST_F(SerializationTest, values_that_are_missing_or_no_sense_leave_theirs_alone) {
+    const std::string before = p_o->serialize("ALL");
+    for (const char *text : {"",
+                             "   ",
+                             ",,,",
+                             ":::",
+                             "pos-x:5,",
+                             "pos-y:5,",
+                             "box-corner-x:3,",
+                             "pos-x:nan,pos-y:1,",
+                             "pos-x:1e999,pos-y:2,",
+                             "speed:inf,",
+                             "x_direction:-nan,",
+                             "size:nan,",
+                             "shape:77,",
+                             "altitude:99,",
+                             "solidness:-1,",
+                             "solidness:2147483648,",
+                             "id:,",
+                             "type:,",
+                             "event_count:-5,",
+                             "event_count:x,",
+                             "path:nan 1,",
+                             "no_such_key:1,"}) {
+        p_o->deserialize(text);
+        p_o->setPath({});
+        p_o->setFollowPath(false);
+        EXPECT_EQ(p_o->serialize("ALL"), before) << "'" << text << "'";
+    }
+    EXPECT_EQ(logCount("Object::deserialize(): position not complete, so ignoring."), 4);
+    EXPECT_EQ(logCount("Object::deserialize(): box not complete, so ignoring."), 1);
+}
+
+TEST_F(SerializationTest, an_empty_text_is_not_the_text_of_another_object) {
+    Object *p_other = new Object;
+    p_other->deserialize("pos-x:30,pos-y:10,");
+    p_o->deserialize("");
+    EXPECT_EQ(p_o->getPosition(), (Vector{1, 1}));
+}
+
+TEST_F(SerializationTest, the_box_is_read_in_whole_cells) {
+    p_o->deserialize("box-corner-x:-0.5,box-corner-y:-1.9,box-horizontal:0.99,box-vertical:2.5,");
+    EXPECT_EQ(p_o->getBox(), (Box{{0, -1}, 0, 2}));
+}
+
+TEST_F(SerializationTest, hostile_counts_and_names_register_no_more_than_fits) {
+    std::string text = "event_count:1000000000,";
+    for (int i = 0; i < 150; i += 2)
+        text += "event_name[" + std::to_string(i) + "]:e,";
+    p_o->deserialize(text);
+    EXPECT_EQ(p_o->getInterests().size(), 50U) << "every second of the first hundred";
+    p_o->deserialize("event_count:2147483647,event_name[-1]:x,event_name[0]:sv-collision,");
+    EXPECT_TRUE(p_o->getInterests().empty());
+}
+
+TEST_F(SerializationTest, waypoints_without_a_blank_are_skipped_with_a_word) {
+    p_o->deserialize("path:1 2|34|5 6|,");
+    const std::vector<Vector> expected{{1, 2}, {5, 6}};
+    EXPECT_EQ(p_o->getPath().waypoints, expected);
+    EXPECT_EQ(logCount("Object::deserialize(): malformed node 34."), 1);
+    EXPECT_EQ(logCount("\tNot added."), 1);
+}
+
+TEST_F(SerializationTest, the_log_tells_what_was_read) {
+    LogManager::getInstance().setLogLevel(20);
+    p_o->deserialize("id:7,is_active:yes,event_count:1,event_name[0]:a b,pos-x:1.234,pos-y:5,"
+                     "box-corner-x:-0.5,type:x y,shape:1,size:12.5,x_direction:0.5,");
+    for (const char *line :
+         {"Object::deserialize(): id is 7", "Object::deserialize(): is_active is yes",
+          "Object::deserialize(): event_count is 1",
+          "Object::deserialize(): event_name[0] is 'a b'", "Object::deserialize(): pos-x is 1.23",
+          "Object::deserialize(): pos-y is 5.00", "Object::deserialize(): box-corner-x is 0",
+          "Object::deserialize(): type is x y", "Object::deserialize(): shape is '1'",
+          "Object::deserialize(): size is '12.5'", "Object::deserialize(): x_direction is 0.50"})
+        EXPECT_EQ(logCount(line), 1) << line;
+}
+
+TEST_F(SerializationTest, a_view_object_travels_with_its_label_and_place) {
+    auto *p_view = new ViewObject;
+    p_view->serialize("ALL");
+    EXPECT_FALSE(p_view->isModified());
+    p_view->setDrawValue(false);
+    EXPECT_EQ(p_view->serialize(""), "") << "the switch alone does not count";
+    p_view->setViewString("TIMER: left");
+    p_view->setValue(-3);
+    p_view->setBorder(false);
+    p_view->setLocation(BOTTOM_LEFT);
+    const std::string text = p_view->serialize("");
+    EXPECT_EQ(text, "pos-x:13.3333,pos-y:23,view_string:TIMER: left,view_value:-3,"
+                    "view_border:false,view_location:6,");
+    p_view->setBox({{0, 0}, 0, 0}); // The box travels in whole cells.
+    auto *p_copy = new ViewObject;
+    p_copy->deserialize(p_view->serialize("ALL"));
+    EXPECT_EQ(p_copy->serialize("ALL"), p_view->serialize("ALL"));
+    p_copy->deserialize("view_location:9,view_value:99999999999,");
+    EXPECT_EQ(p_copy->getLocation(), BOTTOM_LEFT);
+    EXPECT_EQ(p_copy->serialize("VALUE,"), "view_value:2147483647,");
+}
+
+} // namespace
+} // namespace sv

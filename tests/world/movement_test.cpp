@@ -1,0 +1,195 @@
+#include "support/WorldTest.h"
+
+#include "core/LogManager.h"
+
+#include <array>
+#include <cstddef>
+#include <new>
+
+namespace sv {
+namespace {
+
+using test::Diary;
+using test::Witness;
+
+class MovementTest : public test::WorldTest {
+  protected:
+    /// An object that the diary calls `name`.
+    Witness *make(const std::string &name, Vector position, Solidness solidness = HARD) {
+        auto *p_o = new Witness(name, diary);
+        p_o->setSolidness(solidness);
+        p_o->setPosition(position);
+        return p_o;
+    }
+};
+
+const char *nameOf(Solidness s) {
+    constexpr const char *names[] = {"hard", "soft", "spectral"};
+    return names[s];
+}
+
+TEST_F(MovementTest, who_is_told_and_who_stops_for_every_pair_of_solidness) {
+    const Vector from{5, 5};
+    const Vector to{6, 5};
+    for (const Solidness mover : {HARD, SOFT, SPECTRAL})
+        for (const Solidness other : {HARD, SOFT, SPECTRAL})
+            for (const bool no_soft : {false, true})
+                for (const bool avoid : {false, true}) {
+                    SCOPED_TRACE(std::string(nameOf(mover)) + " into " + nameOf(other) +
+                                 (no_soft ? ", no soft" : "") + (avoid ? ", avoiding" : ""));
+                    Witness *p_mover = make("mover", from, mover);
+                    Witness *p_other = make("other", to, other);
+                    p_mover->setNoSoft(no_soft);
+                    p_mover->setAvoidCollisions(avoid);
+
+                    const bool slides = avoid && mover == HARD && other == HARD;
+                    const bool meets = mover != SPECTRAL && other != SPECTRAL && !slides;
+                    const bool stops =
+                        meets && ((mover == HARD && other == HARD) || (no_soft && other == SOFT));
+                    // Standing still, it slides by nothing: it has moved to where it was.
+                    const Vector end = stops || slides ? from : to;
+                    EXPECT_EQ(world.moveObject(p_mover, to), stops ? -1 : 0);
+                    EXPECT_EQ(p_mover->getPosition(), end);
+                    EXPECT_EQ(diary,
+                              meets ? (Diary{"mover: sv-collision into", "other: sv-collision by"})
+                                    : Diary{});
+                    delete p_mover;
+                    delete p_other;
+                    diary.clear();
+                }
+}
+
+TEST_F(MovementTest, all_that_stand_there_are_told_also_after_one_has_stopped_the_mover) {
+    Witness *p_mover = make("mover", {5, 5});
+    make("wall", {6, 5});
+    make("mist", {6, 5}, SOFT);
+    make("ghost", {6, 5}, SPECTRAL);
+    p_mover->on_event = [](const Event *p_event) {
+        const auto *p_collision = dynamic_cast<const EventCollision *>(p_event);
+        ASSERT_TRUE(p_collision);
+        EXPECT_EQ(p_collision->getPosition(), (Vector{6, 5}));
+    };
+    EXPECT_EQ(world.moveObject(p_mover, {6, 5}), -1);
+    EXPECT_EQ(diary, (Diary{"mover: sv-collision into", "wall: sv-collision by",
+                            "mover: sv-collision into", "mist: sv-collision by"}));
+}
+
+TEST_F(MovementTest, default_boxes_a_cell_apart_do_not_meet) {
+    Witness *p_mover = make("mover", {5, 5});
+    make("wall", {7, 5});
+    EXPECT_EQ(world.moveObject(p_mover, {6, 5}), 0);
+    EXPECT_EQ(world.moveObject(p_mover, {6.02F, 5}), -1);
+    EXPECT_EQ(p_mover->getPosition(), (Vector{6, 5}));
+}
+
+class AvoidingTest : public MovementTest {
+  protected:
+    AvoidingTest() : p_mover(make("mover", {5, 5})) { p_mover->setAvoidCollisions(true); }
+
+    Witness *wall(Vector position, float width, float height) {
+        Witness *p_wall = make("wall", position);
+        p_wall->setBox({{-0.5F, -0.5F}, width, height});
+        return p_wall;
+    }
+
+    Witness *p_mover;
+};
+
+TEST_F(AvoidingTest, a_hard_mover_slides_along_a_hard_face_at_full_speed) {
+    wall({0, 6}, 80, 1);
+    p_mover->setVelocity({0.6F, 0.8F});
+    world.update();
+    EXPECT_EQ(p_mover->getPosition(), (Vector{6, 5}));
+    EXPECT_EQ(p_mover->getVelocity(), (Vector{0.6F, 0.8F})) << "its own way is not changed";
+    EXPECT_EQ(diary, Diary{});
+}
+
+TEST_F(AvoidingTest, beside_a_wall_it_slides_up_or_down) {
+    wall({6, 0}, 1, 24);
+    p_mover->setVelocity({0.8F, -0.6F});
+    world.update();
+    EXPECT_EQ(p_mover->getPosition(), (Vector{5, 4}));
+}
+
+TEST_F(AvoidingTest, at_a_corner_it_turns_back_in_x) {
+    wall({6, 6}, 1, 1);
+    p_mover->setVelocity({0.6F, 0.8F});
+    world.update();
+    EXPECT_NEAR(p_mover->getPosition().x, 4.4F, 1e-6F);
+    EXPECT_NEAR(p_mover->getPosition().y, 5.8F, 1e-6F);
+}
+
+TEST_F(AvoidingTest, blocked_where_it_slides_to_it_stays_and_nobody_is_told) {
+    wall({0, 6}, 80, 1);
+    wall({6, 0}, 1, 5.5F);
+    p_mover->setVelocity({0.6F, 0.8F});
+    EXPECT_EQ(world.moveObject(p_mover, p_mover->predictPosition()), -1);
+    EXPECT_EQ(p_mover->getPosition(), (Vector{5, 5}));
+    EXPECT_EQ(diary, Diary{});
+    EXPECT_EQ(logCount("WorldManager::moveObject(): Double collision. Object (avoid obstacles) "
+                       "cannot move."),
+              1);
+}
+
+TEST_F(AvoidingTest, soft_objects_where_it_slides_to_are_told_of_that_place) {
+    wall({0, 6}, 80, 1);
+    make("mist", {6, 5}, SOFT);
+    p_mover->setVelocity({0.6F, 0.8F});
+    p_mover->on_event = [](const Event *p_event) {
+        EXPECT_EQ(dynamic_cast<const EventCollision *>(p_event)->getPosition(), (Vector{6, 5}));
+    };
+    world.update();
+    EXPECT_EQ(p_mover->getPosition(), (Vector{6, 5}));
+    EXPECT_EQ(diary, (Diary{"mover: sv-collision into", "mist: sv-collision by"}));
+}
+
+TEST_F(MovementTest, leaving_the_world_is_told_once) {
+    Witness *p_o = make("o", {78, 5}, SPECTRAL);
+    world.moveObject(p_o, {80.4F, 5});
+    EXPECT_EQ(diary, Diary{}) << "a part of it is still inside";
+    world.moveObject(p_o, {81, 5});
+    EXPECT_EQ(diary, Diary{"o: sv-out"});
+    world.moveObject(p_o, {90, 5});
+    world.moveObject(p_o, {40, 5});
+    EXPECT_EQ(diary, Diary{"o: sv-out"}) << "neither further out nor on the way back";
+    p_o->setPosition({-40, 5});
+    EXPECT_EQ(diary, Diary{"o: sv-out"}) << "setting a position is no move";
+}
+
+TEST_F(MovementTest, the_view_follows_its_object_within_the_slack) {
+    world.setBoundary({{0, 0}, 200, 100});
+    world.setViewSlack({0.5F, 0.5F}); // Of 80 x 24: 20 and 6 to each side.
+    Witness *p_o = make("o", {40, 12}, SPECTRAL);
+    world.setViewFollowing(p_o);
+    world.moveObject(p_o, {60, 12});
+    EXPECT_EQ(world.getView().corner, (Vector{0, 0}));
+    world.moveObject(p_o, {65, 20});
+    EXPECT_EQ(world.getView().corner, (Vector{5, 2}));
+    p_o->setPosition({150, 50});
+    EXPECT_EQ(world.getView().corner, (Vector{5, 2})) << "setting a position is no move";
+    world.moveObject(make("bystander", {150, 50}, SPECTRAL), {151, 50});
+    EXPECT_EQ(world.getView().corner, (Vector{5, 2}));
+}
+
+TEST_F(MovementTest, the_view_does_not_follow_what_comes_to_live_where_its_object_was) {
+    alignas(Object) std::array<std::byte, sizeof(Object)> place;
+    auto *p_first = new (place.data()) Object;
+    world.setViewFollowing(p_first);
+    p_first->~Object();
+    auto *p_second = new (place.data()) Object;
+    world.setBoundary({{0, 0}, 200, 100});
+    world.moveObject(p_second, {150, 50});
+    EXPECT_EQ(world.getView().corner, (Vector{0, 0}));
+    p_second->~Object();
+}
+
+TEST_F(MovementTest, a_slack_out_of_range_is_warned_of_and_kept) {
+    world.setViewSlack({1.5F, 0.5F});
+    EXPECT_EQ(world.getViewSlack(), (Vector{1.5F, 0.5F}));
+    EXPECT_EQ(logCount("WorldManager::setViewSlack(): Warning! view slack units out of range "
+                       "[0-1]"),
+              1);
+}
+
+} // namespace
+} // namespace sv
