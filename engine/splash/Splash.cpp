@@ -1,0 +1,98 @@
+#include "splash/Splash.h"
+
+#include "core/Config.h"
+#include "core/Event.h"
+#include "core/LogManager.h"
+#include "loop/GameManager.h"
+#include "resources/Sprite.h"
+#include "splash/SplashSelvane.h"
+#include "splash/splashArt.h"
+#include "world/WorldManager.h"
+
+#include <algorithm>
+
+namespace sv {
+
+namespace {
+
+constexpr char banner_type[] = "Splash";
+constexpr int last_countdown = -75;
+
+} // namespace
+
+int splash() {
+    LogManager &log = LogManager::getInstance();
+    log.writeLog(10, "splash(): Started.");
+    GameManager &game = GameManager::getInstance();
+    if (!game.isStarted())
+        return logFailure(
+            "splash(): Error! Cannot run splash screen until game manger is started.");
+    new Splash;
+    game.run();
+
+    // A closed window ends the loop with both still there.
+    WorldManager &world = WorldManager::getInstance();
+    for (const char *type : {banner_type, SPLASH_CREATURE_TYPE})
+        world.markForDelete(world.objectsOfType(type));
+    world.deleteMarked();
+    log.writeLog(10, "splash(): Finished.");
+    return 0;
+}
+
+Splash::Splash() : sprite(makeBanner()) {
+    setType(banner_type);
+    setSolidness(SPECTRAL);
+    registerInterest(STEP_EVENT);
+    registerInterest(KEYBOARD_EVENT);
+
+    Animation pictures;
+    pictures.setSprite(sprite.get());
+    pictures.setSlowdownCount(FROZEN);
+    setAnimation(pictures, true);
+
+    const Box view = WorldManager::getInstance().getView();
+    const float width = getBox().horizontal;
+    setPosition(
+        {view.corner.x + view.horizontal + width / 2, view.corner.y + view.vertical * 0.5F});
+    // So many steps to 11 cells left of the middle, at the default frame time; one at the fastest.
+    const int steps = std::max(1, Config::getInstance().getFrameTime() / 2);
+    setVelocity({-(view.horizontal * 0.5F + width * 0.5F + 11.0F) / static_cast<float>(steps), 0});
+}
+
+Splash::~Splash() {
+    unregisterInterest(STEP_EVENT);
+    unregisterInterest(KEYBOARD_EVENT);
+}
+
+int Splash::eventHandler(const Event *p_event) {
+    GameManager &game = GameManager::getInstance();
+    WorldManager &world = WorldManager::getInstance();
+    if (game.getGameOver()) {
+        world.markForDelete(this);
+        return 0;
+    }
+    if (p_event->getType() == KEYBOARD_EVENT) {
+        game.setGameOver();
+        world.markForDelete(this);
+        return 1;
+    }
+    if (p_event->getType() != STEP_EVENT)
+        return Object::eventHandler(p_event);
+    step();
+    return 1;
+}
+
+void Splash::step() {
+    --countdown;
+    if (countdown == 0) {
+        Animation upright = getAnimation();
+        upright.setIndex(1);
+        setAnimation(upright, false);
+        setVelocity({0, 0});
+        new SplashSelvane(getPosition() + Vector{24, 1});
+    } else if (countdown == last_countdown) {
+        WorldManager::getInstance().markForDelete(this);
+    }
+}
+
+} // namespace sv
