@@ -5,6 +5,7 @@
 #include "display/CellBatch.h"
 #include "display/sfmlColor.h"
 #include "platform/display.h"
+#include "resources/LibraryMessages.h"
 #include "world/WorldManager.h"
 
 #include <SFML/Graphics/Font.hpp>
@@ -62,6 +63,11 @@ float rescaled(int pixel, int configured, unsigned actual) {
     return static_cast<float>(static_cast<double>(pixel) * configured / actual);
 }
 
+bool loadFont(sf::Font &font, const std::string &filename) {
+    const LibraryMessages messages;
+    return font.loadFromFile(filename);
+}
+
 int nextShake(int scale) {
     return scale - std::rand() % (scale + 1) * 2 + 1;
 }
@@ -100,7 +106,8 @@ int DisplayManager::takeSizes() {
                          config.getWindowHorizontalChars(), config.getWindowVerticalChars()};
     // Headless as well: cells and random positions are divided by them.
     if (!std::all_of(std::begin(sizes), std::end(sizes), isSide))
-        return refuseWindow("Its sides are 1 to 16384 pixels and 1 to 16384 characters long.");
+        return refuseWindow("Its sides are 1 to " + std::to_string(longest_side) +
+                            " long, in pixels and in characters.");
     window_horizontal_pixels = sizes[0];
     window_vertical_pixels = sizes[1];
     window_horizontal_chars = sizes[2];
@@ -129,8 +136,10 @@ int DisplayManager::openWindow() {
     p_window = makeIfPossible<sf::RenderWindow>(sf::VideoMode(width, height, bits_per_pixel),
                                                 config.getWindowTitle(),
                                                 static_cast<sf::Uint32>(config.getWindowStyle()));
-    if (!p_window || !p_window->isOpen())
+    if (!p_window || !p_window->isOpen()) {
+        p_window.reset();
         return refuseWindow("The windowing library has written why to standard error.");
+    }
     // A window that comes out larger or smaller than asked for still shows the whole grid.
     p_window->setView(sf::View({0, 0, static_cast<float>(window_horizontal_pixels),
                                 static_cast<float>(window_vertical_pixels)}));
@@ -142,7 +151,7 @@ int DisplayManager::openWindow() {
 int DisplayManager::prepareCells() {
     const Config &config = Config::getInstance();
     font = makeIfPossible<sf::Font>();
-    if (!font || !font->loadFromFile(config.getFontFile()))
+    if (!font || !loadFont(*font, config.getFontFile()))
         return logFailure("DisplayManager::startUp(): Unable to load font from file '%s'.",
                           config.getFontFile().c_str());
 
@@ -210,11 +219,12 @@ int DisplayManager::drawString(Vector world_pos, const std::string &str, Justifi
         return refuseUnstarted();
     if (Config::getInstance().getHeadless())
         return -1;
-    Vector pos = world_pos;
+    std::size_t before = 0; // Characters left of the position.
     if (just == CENTER_JUSTIFIED)
-        pos.x -= static_cast<float>(str.length() / 2);
+        before = str.length() / 2;
     else if (just == RIGHT_JUSTIFIED)
-        pos.x -= static_cast<float>(str.length());
+        before = str.length();
+    const Vector pos = world_pos - Vector{static_cast<float>(before), 0};
     for (std::size_t i = 0; i < str.length(); ++i)
         drawCh({pos.x + static_cast<float>(i), pos.y}, str[i], color);
     return 0;

@@ -60,6 +60,7 @@ bool InputManager::isValid(const std::string &event_type) const {
 int InputManager::startUp() {
     if (isStarted())
         return refuseSecondStart();
+    is_window_closed = false;
     LogManager &log = LogManager::getInstance();
     DisplayManager &display = DisplayManager::getInstance();
     if (Config::getInstance().getHeadless()) {
@@ -102,6 +103,7 @@ void InputManager::getInput() {
     while (p_window->pollEvent(event)) {
         if (event.type == sf::Event::Closed) {
             log.writeLog(1, "InputManager::getInput(): Window close event. Setting game over.");
+            is_window_closed = true;
             GameManager::getInstance().setGameOver();
             return;
         }

@@ -33,6 +33,11 @@ class InputManager : public Manager {
     /// after that is read in this step.
     void getInput();
 
+    /// Whether the person has asked to close the window since the last start. The game loop forgets
+    /// it when it runs again; a game that runs the loop more than once, as a title sequence does,
+    /// asks here whether to go on.
+    bool isWindowClosed() const { return is_window_closed; }
+
     /// The key of a key press or release as an event; its action is the caller's to set.
     ///
     /// REQUIRES: key_event is a KeyPressed or a KeyReleased.
@@ -44,6 +49,8 @@ class InputManager : public Manager {
     void deliver(const sf::Event &event);
     void pollMouse(const sf::RenderWindow &window);
     void pollKeys();
+
+    bool is_window_closed = false;
 };
 
 } // namespace sv

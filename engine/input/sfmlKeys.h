@@ -9,8 +9,8 @@ namespace sv {
 
 /// Keys that follow each other in the library's numbers and in the engine's.
 struct KeyRun {
-    int library; ///< The first of them.
-    Keyboard::Key engine;
+    int library = 0; ///< The first of them.
+    Keyboard::Key engine = Keyboard::UNDEFINED_KEY;
     int count = 1;
 };
 

@@ -16,8 +16,11 @@ int Music::loadMusic(const std::string &filename) {
     music.reset();
     const bool has_device = hasAudioDevice();
     const LibraryMessages messages;
+    sf::InputSoundFile file;
+    if (!openSoundFile(file, filename))
+        return -1;
     if (!has_device)
-        return sf::InputSoundFile().openFromFile(filename) ? 0 : -1;
+        return 0;
     auto opened = std::make_unique<sf::Music>();
     if (!opened->openFromFile(filename))
         return -1;

@@ -25,7 +25,7 @@ struct Samples {
 /// what is there, where the library would take it for what is claimed.
 bool decode(const std::string &filename, Samples &samples) {
     sf::InputSoundFile file;
-    if (!file.openFromFile(filename))
+    if (!openSoundFile(file, filename))
         return false;
     samples.channels = file.getChannelCount();
     samples.per_second = file.getSampleRate();

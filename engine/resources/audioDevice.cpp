@@ -3,11 +3,18 @@
 #include "core/LogManager.h"
 #include "resources/LibraryMessages.h"
 
+#include <SFML/Audio/InputSoundFile.hpp>
 #include <SFML/Audio/SoundBuffer.hpp>
+
+#include <algorithm>
 
 namespace sv {
 
 namespace {
+
+/// Those that the library has a layout for.
+constexpr unsigned playable_channels[] = {1, 2, 4, 6, 7, 8};
+constexpr unsigned most_samples_per_second = 384'000;
 
 /// The library opens the device with its first object and answers nothing: that it complains is
 /// all that tells.
@@ -30,6 +37,15 @@ bool findDevice() {
 bool hasAudioDevice() {
     static const bool has_device = findDevice();
     return has_device;
+}
+
+bool openSoundFile(sf::InputSoundFile &file, const std::string &filename) {
+    if (!file.openFromFile(filename))
+        return false;
+    const unsigned rate = file.getSampleRate();
+    return 1 <= rate && rate <= most_samples_per_second &&
+           std::ranges::find(playable_channels, file.getChannelCount()) !=
+               std::end(playable_channels);
 }
 
 } // namespace sv

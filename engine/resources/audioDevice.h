@@ -1,5 +1,11 @@
-/// Whether this machine can play at all.
+/// Whether this machine can play at all, and which files it can.
 #pragma once
+
+#include <string>
+
+namespace sf {
+class InputSoundFile;
+}
 
 namespace sv {
 
@@ -10,5 +16,10 @@ namespace sv {
 /// lines to standard error, and a playing track would spin in its thread. To play to nowhere on
 /// purpose, OpenAL's own settings do (ALSOFT_DRIVERS=null): its null output counts as a device.
 bool hasAudioDevice();
+
+/// Opens a sound file; false if it cannot be read, or if it claims channels or a sample rate that
+/// no device plays. The library takes memory for a second of whatever a track claims to be, so
+/// each file passes here first.
+bool openSoundFile(sf::InputSoundFile &file, const std::string &filename);
 
 } // namespace sv

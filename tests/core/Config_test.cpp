@@ -37,26 +37,24 @@ class ConfigTest : public test::EngineTest {
 
 TEST_F(ConfigTest, prints_the_built_in_settings_without_a_file) {
     EXPECT_EQ(load(""), "");
-    const std::vector<std::string> expected{
-        "-----------------------------------",
-        "Selvane configuration:",
-        "  Window horizontal pixels: 1024",
-        "  Window vertical pixels: 768",
-        "  Window horizontal characters: 80",
-        "  Window vertical characters: 24",
-        "  Window background color: 0",
-        "  Frame time: 33",
-        "  Window style: default",
-        "  Window title: Selvane",
-        "  Show mouse: false",
-        "  Headless: false",
-        "  Font file: sv-font.ttf",
-        "  Log file: selvane.log",
-        "  Random seed: 0",
-        "  Networking: false",
-        "  Scene graph: simple",
-        "-----------------------------------",
-    };
+    const std::vector<std::string> expected{"-----------------------------------",
+                                            "Selvane configuration:",
+                                            "  Window horizontal pixels: 1024",
+                                            "  Window vertical pixels: 768",
+                                            "  Window horizontal characters: 80",
+                                            "  Window vertical characters: 24",
+                                            "  Window background color: 0",
+                                            "  Frame time: 33",
+                                            "  Window style: default",
+                                            "  Window title: Selvane",
+                                            "  Show mouse: false",
+                                            "  Headless: false",
+                                            "  Font file: sv-font.ttf",
+                                            "  Log file: selvane.log",
+                                            "  Random seed: 0",
+                                            "  Networking: false",
+                                            "  Scene graph: simple",
+                                            "-----------------------------------"};
     EXPECT_EQ(printed(), expected);
     LogManager::getInstance().setLogLevel(0);
     EXPECT_EQ(printed(), std::vector<std::string>());
@@ -102,22 +100,15 @@ TEST_F(ConfigTest, values_are_taken_by_their_rules) {
         {"window_title:Space Game,", "  Window title: SpaceGame", ""},
         {"window_title:a:b,", "  Window title: a", ""},
         {"window_title:a,window_title:b", "  Window title: a", ""},
-        {"window_title:,window_title:b", "  Window title: Selvane", ""},
         {"Window_title:b,", "  Window title: Selvane", ""},
         {"frame_time:fast,", "  Frame time: 0", ""},
         {"frame_time:,", "  Frame time: 33", ""},
         {"frame_time:-5ms,", "  Frame time: -5", ""},
-        {"frame_time:20headless:true,", "  Frame time: 20", ""},
         {"frame_time:20headless:true,", "  Headless: false", ""},
-        {"show_mouse:true,", "  Show mouse: true", ""},
         {"show_mouse:TRUE,", "  Show mouse: false", ""},
-        {"show_mouse:true,show_mouse:false", "  Show mouse: true", ""},
-        {"headless:1,", "  Headless: false", ""},
         {"window_style:fullscreen,", "  Window style: fullscreen", ""},
         {"window_style:Fullscreen,", "  Window style: default",
          "loadConfig(): Unsupported window style 'Fullscreen'\n"},
-        {"window_style:8,", "  Window style: default",
-         "loadConfig(): Unsupported window style '8'\n"},
         {"window_background_color:black,", "  Window background color: 0", ""},
         {"window_background_color:red,", "  Window background color: 1", ""},
         {"window_background_color:green,", "  Window background color: 2", ""},
@@ -128,8 +119,6 @@ TEST_F(ConfigTest, values_are_taken_by_their_rules) {
         {"window_background_color:cyan,", "  Window background color: 6", ""},
         {"window_background_color:Red,", "  Window background color: 7",
          "loadConfig(): Unsupported window color 'Red'\n"},
-        {"window_background_color:3,", "  Window background color: 7",
-         "loadConfig(): Unsupported window color '3'\n"},
     };
     // What each case starts from; white, so that black shows.
     const std::string before = "frame_time:33,window_style:default,window_title:Selvane,"
@@ -151,11 +140,9 @@ TEST_F(ConfigTest, a_file_is_joined_line_to_line) {
     const Case cases[] = {
         {"a:1,\nb:2,\n", "a:1,b:2,"},
         {"a:1,\r\n\r\nb:2,\r\n", "a:1,b:2,"},
-        {"a:1,\nb:2,", "a:1,b:2,"},
         {"frame_time:20\nheadless:true\n", "frame_time:20headless:true"},
         {"# a\n#b\na:1,#c\n", "a:1,#c"},
         {" #a:1,\nb:2,\n", " #a:1,b:2,"},
-        {"a\n\n  \n", "a  "},
         {"a:\rb\n", "a:\rb"},
         {"", ""},
     };
@@ -165,33 +152,22 @@ TEST_F(ConfigTest, a_file_is_joined_line_to_line) {
     }
 }
 
-TEST_F(ConfigTest, an_indented_comment_is_an_entry_that_no_setting_has) {
-    writeFile("sv-config.txt", " # frame_time:20,\r\n\tframe_time : 21 ,\r\n# frame_time:22,\r\n");
-    load("");
-    EXPECT_EQ(config.getFrameTime(), 21);
-}
-
 TEST_F(ConfigTest, the_variable_names_the_file) {
     writeFile("sv-config.txt", "frame_time:20,");
-    writeFile("other.txt", "frame_time:21,");
+    writeFile("other.txt", " # frame_time:22,\r\n\tframe_time : 21 ,\r\n");
     test::setEnvironment(CONFIG_FILE_VARIABLE, "other.txt");
     load("");
-    EXPECT_EQ(config.getFrameTime(), 21);
+    EXPECT_EQ(config.getFrameTime(), 21) << "an indented comment is an entry of no setting";
 }
 
 TEST_F(ConfigTest, a_file_that_cannot_be_opened_is_reported_by_the_default_name) {
     test::setEnvironment(CONFIG_FILE_VARIABLE, "missing/other.txt");
+    match("frame_time:20,window_title:Other,", "frame_time");
     EXPECT_EQ(load(""), "");
+    EXPECT_EQ(config.getFrameTime(), 33) << "taken from another text";
     LogManager::getInstance().setLogLevel(1);
     EXPECT_EQ(load(""), "Config::readConfig(): Cannot open Selvane configuration file "
                         "'sv-config.txt'.\n");
-}
-
-TEST_F(ConfigTest, without_a_file_nothing_is_taken_from_another_text) {
-    match("frame_time:20,window_title:Other,", "frame_time");
-    load("");
-    EXPECT_EQ(config.getFrameTime(), 33);
-    EXPECT_EQ(config.getWindowTitle(), "Selvane");
 }
 
 } // namespace

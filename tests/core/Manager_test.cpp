@@ -1,7 +1,6 @@
 #include "core/Manager.h"
 
 #include "core/Event.h"
-#include "core/EventStep.h"
 #include "core/LogManager.h"
 #include "support/EngineTest.h"
 #include "world/Object.h"
@@ -82,34 +81,22 @@ class Dispatch : public test::EngineTest {
     Listener c{'c', told};
 };
 
-TEST_F(Dispatch, tells_those_who_registered_in_their_order) {
+TEST_F(Dispatch, tells_the_active_ones_in_the_order_of_registration) {
     add(b);
     add(a);
     add(c, "t2");
     EXPECT_EQ(send(), "ba");
     EXPECT_EQ(send("t2"), "c");
     EXPECT_EQ(send("t3"), "");
-}
-
-TEST_F(Dispatch, one_that_registered_twice_is_told_twice) {
-    add(a);
+    b.setActive(false);
+    EXPECT_EQ(send(), "a");
+    b.setActive(true);
     add(b);
-    add(a);
-    EXPECT_EQ(send(), "aba");
-    EXPECT_EQ(drop(a), 0);
-    EXPECT_EQ(send(), "ba");
-    EXPECT_EQ(drop(a), 0);
-    EXPECT_EQ(drop(a), -1);
-    EXPECT_EQ(send(), "b");
-}
-
-TEST_F(Dispatch, inactive_objects_are_passed_over_and_not_counted) {
-    add(a);
-    add(b);
-    a.setActive(false);
-    EXPECT_EQ(send(), "b");
-    a.setActive(true);
+    EXPECT_EQ(send(), "bab") << "registered twice";
+    EXPECT_EQ(drop(b), 0);
     EXPECT_EQ(send(), "ab");
+    EXPECT_EQ(drop(b), 0);
+    EXPECT_EQ(drop(b), -1);
 }
 
 TEST_F(Dispatch, a_handler_may_change_who_is_told_next_time) {
@@ -119,17 +106,8 @@ TEST_F(Dispatch, a_handler_may_change_who_is_told_next_time) {
         const char *told, *told_next;
     };
     const Case cases[] = {
-        {"nothing", [] {}, "ab", "ab"},
-        {"leaves", [&] { drop(a); }, "ab", "b"},
         {"removes the other", [&] { drop(b); }, "ab", "a"},
-        {"removes all",
-         [&] {
-             drop(a);
-             drop(b);
-         },
-         "ab", ""},
         {"adds a third", [&] { add(c); }, "ab", "abc"},
-        {"adds itself again", [&] { add(a); }, "ab", "aba"},
         {"moves to the end",
          [&] {
              drop(a);
@@ -137,7 +115,6 @@ TEST_F(Dispatch, a_handler_may_change_who_is_told_next_time) {
          },
          "ab", "ba"},
         {"silences the other", [&] { b.setActive(false); }, "a", "a"},
-        {"silences itself", [&] { a.setActive(false); }, "ab", "b"},
         {"registers for many types",
          [&] {
              for (int i = 0; i < 99; ++i)
@@ -163,6 +140,7 @@ TEST_F(Dispatch, a_handler_may_change_who_is_told_next_time) {
 }
 
 TEST_F(Dispatch, a_hundred_types_and_no_more_and_no_word_about_it) {
+    EXPECT_EQ(manager.registerInterest(nullptr, "t-none"), -1) << "takes no place";
     startLog(99);
     for (int i = 0; i < MAX_EVENTS; ++i)
         add(a, "t" + std::to_string(i));
@@ -171,28 +149,12 @@ TEST_F(Dispatch, a_hundred_types_and_no_more_and_no_word_about_it) {
     EXPECT_EQ(logText(), before);
     add(b, "t99");
     EXPECT_EQ(send("t99"), "ab");
-    EXPECT_EQ(send("t100"), "");
 
     EXPECT_EQ(drop(a, "t50"), 0);
+    EXPECT_EQ(drop(a, "t50"), -1);
     add(b, "t100");
     EXPECT_EQ(send("t49") + send("t50") + send("t51") + send("t100"), "aab");
     EXPECT_EQ(manager.registerInterest(&b, "t50"), -1);
-}
-
-TEST_F(Dispatch, a_type_without_objects_takes_no_place) {
-    add(a, "t1");
-    add(b, "t2");
-    add(c, "t3");
-    EXPECT_EQ(drop(b, "t2"), 0);
-    EXPECT_EQ(drop(b, "t2"), -1);
-    EXPECT_EQ(send("t1") + send("t2") + send("t3"), "ac");
-    add(b, "t2");
-    EXPECT_EQ(send("t1") + send("t2") + send("t3"), "abc");
-
-    for (int i = 4; i < MAX_EVENTS; ++i)
-        add(a, "t" + std::to_string(i));
-    EXPECT_EQ(manager.registerInterest(nullptr, "t-new"), -1);
-    add(a, "t-new");
 }
 
 TEST_F(Dispatch, refuses_what_it_does_not_deliver) {
@@ -214,37 +176,24 @@ TEST_F(Dispatch, refuses_what_it_does_not_deliver) {
               "Manager(Switchboard)::onEvent(): Error! Event type other not valid.\n");
 
     LogManager::getInstance().setLogLevel(0);
-    const std::string before = logText();
-    EXPECT_EQ(manager.onEvent(&undefined), 0);
-    EXPECT_EQ(send("other"), "");
-    EXPECT_EQ(logText(), before);
-    EXPECT_EQ(manager.registerInterest(&a, "other"), -1);
-    EXPECT_NE(logText(), before);
-}
-
-TEST_F(Dispatch, a_manager_that_says_nothing_else_delivers_nothing) {
-    class Silent : public Manager {};
-    Silent silent;
-    EXPECT_EQ(silent.registerInterest(&a, STEP_EVENT), -1);
-    const EventStep step(0);
-    EXPECT_EQ(silent.onEvent(&step), 0);
+    const std::size_t before = logLines().size();
+    manager.onEvent(&undefined);
+    send("other");
+    manager.registerInterest(&a, "other");
+    EXPECT_EQ(logLines().size(), before + 1) << "only the last is told at level 0";
 }
 
 TEST_F(Dispatch, starting_or_stopping_twice_is_a_warning) {
     startLog(1);
-    EXPECT_FALSE(manager.isStarted());
     manager.shutDown();
     EXPECT_EQ(manager.startUp(), 0);
     EXPECT_EQ(logText(), "Manager::shutDown(): Warning! Switchboard not started.\n");
     EXPECT_EQ(manager.startUp(), 0);
-    EXPECT_TRUE(manager.isStarted());
     EXPECT_EQ(logLines().back(), "Manager::startUp(): Warning! Switchboard already started.");
-
     add(a);
     manager.shutDown();
     EXPECT_FALSE(manager.isStarted());
     EXPECT_EQ(send(), "a") << "interests outlive a stop";
-    EXPECT_EQ(logLines().size(), 2U);
 }
 
 } // namespace

@@ -30,28 +30,16 @@ class Lists : public test::EngineTest {
 
 TEST_F(Lists, keep_the_order_and_take_an_object_twice) {
     ObjectList list = listOf("abcab");
-    EXPECT_EQ(list.getCount(), 5);
+    const ObjectList copy = list;
     EXPECT_EQ(list.remove(&objects[0]), 0);
     EXPECT_EQ(lettersOf(list), "bcab") << "only the first goes";
+    EXPECT_EQ(lettersOf(copy), "abcab") << "a copy is a list of its own";
     EXPECT_EQ(list.remove(&objects[3]), -1);
-    EXPECT_EQ(list.remove(nullptr), -1);
     EXPECT_EQ(list.insert(nullptr), -1);
-    EXPECT_EQ(lettersOf(list), "bcab");
-    EXPECT_TRUE(list.contains(&objects[2]));
+    EXPECT_EQ(lettersOf(list + listOf("da")), "bcabda");
     EXPECT_FALSE(list.contains(&objects[3]));
     list.clear();
-    EXPECT_TRUE(list.isEmpty());
-    EXPECT_EQ(list.remove(&objects[0]), -1);
-}
-
-TEST_F(Lists, copies_and_sums_are_lists_of_their_own) {
-    ObjectList left = listOf("ab");
-    const ObjectList copy = left;
-    const ObjectList sum = left + listOf("ca");
-    left.remove(&objects[0]);
-    EXPECT_EQ(lettersOf(copy), "ab");
-    EXPECT_EQ(lettersOf(sum), "abca");
-    EXPECT_EQ(lettersOf(left), "b");
+    EXPECT_EQ(list.remove(&objects[1]), -1);
 }
 
 TEST_F(Lists, may_change_while_an_iterator_walks) {

@@ -1,9 +1,9 @@
 #include "core/text.h"
 
+#include "core/LogManager.h"
 #include "support/EngineTest.h"
 #include "support/ManualTime.h"
 
-#include <algorithm>
 #include <climits>
 #include <cmath>
 
@@ -21,24 +21,19 @@ TEST_F(Match, finds_the_value_of_a_key) {
     };
     const Case cases[] = {
         {"a:1,b:2", "b", "2"},
-        {"a:1,b:2,", "b", "2"},
         {" a : 1 ,\n\tb :\v x \f y\r,", "b", "xy"},
         {"a:1:2", "a", "1"},
         {"a", "a", ""},
-        {"a:", "a", ""},
         {"a:1,a:2", "a", "1"},
         {"a:,a:2", "a", ""},
         {"a:1", "A", ""},
         {"ab:1,b:2", "b", "2"},
-        {"b:1,ab:2", "ab", "2"},
         {",,a:1,,b:2", "b", "2"},
         {":a:1", "a", "1"},
-        {"a::1", "a", "1"},
         {"a:1,::,b:2", "a", "1"},
         {"a:1,::,b:2", "b", ""}, // An element of colons alone ends the text.
         {":", "", ""},
         {"  ", "a", ""},
-        {",", "", ""},
     };
     for (const Case &c : cases)
         EXPECT_EQ(match(c.text, c.key), c.value) << c.key << " in '" << c.text << "'";
@@ -53,36 +48,23 @@ TEST_F(Match, an_empty_text_asks_the_last_one_again) {
     EXPECT_EQ(match("", "a"), "");
 }
 
-TEST_F(Match, tells_how_it_parsed) {
+TEST_F(Match, tells_how_it_parsed_and_at_its_highest_level_every_comparison) {
     startLog(25);
     match("a: 1,b", "b");
-    EXPECT_EQ(logLines(), (std::vector<std::string>{
-                              "LogManager::startUp(): successfully started.",
-                              "match(\"a: 1,b\", \"b\")",
-                              "match(): number of elements allocated is 2",
-                              "\titem number 0",
-                              "\tkey a",
-                              "\tval 1",
-                              "\titem number 1",
-                              "\tkey b",
-                              "\tval ",
-                              "match(): parsed.",
-                              "match(): Looking for match 'b' among 2 items.",
-                          }));
-}
-
-TEST_F(Match, tells_every_comparison_at_its_highest_level) {
-    startLog(28);
+    EXPECT_EQ(logText(), "LogManager::startUp(): successfully started.\n"
+                         "match(\"a: 1,b\", \"b\")\n"
+                         "match(): number of elements allocated is 2\n"
+                         "\titem number 0\n\tkey a\n\tval 1\n"
+                         "\titem number 1\n\tkey b\n\tval \n"
+                         "match(): parsed.\n"
+                         "match(): Looking for match 'b' among 2 items.\n");
+    LogManager::getInstance().setLogLevel(28);
     match("a:1,b", "b");
     for (const char *line :
          {"\t0  a : 1", "\t1  b : ", "match(): 0: a == b?", "match(): 1: b == b?"})
         EXPECT_EQ(logCount(line), 1) << line;
-    const auto lines = logLines();
-    const auto begins = [&](const std::string &start) {
-        return std::ranges::count_if(lines, [&](const auto &l) { return l.starts_with(start); });
-    };
-    EXPECT_EQ(begins("\tp_element is 'a:1' ("), 1);
-    EXPECT_EQ(begins("\ttoken is 'a' ("), 1);
+    for (const char *begin : {"\n\tp_element is 'a:1' (", "\n\ttoken is 'a' ("})
+        EXPECT_NE(logText().find(begin), std::string::npos) << begin;
 }
 
 TEST(ParseInt, reads_the_integer_at_the_start) {
@@ -94,16 +76,8 @@ TEST(ParseInt, reads_the_integer_at_the_start) {
         {"", 0},
         {"20headless", 20},
         {" \t+7", 7},
-        {"-7.9", -7},
-        {"-0.5", 0},
-        {"0x10", 0},
         {"x1", 0},
-        {"+", 0},
-        {"-", 0},
         {"+-5", 0},
-        {"++5", 0},
-        {"- 5", 0},
-        {"0042", 42},
         {"2147483647", INT_MAX},
         {"-2147483648", INT_MIN},
         {"2147483648", INT_MAX},
@@ -120,24 +94,9 @@ TEST(ParseFloat, reads_the_number_at_the_start) {
         float value;
     };
     const Case cases[] = {
-        {"", 0},
-        {"x", 0},
-        {"+-1", 0},
-        {" 2.5cells", 2.5F},
-        {"+.5", 0.5F},
-        {"-0.25", -0.25F},
-        {"1e3", 1000},
-        {"1e", 1},
-        {"0.1", 0.1F},
-        {"3e38", 3e38F},
-        {"4e38", infinite},
-        {"-4e38", -infinite},
-        {"1e999", infinite},
-        {"-1E999", -infinite},
-        {"1e-999", 0},
-        {"-1E-999", 0},
-        {"inf", infinite},
-        {"-Infinity", -infinite},
+        {"", 0},         {" 2.5cells", 2.5F}, {"1e3", 1000},
+        {"3e38", 3e38F}, {"4e38", infinite},  {"-1E999", -infinite},
+        {"1e-999", 0},   {"inf", infinite},   {"-Infinity", -infinite},
     };
     for (const Case &c : cases)
         EXPECT_EQ(parseFloat(c.text), c.value) << "'" << c.text << "'";
@@ -150,10 +109,8 @@ TEST(ToString, writes_floats_in_six_digits_at_most) {
         const char *text;
     };
     const Case cases[] = {
-        {0, "0"},           {0.5F, "0.5"},     {2, "2"},
-        {-0.5F, "-0.5"},    {0.99F, "0.99"},   {1.0F / 3, "0.333333"},
-        {100000, "100000"}, {1e6F, "1e+06"},   {123456.7F, "123457"},
-        {1e-5F, "1e-05"},   {infinite, "inf"}, {-3.4e38F, "-3.4e+38"},
+        {2, "2"},        {-0.5F, "-0.5"},  {1.0F / 3, "0.333333"}, {100000, "100000"},
+        {1e6F, "1e+06"}, {1e-5F, "1e-05"}, {infinite, "inf"},
     };
     for (const Case &c : cases)
         EXPECT_EQ(toString(c.value), c.text);

@@ -31,11 +31,11 @@ TEST_F(DisplayMemoryTest, a_full_screen_allocates_no_more_than_one_character) {
     startDisplay();
     DisplayManager &display = DisplayManager::getInstance();
     const std::string row = "abcdefghijklmnopqrstuvwxyz 0123456789 ABCDEFGHIJKLMNOPQRSTUVWXYZ";
-    const auto fillScreen = [&] {
+    const auto fill_screen = [&] {
         for (int y = 0; y < 24; ++y)
             display.drawString({0, static_cast<float>(y)}, row);
     };
-    EXPECT_EQ(allocationsOf(fillScreen), 0);
+    EXPECT_EQ(allocationsOf(fill_screen), 0);
     display.swapBuffers();
 
     const long one_character = allocationsOf([&] {
@@ -43,7 +43,7 @@ TEST_F(DisplayMemoryTest, a_full_screen_allocates_no_more_than_one_character) {
         display.swapBuffers();
     });
     EXPECT_EQ(allocationsOf([&] {
-                  fillScreen();
+                  fill_screen();
                   display.swapBuffers();
               }),
               one_character);

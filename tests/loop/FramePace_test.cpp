@@ -12,7 +12,6 @@ namespace {
 
 constexpr int no_sleep = -1;
 constexpr long long hour_ms = 3'600'000;
-constexpr long long minute_ms = 60'000;
 
 struct Step {
     long long work_ms;          // How far the wall clock moves until the step's end.
@@ -62,7 +61,6 @@ TEST_F(Pace, a_step_sleeps_what_its_work_and_the_last_oversleep_left) {
     const Scenario scenarios[] = {
         {"steady", 33, {{10, 0, 23}, {0, 0, 33}, {32, 0, 1}}},
         {"an oversleep shortens the next step alone", 33, {{10, 4, 23}, {10, 0, 19}, {10, 0, 23}}},
-        {"each oversleep counts once", 33, {{10, 4, 23}, {10, 4, 19}, {10, 0, 19}, {10, 0, 23}}},
         {"a sleep that ends early is no debt", 33, {{10, -5, 23}, {10, 0, 23}}},
         {"an overrun is told, but not of the first step",
          33,
@@ -82,7 +80,6 @@ TEST_F(Pace, a_step_sleeps_what_its_work_and_the_last_oversleep_left) {
           {50, 0, no_sleep},
           {50, 0, no_sleep, "frame_time 33 ms, split 50 ms"}}},
         {"frame time 0", 0, {{0, 0, no_sleep}, {50, 0, no_sleep}, {0, 0, no_sleep}}},
-        {"frame time -5", -5, {{0, 0, no_sleep}, {50, 0, no_sleep}}},
         {"frame time 1",
          1,
          {{0, 0, 1}, {1, 0, no_sleep, "frame_time 1 ms, split 1 ms"}, {0, 1, 1}, {0, 0, no_sleep}}},
@@ -96,21 +93,13 @@ TEST_F(Pace, a_step_sleeps_what_its_work_and_the_last_oversleep_left) {
 TEST_F(Pace, a_wall_clock_that_is_set_never_costs_more_than_a_frame) {
     const Scenario scenarios[] = {
         {"back in a step", 33, {{-500, 0, 33}, {10, 0, 23}}},
-        // What 32 bits make of it.
         {"back an hour in a step",
          33,
          {{0, 0, 33}, {-hour_ms, 0, no_sleep, "frame_time 33 ms, split 694967 ms"}, {10, 0, 23}}},
-        {"forward half an hour in a step",
-         33,
-         {{0, 0, 33},
-          {30 * minute_ms, 0, no_sleep, "frame_time 33 ms, split 1800000 ms"},
-          {10, 0, 23}}},
         {"forward an hour in a step", 33, {{hour_ms, 0, 33}, {10, 0, 23}}},
         {"back in a sleep", 33, {{10, -500, 23}, {10, 0, 23}}},
         {"back an hour in a sleep", 33, {{10, -hour_ms, 23}, {10, 0, no_sleep}, {10, 0, 23}}},
         {"forward in a sleep", 33, {{10, 20'000, 23}, {10, 0, no_sleep}, {10, 0, 23}}},
-        {"forward an hour in a sleep", 33, {{10, hour_ms, 23}, {10, 0, 23}}},
-        {"back in a step that follows an oversleep", 33, {{10, 4, 23}, {-500, 0, 33}, {10, 0, 23}}},
     };
     startLog();
     time.now_ms = 48 * hour_ms;
@@ -119,14 +108,10 @@ TEST_F(Pace, a_wall_clock_that_is_set_never_costs_more_than_a_frame) {
 }
 
 TEST_F(Pace, the_network_may_take_a_fifth_of_a_step) {
-    struct Case {
-        int frame_time;
-        std::int64_t microseconds;
-    };
-    // The last is what single precision makes of it.
-    const Case cases[] = {{33, 6'600}, {1, 200}, {0, 0}, {-5, -1'000}, {INT_MAX, 429'496'729'600}};
-    for (const Case &c : cases)
-        EXPECT_EQ(FramePace(c.frame_time).networkBudget(), c.microseconds);
+    EXPECT_EQ(FramePace(33).networkBudget(), 6'600);
+    EXPECT_EQ(FramePace(-5).networkBudget(), -1'000);
+    // What single precision makes of it.
+    EXPECT_EQ(FramePace(INT_MAX).networkBudget(), 429'496'729'600);
 }
 
 TEST_F(Pace, paths_may_take_most_of_what_is_left_of_a_step) {
@@ -135,15 +120,10 @@ TEST_F(Pace, paths_may_take_most_of_what_is_left_of_a_step) {
     };
     const Case cases[] = {
         {33, 0, 31},
-        {33, 10'000, 21},
         {33, 31'000, 1},
-        {33, 32'000, 0},
-        {33, 33'000, 0},
         {33, 35'000, -1},
         {33, INT_MAX, -2'040'078},
-        {33, -1'000, 31},
         {33, INT_MIN, 31},
-        {0, 0, 0},
         {0, 5'000, -4},
         {-5, 0, -4},
         {141'300, 0, 134'234}, // One more in double precision.

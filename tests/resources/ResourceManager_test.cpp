@@ -7,6 +7,8 @@
 
 #include <SFML/System/Err.hpp>
 
+#include <algorithm>
+
 namespace {
 
 using test::EngineTest;
@@ -42,7 +44,7 @@ TEST_F(Resources, the_first_of_two_with_one_label_is_found_and_labels_are_exact)
     EXPECT_NE(resources.getSound(""), nullptr);
     EXPECT_NE(resources.getMusic("it"), nullptr);
 
-    for (const std::string label : {"It", "it ", "i", "[Undefined]"}) {
+    for (const std::string label : {"It", "it ", "[Undefined]"}) {
         EXPECT_EQ(resources.getSprite(label), nullptr);
         EXPECT_EQ(lastLine(), "RM::getSprite(): Warning! Sprite '" + label + "' not found.");
         EXPECT_EQ(resources.getSound(label), nullptr);
@@ -55,12 +57,15 @@ TEST_F(Resources, the_first_of_two_with_one_label_is_found_and_labels_are_exact)
 TEST_F(Resources, a_file_that_cannot_be_read_is_refused_and_takes_no_place) {
     writeFile("noise.wav", "this is no sound");
     writeFile("cut.wav", test::waveFile({1, 2, 3, 4}).substr(0, 48));
-    for (const std::string file : {"missing/x", "noise.wav", "cut.wav"}) {
+    // A track takes memory for a second of what it claims to be.
+    writeFile("fast.wav", test::waveFile({1, 2, 3, 4}, 2'000'000'000));
+    writeFile("still.wav", test::waveFile({1, 2, 3, 4}, 0));
+    for (const std::string file : {"missing/x", "noise.wav", "fast.wav", "still.wav", "cut.wav"}) {
         EXPECT_EQ(resources.loadSound(file, "s"), -1);
         EXPECT_EQ(lastLine(),
                   "RM::loadSound(): Error! Cannot load sound from file '" + file + "'.");
-    }
-    for (const std::string file : {"missing/x", "noise.wav"}) {
+        if (file == "cut.wav")
+            continue; // A track is read no further than its header.
         EXPECT_EQ(resources.loadMusic(file, "m"), -1);
         EXPECT_EQ(lastLine(),
                   "RM::loadmusic(): Error! Cannot load music from file '" + file + "'.");
@@ -99,11 +104,8 @@ TEST_F(Resources, each_store_has_its_limit) {
     for (int i = 0; i < 1000; ++i)
         ASSERT_EQ(resources.loadSprite("spr.txt", std::to_string(i)), 0);
     EXPECT_EQ(resources.loadSprite("spr.txt", "more"), -1);
-    const auto lines = logLines();
-    ASSERT_GE(lines.size(), 2U);
-    EXPECT_EQ(lines[lines.size() - 2],
-              "RM::loadRobustSprite(): Error! Cannot add more Sprites (max is 1000).");
-    EXPECT_EQ(lines.back(), "RM::loadRobustSprite(): Sprite 'more' not loaded.");
+    EXPECT_EQ(logCount("RM::loadRobustSprite(): Error! Cannot add more Sprites (max is 1000)."), 1);
+    EXPECT_EQ(lastLine(), "RM::loadRobustSprite(): Sprite 'more' not loaded.");
 
     for (int i = 0; i < 100; ++i)
         ASSERT_EQ(resources.loadSound("beep.wav", std::to_string(i)), 0);
@@ -121,27 +123,21 @@ TEST_F(Resources, each_store_has_its_limit) {
 }
 
 TEST_F(Resources, as_many_tracks_are_stopped_as_there_are_sounds) {
-    const struct {
-        int sounds;
-        int stopped_tracks;
-    } cases[] = {{0, 0}, {1, 1}, {3, 3}, {49, 49}, {50, 50}, {51, 50}, {100, 50}};
-    for (const auto &c : cases) {
-        resources.loadMusic("beep.wav", "a");
-        resources.loadMusic("beep.wav", "b");
-        for (int i = 0; i < c.sounds; ++i)
+    for (const int sounds : {0, 1, 49, 51, 100}) {
+        resources.loadMusic("beep.wav", "m");
+        for (int i = 0; i < sounds; ++i)
             resources.loadSound("beep.wav", "s");
         sv::LogManager::getInstance().setLogLevel(5);
         const int before = logCount("Music::stop(): Stopping music.");
         resources.shutDown();
-        EXPECT_EQ(logCount("Music::stop(): Stopping music.") - before, c.stopped_tracks)
-            << c.sounds << " sounds";
+        EXPECT_EQ(logCount("Music::stop(): Stopping music.") - before, std::min(sounds, 50));
         sv::LogManager::getInstance().setLogLevel(0);
         resources.startUp();
     }
 }
 
 TEST_F(Resources, is_empty_after_a_stop_and_a_start_and_loads_nothing_in_between) {
-    for (int round = 0; round < 20; ++round) {
+    for (int round = 0; round < 3; ++round) {
         EXPECT_EQ(resources.startUp(), -1) << "started already";
         resources.loadSprite("spr.txt", "it");
         resources.loadSound("beep.wav", "it");
@@ -162,15 +158,14 @@ TEST_F(Resources, is_empty_after_a_stop_and_a_start_and_loads_nothing_in_between
         EXPECT_EQ(resources.getSound("it"), nullptr);
         EXPECT_EQ(resources.getMusic("it"), nullptr);
     }
-    EXPECT_EQ(logCount("ResourceManager not started!"), 60);
-    EXPECT_EQ(logCount("ResourceManager::startup(): Warning! ResourceManager already started."),
-              20);
+    EXPECT_EQ(logCount("ResourceManager not started!"), 9);
+    EXPECT_EQ(logCount("ResourceManager::startup(): Warning! ResourceManager already started."), 3);
 }
 
 TEST_F(Resources, each_step_is_told_at_its_level) {
     resources.shutDown();
     sv::LogManager::getInstance().setLogLevel(5);
-    const auto before = static_cast<std::ptrdiff_t>(logLines().size());
+    const std::string before = logText();
     resources.startUp();
     resources.loadSound("beep.wav", "s");
     resources.loadMusic("beep.wav", "m");
@@ -178,18 +173,14 @@ TEST_F(Resources, each_step_is_told_at_its_level) {
     resources.getSound("s")->stop();
     resources.getMusic("m")->play(true);
     resources.shutDown();
-    const auto lines = logLines();
-    EXPECT_EQ(std::vector<std::string>(lines.begin() + before, lines.end()),
-              (std::vector<std::string>{
-                  "RM::startUp(): successfully started.",
-                  "RM::loadSound(): Sound 's' successfully loaded.",
-                  "RM::loadMusic(): Music 'm' successfully loaded.",
-                  "RM::getSound(): Looking for sound 's'.",
-                  "Sound::play(): Playing sound.",
-                  "RM::getSound(): Looking for sound 's'.",
-                  "RM::getMusic(): Looking for music 'm'.",
-                  "Music::play(): Playing music.",
-                  "Music::stop(): Stopping music.",
-                  "RM::shutDown(): successfully stopped.",
-              }));
+    EXPECT_EQ(logText(), before + "RM::startUp(): successfully started.\n"
+                                  "RM::loadSound(): Sound 's' successfully loaded.\n"
+                                  "RM::loadMusic(): Music 'm' successfully loaded.\n"
+                                  "RM::getSound(): Looking for sound 's'.\n"
+                                  "Sound::play(): Playing sound.\n"
+                                  "RM::getSound(): Looking for sound 's'.\n"
+                                  "RM::getMusic(): Looking for music 'm'.\n"
+                                  "Music::play(): Playing music.\n"
+                                  "Music::stop(): Stopping music.\n"
+                                  "RM::shutDown(): successfully stopped.\n");
 }

@@ -79,14 +79,11 @@ class Audio : public EngineTest {
         std::erase(values, 0.0F);
         return lengthOf(values);
     }
-
-    static std::ptrdiff_t linesOf(const std::string &text) {
-        return std::count(text.begin(), text.end(), '\n');
-    }
 };
 
 constexpr char no_device[] =
     "hasAudioDevice(): Note! No audio device can be opened. Sounds and music stay silent.";
+
 } // namespace
 
 TEST_F(Audio, a_machine_without_a_device_is_told_once_and_stays_silent) {
@@ -95,21 +92,22 @@ TEST_F(Audio, a_machine_without_a_device_is_told_once_and_stays_silent) {
     {
         std::vector<sv::Sound> sounds(100);
         std::vector<sv::Music> tracks(50);
-        for (sv::Sound &sound : sounds)
+        for (sv::Sound &sound : sounds) {
             ASSERT_EQ(sound.loadSound("beep.wav"), 0);
-        for (sv::Music &track : tracks)
-            ASSERT_EQ(track.loadMusic("beep.wav"), 0);
-        for (sv::Sound &sound : sounds)
             sound.play(true);
-        for (sv::Music &track : tracks)
+        }
+        for (sv::Music &track : tracks) {
+            ASSERT_EQ(track.loadMusic("beep.wav"), 0);
             track.play(true);
+        }
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
         sounds[0].stop();
         tracks[0].stop();
         EXPECT_EQ(sounds[0].loadSound("missing.wav"), -1);
         EXPECT_EQ(tracks[0].loadMusic("missing.wav"), -1);
     }
-    EXPECT_LT(linesOf(errors.take()), 20);
+    const std::string said = errors.take();
+    EXPECT_LT(std::count(said.begin(), said.end(), '\n'), 20);
     EXPECT_EQ(logCount(no_device), 1);
 }
 
@@ -164,18 +162,8 @@ TEST_F(Audio, what_is_stopped_is_heard_no_more) {
 TEST_F(Audio, an_unknown_label_plays_nothing) {
     sv::LogManager::getInstance().setLogLevel(5);
     const auto before = logLines();
-    sv::Sound *const no_sound = nullptr;
-    sv::Music *const no_music = nullptr;
-    sv::play(no_sound);
-    sv::play(no_music, true);
-    sv::stop(no_music);
+    sv::play(static_cast<sv::Sound *>(nullptr));
+    sv::play(static_cast<sv::Music *>(nullptr), true);
+    sv::stop(nullptr);
     EXPECT_EQ(logLines(), before);
-
-    sv::Sound never_loaded;
-    sv::Music never_opened;
-    never_loaded.play(true);
-    never_loaded.stop();
-    never_opened.play(true);
-    never_opened.stop();
-    EXPECT_EQ(logLines().size(), before.size() + 4 - 1) << "a sound's stop says nothing";
 }

@@ -16,22 +16,11 @@ class SpriteDrawing : public test::WindowTest {
         startDisplay();
     }
 
-    static void drawCh(Vector position, char c, sv::Color color) {
-        sv::DisplayManager::getInstance().drawCh(position, c, color);
-    }
-
-    /// The characters of a text, one cell after the other to the right.
-    static void drawRow(Vector position, const std::string &row, sv::Color color) {
-        for (const char c : row) {
-            drawCh(position, c, color);
-            position.x += 1;
-        }
-    }
-
     /// A row of red marks under everything, and what is drawn over it.
     static sf::Image pictureOf(const std::function<void()> &draw) {
         sv::DisplayManager::getInstance().swapBuffers();
-        drawRow({0, 5}, std::string(20, '#'), sv::RED);
+        sv::DisplayManager::getInstance().drawString({0, 5}, std::string(20, '#'),
+                                                     sv::LEFT_JUSTIFIED, sv::RED);
         draw();
         return picture();
     }
@@ -52,48 +41,30 @@ TEST_F(SpriteDrawing, a_frame_stands_around_its_position) {
         const char *what;
         sv::Frame frame;
         char transparency;
-        std::function<void()> cells;
+        Vector corner; // Of what is to be seen.
+        std::vector<std::string> rows;
     } cases[] = {
-        {"one cell", sv::Frame(1, 1, "a"), 0,
-         [] {
-             drawRow({10, 5}, "a", sv::BLUE);
-         }},
-        {"odd size", sv::Frame(3, 3, "abcdefghi"), 0,
-         [] {
-             drawRow({9, 4}, "abc", sv::BLUE);
-             drawRow({9, 5}, "def", sv::BLUE);
-             drawRow({9, 6}, "ghi", sv::BLUE);
-         }},
-        {"even size", sv::Frame(4, 2, "abcdefgh"), 0,
-         [] {
-             drawRow({8.5F, 4.5F}, "abcd", sv::BLUE);
-             drawRow({8.5F, 5.5F}, "efgh", sv::BLUE);
-         }},
-        {"blanks drawn", sv::Frame(3, 1, " b "), 0,
-         [] {
-             drawRow({9, 5}, " b ", sv::BLUE);
-         }},
-        {"blanks left out", sv::Frame(3, 1, " b "), ' ',
-         [] {
-             drawRow({10, 5}, "b", sv::BLUE);
-         }},
-        {"text too short", sv::Frame(2, 2, "abc"), 0,
-         [] {
-             drawRow({9.5F, 4.5F}, "ab", sv::BLUE);
-             drawRow({9.5F, 5.5F}, "c", sv::BLUE);
-         }},
-        {"text too long", sv::Frame(2, 1, "abcdef"), 0,
-         [] {
-             drawRow({9.5F, 5}, "ab", sv::BLUE);
-         }},
+        {"one cell", {1, 1, "a"}, 0, {10, 5}, {"a"}},
+        {"odd size", {3, 3, "abcdefghi"}, 0, {9, 4}, {"abc", "def", "ghi"}},
+        {"even size", {4, 2, "abcdefgh"}, 0, {8.5F, 4.5F}, {"abcd", "efgh"}},
+        {"blanks drawn", {3, 1, " b "}, 0, {9, 5}, {" b "}},
+        {"blanks left out", {3, 1, " b "}, ' ', {10, 5}, {"b"}},
+        {"text too short", {2, 2, "abc"}, 0, {9.5F, 4.5F}, {"ab", "c"}},
+        {"text too long", {2, 1, "abcdef"}, 0, {9.5F, 5}, {"ab"}},
     };
-    for (const auto &c : cases)
-        expectSame(
-            c.what,
-            [&c] {
-                EXPECT_EQ(c.frame.draw({10, 5}, sv::BLUE, c.transparency), 0);
-            },
-            c.cells);
+    for (const auto &c : cases) {
+        const auto draw_frame = [&] {
+            EXPECT_EQ(c.frame.draw({10, 5}, sv::BLUE, c.transparency), 0);
+        };
+        expectSame(c.what, draw_frame, [&] {
+            Vector row = c.corner;
+            for (const std::string &text : c.rows) {
+                sv::DisplayManager::getInstance().drawString(row, text, sv::LEFT_JUSTIFIED,
+                                                             sv::BLUE);
+                row.y += 1;
+            }
+        });
+    }
 }
 
 TEST_F(SpriteDrawing, an_animation_shows_its_sprites_frames_in_its_color) {
@@ -110,14 +81,10 @@ TEST_F(SpriteDrawing, an_animation_shows_its_sprites_frames_in_its_color) {
     for (std::size_t i = 0; i < seen.size(); ++i) {
         if (i == 9)
             animation.setSlowdownCount(sv::FROZEN);
-        expectSame(
-            seen.substr(i).c_str(),
-            [&] {
-                EXPECT_EQ(animation.draw({10, 5}), 0);
-            },
-            [&] {
-                drawCh({9, 5}, seen[i], sv::GREEN);
-                drawCh({11, 5}, seen[i], sv::GREEN);
-            });
+        const auto draw_animation = [&] { EXPECT_EQ(animation.draw({10, 5}), 0); };
+        expectSame(seen.substr(i).c_str(), draw_animation, [&] {
+            for (const float x : {9.0F, 11.0F})
+                sv::DisplayManager::getInstance().drawCh({x, 5}, seen[i], sv::GREEN);
+        });
     }
 }

@@ -11,8 +11,8 @@
 #include <thread>
 #include <unistd.h>
 
-/// Instead of the system's, and does nothing: graphics drivers stay in memory, so that what they keep
-/// until the process ends is still pointed to and counts as no leak.
+/// Instead of the system's, and does nothing: graphics drivers stay in memory, so that what they
+/// keep until the process ends is still pointed to and counts as no leak.
 extern "C" int dlclose(void * /*handle*/) noexcept {
     return 0;
 }
@@ -44,6 +44,7 @@ std::vector<std::string> serverCommand(int width, int height, int answer,
     for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
         dup2(nowhere, standard);
     std::vector<char *> arguments;
+    arguments.reserve(command.size() + 1);
     for (const std::string &argument : command)
         arguments.push_back(const_cast<char *>(argument.c_str()));
     arguments.push_back(nullptr);
