@@ -1,8 +1,14 @@
-/// One search for a path, of an object to a cell or to another object. Its object owns it, the path
-/// manager gives it its share of each step. It does not search yet.
+/// One search for a path, of an object to a cell or to another object, in the world as large as it
+/// is when the search begins, whatever the boundary becomes.
 ///
-/// Game-loop thread only.
+/// Its object owns it, the path manager gives it its share of each step. Game-loop thread only.
 #pragma once
+
+#include "core/Vector.h"
+#include "path/GridSearch.h"
+#include "world/Path.h"
+
+#include <memory>
 
 namespace sv {
 
@@ -10,19 +16,38 @@ class Object;
 
 class PathFind {
   public:
-    /// Borrows both objects; `p_target` may be null.
-    explicit PathFind(Object *p_object, Object *p_target = nullptr)
-        : object(p_object), target(p_target) {}
+    /// A search that makes sense, or null with a line in the log: not from or to outside the world,
+    /// and not to the cell that the object is in. `p_target` may be null.
+    static std::unique_ptr<PathFind> create(Object *p_object, Vector to, const Object *p_target);
+
+    /// From the cell nearest to the object to the one nearest to `to`; to the nearest in the world,
+    /// if they are outside. Borrows both objects.
+    PathFind(Object *p_object, Vector to, const Object *p_target = nullptr);
+    PathFind(Object *p_object, const Object *p_target);
+
+    /// Expands one cell: PATH_FOUND, PATH_SEARCHING, or PATH_NONE, which it is too, with a line in
+    /// the log, if the world is too large (see GridSearch::MAX_CELLS).
+    ///
+    /// What blocks is what is hard, except what covers the goal. With a target the search ends as
+    /// soon as the object would touch it, if it stood at the goal.
+    int cycleOnce();
+
+    /// From the start to the goal, cell by cell; empty unless it is found.
+    Path getPath() const;
 
     Object *getObject() const { return object; }
-    Object *getTarget() const { return target; }
+    const Object *getTarget() const { return target; }
 
     /// The target is gone: the search goes on to where it was.
     void forgetTarget() { target = nullptr; }
 
   private:
+    bool isBlocked(Cell cell) const;
+    bool touchesTarget(Cell cell) const;
+
     Object *object;
-    Object *target;
+    const Object *target;
+    GridSearch search;
 };
 
 } // namespace sv

@@ -1,9 +1,42 @@
 #include "path/PathManager.h"
 
+#include "core/Clock.h"
 #include "core/LogManager.h"
+#include "loop/GameManager.h"
 #include "path/PathFind.h"
+#include "world/EventPath.h"
+#include "world/Object.h"
+
+#include <algorithm>
 
 namespace sv {
+
+/// The time of one cycle, in whole milliseconds from its making.
+class PathManager::Budget {
+  public:
+    explicit Budget(int new_limit) : limit(new_limit) {}
+
+    /// Looks at the clock.
+    void spend() {
+        const int split = clock.split();
+        // Set back, it would give the time that has passed a second time: the cycle ends.
+        went_back = went_back || split < elapsed;
+        elapsed = std::max(elapsed, split);
+    }
+
+    bool isLeft() const { return !went_back && milliseconds() < limit; }
+    bool isExceeded() const { return milliseconds() > limit; }
+    bool endsWalk() const { return went_back || isExceeded(); }
+    int getLimit() const { return limit; }
+
+  private:
+    int milliseconds() const { return elapsed / 1000; }
+
+    Clock clock;
+    int limit;
+    int elapsed = 0; // Microseconds.
+    bool went_back = false;
+};
 
 PathManager &PathManager::getInstance() {
     static PathManager instance;
@@ -17,6 +50,7 @@ PathManager::PathManager() {
 int PathManager::startUp() {
     if (isStarted())
         return refuseSecondStart();
+    cycle_time = GameManager::getInstance().getFrameTime() / 10;
     Manager::startUp();
     LogManager::getInstance().writeLog(5, "PathManager::startUp(): successfully started.");
     return 0;
@@ -27,6 +61,44 @@ void PathManager::shutDown() {
     LogManager::getInstance().writeLog(5, "PathManager::shutDown(): successfully stopped.");
 }
 
+void PathManager::cycle(int milliseconds_left) {
+    Budget budget(std::max(cycle_time, milliseconds_left));
+    while (!searches.empty() && budget.isLeft())
+        walk(budget);
+    if (budget.isExceeded())
+        LogManager::getInstance().writeLog(5, "PathManager::cycle(): cycle time %d exceeded.",
+                                           budget.getLimit());
+}
+
+/// One expansion for each search, as long as the budget lasts.
+void PathManager::walk(Budget &budget) {
+    position = 0;
+    while (position < searches.size() && !budget.endsWalk()) {
+        PathFind *p_search = searches[position++];
+        const int status = p_search->cycleOnce();
+        if (status != PATH_SEARCHING)
+            deliver(p_search, status);
+        budget.spend();
+    }
+}
+
+/// Drops the search before its object is told: the handler may free it, keep it, or start another
+/// that gets the same address, and may delete the object.
+void PathManager::deliver(PathFind *p_search, int status) {
+    Object *p_o = p_search->getObject();
+    const EventPath result(status, p_search->getPath());
+    takeOut(p_search);
+    p_o->eventHandler(&result);
+}
+
+std::unique_ptr<PathFind, PathFindDeleter> PathManager::search(Object *p_o, Vector to,
+                                                               const Object *p_target) {
+    std::unique_ptr<PathFind, PathFindDeleter> search(
+        PathFind::create(p_o, to, p_target).release());
+    add(search.get());
+    return search;
+}
+
 int PathManager::add(PathFind *p_path_find) {
     if (!p_path_find)
         return -1;
@@ -35,7 +107,18 @@ int PathManager::add(PathFind *p_path_find) {
 }
 
 int PathManager::remove(const PathFind *p_path_find) {
-    return std::erase(searches, p_path_find) > 0 ? 0 : -1;
+    return takeOut(p_path_find) > 0 ? 0 : -1;
+}
+
+bool PathManager::isPending(const PathFind *p_path_find) const {
+    return std::find(searches.begin(), searches.end(), p_path_find) != searches.end();
+}
+
+/// However often it is there. The turn stays with the search that has it.
+std::size_t PathManager::takeOut(const PathFind *p_path_find) {
+    const auto next = searches.begin() + static_cast<std::ptrdiff_t>(position);
+    position -= static_cast<std::size_t>(std::count(searches.begin(), next, p_path_find));
+    return std::erase(searches, p_path_find);
 }
 
 void PathManager::forgetTarget(const Object *p_o) {

@@ -1,26 +1,40 @@
-/// Gives the searches for paths their share of every step. There are none yet.
+/// Gives the searches for paths their share of every step, one expansion each in turn, and tells
+/// an object how its search ended.
 ///
-/// Game-loop thread only.
+/// Borrows the searches: each belongs to its object. Game-loop thread only.
 #pragma once
 
 #include "core/Manager.h"
+#include "core/Vector.h"
 
+#include <cstddef>
+#include <memory>
 #include <vector>
 
 namespace sv {
 
 class Object;
 class PathFind;
+struct PathFindDeleter;
 
 class PathManager : public Manager {
   public:
     static PathManager &getInstance();
 
+    /// A tenth of the frame time goes to the searches in every step, however late it is. 0, or -1
+    /// if it is started already.
     int startUp() override;
     void shutDown() override;
 
-    /// Works on the pending searches for about that many milliseconds; 0 or less is allowed.
-    void cycle(int /*milliseconds_left*/) {}
+    /// Works on the pending searches for about that many milliseconds, and for the least share of
+    /// a step if that is more. Drops each search that ends and hands the result to its object, as
+    /// an EventPath. The handler may ask for paths, give them up and delete objects.
+    void cycle(int milliseconds_left);
+
+    /// A search for the way of `p_o`, pending already, see PathFind::create(); null if that refuses
+    /// it.
+    std::unique_ptr<PathFind, PathFindDeleter> search(Object *p_o, Vector to,
+                                                      const Object *p_target);
 
     /// Adds a search to the pending ones; its object keeps it. 0, or -1 for null.
     int add(PathFind *p_path_find);
@@ -28,13 +42,24 @@ class PathManager : public Manager {
     /// 0, or -1 for null or if it is not pending.
     int remove(const PathFind *p_path_find);
 
+    /// Whether the search is still to end. When its object is told, it no longer is.
+    bool isPending(const PathFind *p_path_find) const;
+
     /// Called when an object leaves the world: no pending search may aim at it any longer.
     void forgetTarget(const Object *p_o);
 
   private:
+    class Budget;
+
     PathManager();
 
+    void walk(Budget &budget);
+    void deliver(PathFind *p_search, int status);
+    std::size_t takeOut(const PathFind *p_path_find);
+
     std::vector<PathFind *> searches;
+    int cycle_time = 0;       // Milliseconds, the least share of a step.
+    std::size_t position = 0; // Of the search whose turn is next.
 };
 
 } // namespace sv

@@ -15,8 +15,12 @@ namespace sv {
 
 namespace {
 
-constexpr char banner_type[] = "Splash";
 constexpr int last_countdown = -75;
+
+/// By class: a game may have a type of the same name.
+bool isOfTheSequence(const Object *p_o) {
+    return dynamic_cast<const Splash *>(p_o) || dynamic_cast<const SplashSelvane *>(p_o);
+}
 
 } // namespace
 
@@ -32,15 +36,16 @@ int splash() {
 
     // A closed window ends the loop with both still there.
     WorldManager &world = WorldManager::getInstance();
-    for (const char *type : {banner_type, SPLASH_CREATURE_TYPE})
-        world.markForDelete(world.objectsOfType(type));
+    for (Object *p_o : world.getAllObjects(true))
+        if (isOfTheSequence(p_o))
+            world.markForDelete(p_o);
     world.deleteMarked();
     log.writeLog(10, "splash(): Finished.");
     return 0;
 }
 
 Splash::Splash() : sprite(makeBanner()) {
-    setType(banner_type);
+    setType("Splash");
     setSolidness(SPECTRAL);
     registerInterest(STEP_EVENT);
     registerInterest(KEYBOARD_EVENT);

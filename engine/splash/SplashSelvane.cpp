@@ -18,7 +18,7 @@ constexpr int last_countdown = -45;
 
 SplashSelvane::SplashSelvane(Vector new_target)
     : target(new_target), countdown(steps_to_rise), sprite(makeFlyingCreature()) {
-    setType(SPLASH_CREATURE_TYPE);
+    setType("SplashSelvane");
     setSolidness(SPECTRAL);
     registerInterest(STEP_EVENT);
     registerInterest(KEYBOARD_EVENT);

@@ -12,8 +12,6 @@ namespace sv {
 
 class Sprite;
 
-inline constexpr char SPLASH_CREATURE_TYPE[] = "SplashSelvane";
-
 class SplashSelvane : public Object {
   public:
     /// `new_target`: where it rises to, in cells of the world.

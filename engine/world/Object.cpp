@@ -249,6 +249,26 @@ void Object::setFollowPath(bool new_follow_path) {
     setModified(Attribute::FOLLOW_PATH);
 }
 
+int Object::findPath(Vector to) {
+    return startSearch(to, nullptr);
+}
+
+int Object::findPath(const Object *p_target) {
+    if (!p_target)
+        return logFailure("Object::findPath(): Warning! Object %d has no target.", id);
+    return startSearch(p_target->getPosition(), p_target);
+}
+
+int Object::startSearch(Vector to, const Object *p_target) {
+    PathManager &manager = PathManager::getInstance();
+    // A search whose end is being told to this object is not pending any more.
+    if (path_finder && manager.isPending(path_finder.get()))
+        return logFailure("Object::findPath(): Warning! Object %d is searching already.", id);
+    dropPathFind();
+    path_finder = manager.search(this, to, p_target);
+    return path_finder ? 0 : -1;
+}
+
 int Object::registerInterest(const std::string &event_type) {
     if (event_name.size() >= MAX_OBJ_EVENTS)
         return logFailure("Object::registerInterest(): maximum (%d) reached, cannot register for "
@@ -279,19 +299,39 @@ void Object::stepPath() {
     constexpr float reach = 3 * 0.25F;
     if (!follow_path)
         return;
-    while (!path.waypoints.empty()) {
-        const Vector next = path.waypoints.front();
-        if (distance(position, next) > speed * reach) {
-            setDirection(normalized(next - position));
-            return;
-        }
+    // Those behind it are dropped in one go: one by one, a path of a million takes minutes.
+    std::size_t passed = 0;
+    // By index, and against the size of the moment: an override may take the path away.
+    for (; passed < path.waypoints.size(); ++passed) {
+        const Vector next = path.waypoints[passed];
+        if (distance(position, next) > speed * reach)
+            break;
         setPosition(next);
-        if (!path.waypoints.empty()) // An override may have taken the path away.
-            path.waypoints.erase(path.waypoints.begin());
         setModified(Attribute::PATH);
+    }
+    dropWaypoints(passed);
+    if (!path.waypoints.empty()) {
+        setDirection(normalized(path.waypoints.front() - position));
+        sayIfStill();
+        return;
     }
     setDirection({0, 0});
     setFollowPath(false);
+}
+
+void Object::dropWaypoints(std::size_t count) {
+    auto &waypoints = path.waypoints;
+    const auto present = static_cast<std::ptrdiff_t>(std::min(count, waypoints.size()));
+    waypoints.erase(waypoints.begin(), waypoints.begin() + present);
+}
+
+/// Once for each object: it may stand there for as long as the game runs.
+void Object::sayIfStill() {
+    if (speed != 0 || stillness_is_said)
+        return;
+    stillness_is_said = true;
+    LogManager::getInstance().writeLog(
+        "Object::stepPath(): Warning! Object %d follows a path with speed 0.", id);
 }
 
 void Object::stepAcceleration() {

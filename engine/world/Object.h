@@ -13,6 +13,7 @@
 #include "world/Shape.h"
 
 #include <bitset>
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
@@ -175,6 +176,21 @@ class Object {
     void setFollowPath(bool new_follow_path);
     bool getFollowPath() const { return follow_path; }
 
+    /// Asks for a path from the cell nearest to where it stands to the one nearest to `to`, or to
+    /// the first cell in which it touches the target. Steps later an "sv-path" event tells how that
+    /// ended; the base follows the path that was found, from its first cell on, with its speed. It
+    /// brushes the corners of what is hard: a hard object that does not avoid collisions stops
+    /// there.
+    ///
+    /// 0, or -1 with a line in the log: the object is searching already, stands in that cell
+    /// already, or one of the two is outside the world. A target may be deleted meanwhile; the path
+    /// then leads to where it was.
+    int findPath(Vector to);
+    int findPath(const Object *p_target);
+
+    /// Gives up its search for a path, if there is one: no event will come.
+    void dropPathFind();
+
     /// Asks for events of that type, from the manager that delivers them. 0, or -1 if that manager
     /// does not, or if it has MAX_OBJ_EVENTS interests already.
     int registerInterest(const std::string &event_type);
@@ -196,7 +212,9 @@ class Object {
   private:
     void setModified(Attribute attribute) { modified.set(static_cast<std::size_t>(attribute)); }
     int refile(const Box &new_box);
-    void dropPathFind();
+    void dropWaypoints(std::size_t count);
+    int startSearch(Vector to, const Object *p_target);
+    void sayIfStill();
 
     int id;
     std::string type = "(Undefined)";
@@ -217,6 +235,7 @@ class Object {
     std::unique_ptr<PathFind, PathFindDeleter> path_finder; // A search under way.
     Path path;
     bool follow_path = false;
+    bool stillness_is_said = false; // That it has a path to follow, and no speed.
     bool avoid_collisions = false;
 };
 

@@ -128,20 +128,35 @@ void readType(Object &object, const std::string &text) {
     object.setType(type);
 }
 
+/// `old` with the components that the text has; nothing if it has neither.
+std::optional<Vector> readVector(const std::string &text, const char *x_key, const char *y_key,
+                                 Vector old) {
+    const auto x = readFloat(text, x_key);
+    const auto y = readFloat(text, y_key);
+    return x || y ? std::optional(Vector{x.value_or(old.x), y.value_or(old.y)}) : std::nullopt;
+}
+
 void readDirection(Object &object, const std::string &text) {
-    const auto x = readFloat(text, "x_direction");
-    const auto y = readFloat(text, "y_direction");
-    const Vector old = object.getDirection();
-    if (x || y)
-        object.setDirection({x.value_or(old.x), y.value_or(old.y)});
+    if (const auto v = readVector(text, "x_direction", "y_direction", object.getDirection()))
+        object.setDirection(*v);
 }
 
 void readAcceleration(Object &object, const std::string &text) {
-    const auto x = readFloat(text, "x_acceleration");
-    const auto y = readFloat(text, "y_acceleration");
-    const Vector old = object.getAcceleration();
-    if (x || y)
-        object.setAcceleration({x.value_or(old.x), y.value_or(old.y)});
+    if (const auto v =
+            readVector(text, "x_acceleration", "y_acceleration", object.getAcceleration()))
+        object.setAcceleration(*v);
+}
+
+void readFollowPath(Object &object, const std::string &text) {
+    const auto follow_path = readBool(text, "follow_path");
+    if (!follow_path)
+        return;
+    const Vector direction = object.getDirection();
+    object.setFollowPath(*follow_path);
+    // That turned it towards the path that it has so far. A direction that came with the flag, and
+    // has been read before it, is where the sender's object was going.
+    if (!match(text, "x_direction").empty() || !match(text, "y_direction").empty())
+        object.setDirection(direction);
 }
 
 std::string writeShape(const Object &object) {
@@ -278,15 +293,7 @@ constexpr std::array<AttributeText, ATTRIBUTE_COUNT> attribute_texts{{
     {Attribute::SHAPE, "SHAPE,", writeShape, readShape},
     {Attribute::FOLLOW_PATH, "FOLLOW_PATH,",
      [](const Object &o) { return attribute("follow_path", boolToString(o.getFollowPath())); },
-     [](Object &o, const std::string &text) {
-         const auto follow_path = readBool(text, "follow_path");
-         if (!follow_path)
-             return;
-         // Turns the object towards the path that it has so far. The direction that was sent with
-         // the flag is where the sender's object was going.
-         o.setFollowPath(*follow_path);
-         readDirection(o, text);
-     }},
+     readFollowPath},
     {Attribute::PATH, "PATH,", writePath, readPath},
     {Attribute::AVOID_COLLISIONS, "AVOID_COLLISIONS,",
      [](const Object &o) {

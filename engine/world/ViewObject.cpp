@@ -119,7 +119,7 @@ int ViewObject::draw() {
     if (draw_value)
         text += " " + toString(value);
     if (border)
-        text = " " + text + " ";
+        text.insert(0, 1, ' ').push_back(' ');
 
     const Vector at = WorldManager::getInstance().getView().corner + getPosition();
     DisplayManager &display = DisplayManager::getInstance();

@@ -92,20 +92,5 @@ TEST(Geometry, the_view_stays_inside_the_boundary) {
     }
 }
 
-TEST(Geometry, the_view_moves_by_what_lies_outside_the_slack) {
-    const Box view{{10, 10}, 40, 20}; // Centre (30, 20); half a view of slack: 20..40 and 15..25.
-    const struct {
-        Vector position;
-        Vector centre;
-    } cases[] = {
-        {{30, 20}, {30, 20}}, {{40, 25}, {30, 20}}, {{41, 20}, {31, 20}},
-        {{18, 20}, {28, 20}}, {{30, 30}, {30, 25}}, {{15, 12}, {25, 17}},
-    };
-    for (const auto &c : cases)
-        EXPECT_EQ(followedCentre(view, {0.5F, 0.5F}, c.position), c.centre)
-            << c.position.x << ", " << c.position.y;
-    EXPECT_EQ(followedCentre(view, {0, 0}, {31, 19}), (Vector{31, 19})) << "without slack";
-}
-
 } // namespace
 } // namespace sv

@@ -95,28 +95,32 @@ class AvoidingTest : public MovementTest {
     Witness *p_mover;
 };
 
-TEST_F(AvoidingTest, a_hard_mover_slides_along_a_hard_face_at_full_speed) {
-    wall({0, 6}, 80, 1);
-    p_mover->setVelocity({0.6F, 0.8F});
-    world.update();
-    EXPECT_EQ(p_mover->getPosition(), (Vector{6, 5}));
-    EXPECT_EQ(p_mover->getVelocity(), (Vector{0.6F, 0.8F})) << "its own way is not changed";
-    EXPECT_EQ(diary, Diary{});
-}
-
-TEST_F(AvoidingTest, beside_a_wall_it_slides_up_or_down) {
-    wall({6, 0}, 1, 24);
-    p_mover->setVelocity({0.8F, -0.6F});
-    world.update();
-    EXPECT_EQ(p_mover->getPosition(), (Vector{5, 4}));
-}
-
-TEST_F(AvoidingTest, at_a_corner_it_turns_back_in_x) {
-    wall({6, 6}, 1, 1);
-    p_mover->setVelocity({0.6F, 0.8F});
-    world.update();
-    EXPECT_NEAR(p_mover->getPosition().x, 4.4F, 1e-6F);
-    EXPECT_NEAR(p_mover->getPosition().y, 5.8F, 1e-6F);
+TEST_F(AvoidingTest, a_hard_mover_slides_along_a_hard_face_and_turns_back_at_a_corner) {
+    const struct {
+        const char *obstacle;
+        Box in_world;
+        Vector velocity;
+        Vector end;
+    } cases[] = {
+        {"a wall below", {{-0.5F, 5.5F}, 80, 1}, {0.6F, 0.8F}, {6, 5}},
+        {"a wall above", {{-0.5F, 3.4F}, 80, 1}, {-0.6F, -0.8F}, {4, 5}},
+        {"a wall to the right", {{5.5F, -0.5F}, 1, 24}, {0.8F, -0.6F}, {5, 4}},
+        {"a corner", {{5.5F, 5.5F}, 1, 1}, {0.6F, 0.8F}, {4.4F, 5.8F}},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.obstacle);
+        const Witness *p_wall = wall(c.in_world.corner + Vector{0.5F, 0.5F}, c.in_world.horizontal,
+                                     c.in_world.vertical);
+        p_mover->setPosition({5, 5});
+        p_mover->setVelocity(c.velocity);
+        world.update();
+        EXPECT_NEAR(p_mover->getPosition().x, c.end.x, 1e-6F);
+        EXPECT_NEAR(p_mover->getPosition().y, c.end.y, 1e-6F);
+        EXPECT_EQ(p_mover->getVelocity(), c.velocity) << "its own way is not changed";
+        EXPECT_EQ(diary, Diary{}) << "nobody is told";
+        delete p_wall;
+        diary.clear();
+    }
 }
 
 TEST_F(AvoidingTest, blocked_where_it_slides_to_it_stays_and_nobody_is_told) {
@@ -156,19 +160,31 @@ TEST_F(MovementTest, leaving_the_world_is_told_once) {
     EXPECT_EQ(diary, Diary{"o: sv-out"}) << "setting a position is no move";
 }
 
-TEST_F(MovementTest, the_view_follows_its_object_within_the_slack) {
+TEST_F(MovementTest, the_view_follows_its_object_as_it_leaves_the_slack) {
     world.setBoundary({{0, 0}, 200, 100});
-    world.setViewSlack({0.5F, 0.5F}); // Of 80 x 24: 20 and 6 to each side.
-    Witness *p_o = make("o", {40, 12}, SPECTRAL);
+    Witness *p_o = make("o", {30, 20}, SPECTRAL);
     world.setViewFollowing(p_o);
-    world.moveObject(p_o, {60, 12});
-    EXPECT_EQ(world.getView().corner, (Vector{0, 0}));
-    world.moveObject(p_o, {65, 20});
-    EXPECT_EQ(world.getView().corner, (Vector{5, 2}));
+    const Vector half{0.5F, 0.5F}; // About (30, 20), the view's centre: 20 to 40 and 15 to 25.
+    const struct {
+        Vector to;
+        Vector slack;
+        Vector corner;
+    } cases[] = {
+        {{40, 25}, half, {10, 10}}, {{41, 20}, half, {11, 10}},   {{18, 20}, half, {8, 10}},
+        {{30, 30}, half, {10, 15}}, {{15, 12}, half, {5, 7}},     {{31, 19}, {0, 0}, {11, 9}},
+        {{1, 1}, half, {0, 0}},     {{199, 99}, half, {160, 80}},
+    };
+    const auto look = [&] { world.setView({{10, 10}, 40, 20}); };
+    for (const auto &c : cases) {
+        look();
+        world.setViewSlack(c.slack);
+        world.moveObject(p_o, c.to);
+        EXPECT_EQ(world.getView().corner, c.corner) << "to " << c.to.x << ", " << c.to.y;
+    }
+    look();
     p_o->setPosition({150, 50});
-    EXPECT_EQ(world.getView().corner, (Vector{5, 2})) << "setting a position is no move";
     world.moveObject(make("bystander", {150, 50}, SPECTRAL), {151, 50});
-    EXPECT_EQ(world.getView().corner, (Vector{5, 2}));
+    EXPECT_EQ(world.getView().corner, (Vector{10, 10})) << "neither set nor of another";
 }
 
 TEST_F(MovementTest, the_view_does_not_follow_what_comes_to_live_where_its_object_was) {
