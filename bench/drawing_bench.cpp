@@ -1,0 +1,98 @@
+// A frame of 80 by 24 characters, drawn as the display manager does it and as two calls of the
+// graphics library for each character. Needs a display; tools/with-display has one without a
+// graphics card, where the difference decides whether a step is kept.
+
+#include "core/Config.h"
+#include "display/DisplayManager.h"
+
+#include <SFML/Graphics/Font.hpp>
+#include <SFML/Graphics/RectangleShape.hpp>
+#include <SFML/Graphics/RenderWindow.hpp>
+#include <SFML/Graphics/Text.hpp>
+#include <benchmark/benchmark.h>
+
+namespace {
+
+using sv::DisplayManager;
+
+constexpr char font_file[] = "/usr/share/fonts/truetype/inconsolata/Inconsolata.otf";
+constexpr int columns = 80;
+constexpr int rows = 24;
+constexpr int character_size = 25;
+
+char characterAt(int column, int row) {
+    return static_cast<char>('!' + (column + row * 7) % 94);
+}
+
+sv::Color colorAt(int column, int row) {
+    return static_cast<sv::Color>(1 + (column / 3 + row) % 7);
+}
+
+class Drawing : public benchmark::Fixture {
+  public:
+    void SetUp(benchmark::State &state) override {
+        sv::Config::getInstance().loadConfig(std::string("font_file:") + font_file);
+        if (DisplayManager::getInstance().startUp() != 0) {
+            state.SkipWithError("there is no window to draw to");
+            return;
+        }
+        DisplayManager::getInstance().getWindow()->setVerticalSyncEnabled(false);
+    }
+
+    void TearDown(benchmark::State & /*state*/) override {
+        DisplayManager::getInstance().shutDown();
+    }
+
+  protected:
+    /// Shows a frame whose characters `draw` draws at their column and row, one after the other.
+    template<typename Draw>
+    static void measure(benchmark::State &state, Draw draw) {
+        for ([[maybe_unused]] auto frame : state) {
+            for (int row = 0; row < rows; ++row) {
+                for (int column = 0; column < columns; ++column)
+                    draw(column, row);
+            }
+            DisplayManager::getInstance().swapBuffers();
+        }
+    }
+};
+
+BENCHMARK_DEFINE_F(Drawing, collected)(benchmark::State &state) {
+    DisplayManager &display = DisplayManager::getInstance();
+    measure(state, [&](int column, int row) {
+        display.drawCh({static_cast<float>(column), static_cast<float>(row)},
+                       characterAt(column, row), colorAt(column, row));
+    });
+}
+BENCHMARK_REGISTER_F(Drawing, collected)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+BENCHMARK_DEFINE_F(Drawing, character_by_character)(benchmark::State &state) {
+    sf::RenderWindow *p_window = DisplayManager::getInstance().getWindow();
+    sf::Font font;
+    if (p_window == nullptr || !font.loadFromFile(font_file)) {
+        state.SkipWithError("there is no window or no font");
+        return;
+    }
+    const sf::Vector2f cell(sv::charWidth(), sv::charHeight());
+    sf::RectangleShape rectangle(cell);
+    rectangle.setFillColor(sf::Color::Black);
+    sf::Text text("", font, character_size);
+    text.setStyle(sf::Text::Bold);
+    measure(state, [&](int column, int row) {
+        const sf::Vector2f pixel(static_cast<float>(column) * cell.x,
+                                 static_cast<float>(row) * cell.y);
+        rectangle.setPosition(pixel.x - cell.x / 10, pixel.y + cell.y / 5);
+        p_window->draw(rectangle);
+        unsigned char r = 0;
+        unsigned char g = 0;
+        unsigned char b = 0;
+        sv::colorToRGB(colorAt(column, row), r, g, b);
+        text.setString(characterAt(column, row));
+        text.setPosition(pixel);
+        text.setFillColor(sf::Color(r, g, b));
+        p_window->draw(text);
+    });
+}
+BENCHMARK_REGISTER_F(Drawing, character_by_character)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+} // namespace
