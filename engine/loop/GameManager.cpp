@@ -185,8 +185,10 @@ void GameManager::runStep(Clock &clock, FramePace &pace) {
     onEvent(&step);
     DisplayManager::getInstance().swapBuffers();
     InputManager::getInstance().getInput();
-    if (Config::getInstance().getNetworking())
+    if (Config::getInstance().getNetworking()) {
         serviceNetwork(clock, pace);
+        NetworkManager::getInstance().endStep();
+    }
     WorldManager &world = WorldManager::getInstance();
     world.update();
     world.draw();

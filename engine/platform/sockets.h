@@ -13,6 +13,13 @@ namespace sv::platform {
 using Socket = std::intptr_t;
 inline constexpr Socket no_socket = -1;
 
+/// Bytes that a connection holds for a program that does not read them yet. Small enough for every
+/// system to grant it unasked.
+inline constexpr int receive_buffer_bytes = 128 * 1024;
+
+/// Milliseconds that a connection may take to come about, for each address that is tried.
+inline constexpr int connect_timeout_ms = 3000;
+
 /// Makes the sockets of this process usable; to be called before any other function here. May be
 /// called again. 0, or -1.
 int startSockets();
@@ -27,8 +34,9 @@ bool isWouldBlock(int code);
 /// end. Never empty: a code that the system does not know is called an unknown error.
 std::string socketErrorText(int code);
 
-/// A non-blocking socket that listens on a numeric IPv4 or IPv6 address; port 0 takes a free one.
-/// A port on which another socket listens is refused; one that was just given up is not.
+/// A non-blocking socket that listens on an IPv4 or IPv6 address or on that of a host name; port 0
+/// takes a free one. A port on which another socket listens is refused; one that was just given up
+/// is not.
 Socket listenOn(const std::string &address, int port, int backlog);
 
 /// The port that a socket is bound to, 1 to 65535, or -1.
@@ -38,12 +46,17 @@ int localPort(Socket socket);
 /// code for which isWouldBlock is true.
 Socket acceptFrom(Socket listener);
 
-/// Connects to a numeric address or a host name, waiting until it is there or refused; a name with
-/// several addresses is tried at each. The connected socket is non-blocking.
-Socket connectTo(const std::string &host, int port);
+/// Connects to a numeric address or a host name, waiting until it is there, refused or too late; a
+/// name with several addresses is tried at each. The connected socket is non-blocking. Looking up
+/// a name takes as long as the system takes for it.
+Socket connectTo(const std::string &host, int port, int timeout_ms = connect_timeout_ms);
 
 /// Bytes that wait to be received, or -1.
 int waitingBytes(Socket socket);
+
+/// Whether nothing more will come than what waits already: the peer has closed or died, or the
+/// connection failed. A machine that vanishes without a word is noticed within half a minute.
+bool isPeerGone(Socket socket);
 
 /// Copies up to `size` waiting bytes and leaves them in the socket; the number copied, 0 at the
 /// end of the connection, or -1. REQUIRES: size > 0, here and in receive and send.

@@ -1,6 +1,7 @@
 #include "platform/sockets.h"
 #include "platform/system.h"
 
+#include <algorithm>
 #include <chrono>
 #include <climits>
 #include <functional>
@@ -193,6 +194,61 @@ TEST_F(Connection, a_refused_connection_tells_why) {
     EXPECT_FALSE(isUnknown(lastText())) << lastText();
 }
 
+TEST_F(Connection, a_connection_that_does_not_come_about_is_given_up) {
+    close(listener);
+    listener = listenOn(loopback, 0, 0);
+    // Nobody accepts: the queue fills, and then the system answers with silence or a refusal.
+    std::vector<Socket> queued;
+    EXPECT_TRUE(eventually([&] {
+        queued.push_back(connectTo(loopback, localPort(listener), 50));
+        return queued.back() == no_socket;
+    }));
+    EXPECT_FALSE(isWouldBlock(lastSocketError()));
+    queued.pop_back();
+    for (Socket &socket : queued)
+        close(socket);
+}
+
+TEST_F(Connection, a_host_name_serves_to_listen_and_to_connect) {
+    close(listener);
+    listen("localhost");
+    establish("localhost");
+}
+
+TEST_F(Connection, a_peer_is_gone_when_it_closes_and_not_before) {
+    establish(loopback);
+    EXPECT_FALSE(isPeerGone(client));
+    ASSERT_EQ(send(server, "abc", 3), 3);
+    ASSERT_TRUE(eventually([&] { return waitingBytes(client) == 3; }));
+    EXPECT_FALSE(isPeerGone(client));
+    close(server);
+    char buffer[3] = {};
+    EXPECT_EQ(receive(client, buffer, 3), 3);
+    EXPECT_TRUE(eventually([&] { return isPeerGone(client); }));
+    EXPECT_TRUE(isPeerGone(no_socket));
+}
+
+TEST_F(Connection, half_the_receive_buffer_waits_whole_however_it_comes) {
+    constexpr int size = receive_buffer_bytes / 2;
+    for (const int piece : {1, 100, size}) {
+        SCOPED_TRACE(piece);
+        establish(loopback);
+        const std::vector<char> bytes(size);
+        int sent = 0;
+        ASSERT_TRUE(eventually([&] {
+            for (int taken = 0; taken >= 0 && sent < size;) {
+                taken = send(client, bytes.data(), std::min(piece, size - sent));
+                sent += std::max(taken, 0);
+            }
+            return sent == size;
+        }));
+        EXPECT_TRUE(eventually([&] { return waitingBytes(server) == size; }))
+            << waitingBytes(server);
+        close(client);
+        close(server);
+    }
+}
+
 TEST_F(Connection, ipv6_works_as_ipv4_does) {
     close(listener);
     listener = listenOn("::1", 0, 1);
@@ -211,7 +267,7 @@ TEST(Sockets, what_cannot_be_an_address_or_a_port_is_an_error) {
         const char *name;
         std::function<Socket()> attempt;
     } cases[] = {
-        {"a name to listen on", [] { return listenOn("localhost", 0, 1); }},
+        {"a host name too long to listen on", [] { return listenOn(std::string(300, 'x'), 0, 1); }},
         {"an address that is not here", [] { return listenOn("192.0.2.1", 0, 1); }},
         {"a port below 0 to listen on", [] { return listenOn(loopback, -1, 1); }},
         {"a port above 65535 to listen on", [] { return listenOn(loopback, 65536, 1); }},

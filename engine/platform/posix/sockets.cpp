@@ -5,6 +5,7 @@
 #include <memory>
 #include <netdb.h>
 #include <netinet/in.h>
+#include <netinet/tcp.h>
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <sys/socket.h>
@@ -16,6 +17,11 @@ namespace sv::platform {
 namespace {
 
 constexpr int highest_port = 65535;
+
+// A silent peer is asked after 10 s whether it is there, and given up after four more questions.
+constexpr int keepalive_idle_s = 10;
+constexpr int keepalive_interval_s = 4;
+constexpr int keepalive_probes = 4;
 
 // errno would not last: closing a half-made socket overwrites it.
 int last_error = 0;
@@ -54,8 +60,22 @@ AddressList resolve(const std::string &host, int port, int flags) {
     return {found, &freeaddrinfo};
 }
 
+void setOption(int socket, int level, int option, int value) {
+    setsockopt(socket, level, option, &value, sizeof value);
+}
+
+/// A socket that keeps receive_buffer_bytes, sends without delay and notices a vanished peer; what
+/// a listener accepts has its settings. A system that refuses one of them has its own good default.
 int open(const addrinfo &address) {
-    return answer(::socket(address.ai_family, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
+    const int type = SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC;
+    const int made = answer(::socket(address.ai_family, type, 0));
+    setOption(made, SOL_SOCKET, SO_RCVBUF, receive_buffer_bytes);
+    setOption(made, IPPROTO_TCP, TCP_NODELAY, 1);
+    setOption(made, SOL_SOCKET, SO_KEEPALIVE, 1);
+    setOption(made, IPPROTO_TCP, TCP_KEEPIDLE, keepalive_idle_s);
+    setOption(made, IPPROTO_TCP, TCP_KEEPINTVL, keepalive_interval_s);
+    setOption(made, IPPROTO_TCP, TCP_KEEPCNT, keepalive_probes);
+    return made;
 }
 
 int startListening(int listener, const addrinfo &address, int backlog) {
@@ -69,12 +89,14 @@ int startListening(int listener, const addrinfo &address, int backlog) {
 }
 
 /// How the connection under way on a non-blocking socket ended: 0, or -1.
-int awaitConnection(int socket) {
+int awaitConnection(int socket, int timeout_ms) {
     pollfd waiting{socket, POLLOUT, 0};
-    while (poll(&waiting, 1, -1) < 0) {
-        if (errno != EINTR) {
-            return fail(errno);
-        }
+    int ready = poll(&waiting, 1, timeout_ms);
+    while (ready < 0 && errno == EINTR) {
+        ready = poll(&waiting, 1, timeout_ms);
+    }
+    if (ready <= 0) {
+        return fail(ready == 0 ? ETIMEDOUT : errno);
     }
     int code = 0;
     socklen_t size = sizeof code;
@@ -84,11 +106,11 @@ int awaitConnection(int socket) {
     return code == 0 ? 0 : fail(code);
 }
 
-int connectOne(int socket, const addrinfo &address) {
+int connectOne(int socket, const addrinfo &address, int timeout_ms) {
     if (connect(socket, address.ai_addr, address.ai_addrlen) == 0) {
         return 0;
     }
-    return errno == EINPROGRESS ? awaitConnection(socket) : fail(errno);
+    return errno == EINPROGRESS ? awaitConnection(socket, timeout_ms) : fail(errno);
 }
 
 } // namespace
@@ -111,7 +133,7 @@ std::string socketErrorText(int code) {
 }
 
 Socket listenOn(const std::string &address, int port, int backlog) {
-    const AddressList found = resolve(address, port, AI_NUMERICHOST);
+    const AddressList found = resolve(address, port, 0);
     if (found == nullptr) {
         return no_socket;
     }
@@ -138,11 +160,11 @@ Socket acceptFrom(Socket listener) {
     return answer(accept4(descriptor(listener), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
 }
 
-Socket connectTo(const std::string &host, int port) {
+Socket connectTo(const std::string &host, int port, int timeout_ms) {
     const AddressList found = resolve(host, port, 0);
     for (const addrinfo *address = found.get(); address != nullptr; address = address->ai_next) {
         const int socket = open(*address);
-        if (socket >= 0 && connectOne(socket, *address) == 0) {
+        if (socket >= 0 && connectOne(socket, *address, timeout_ms) == 0) {
             return socket;
         }
         if (socket >= 0) {
@@ -155,6 +177,12 @@ Socket connectTo(const std::string &host, int port) {
 int waitingBytes(Socket socket) {
     int bytes = 0;
     return ioctl(descriptor(socket), FIONREAD, &bytes) != 0 ? fail(errno) : bytes;
+}
+
+bool isPeerGone(Socket socket) {
+    pollfd asked{descriptor(socket), POLLRDHUP, 0};
+    // Any answer is a bad one: the end, an error, or no such socket; no_socket itself gets none.
+    return socket == no_socket || poll(&asked, 1, 0) > 0;
 }
 
 int peek(Socket socket, void *buffer, int size) {

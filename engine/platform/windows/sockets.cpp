@@ -5,6 +5,7 @@
 #include <memory>
 #include <winsock2.h>
 // Needs winsock2.h before it.
+#include <mstcpip.h>
 #include <ws2tcpip.h>
 
 namespace sv::platform {
@@ -12,6 +13,11 @@ namespace sv::platform {
 namespace {
 
 constexpr int highest_port = 65535;
+
+// A silent peer is asked after 10 s whether it is there; the system gives it up after ten
+// questions.
+constexpr u_long keepalive_idle_ms = 10000;
+constexpr u_long keepalive_interval_ms = 1500;
 
 // The system's own would not last: closing a half-made socket overwrites it.
 int last_error = 0;
@@ -54,8 +60,25 @@ AddressList resolve(const std::string &host, int port, int flags) {
     return {found, &freeaddrinfo};
 }
 
+void setOption(Socket socket, int level, int option, int value) {
+    setsockopt(handle(socket), level, option, reinterpret_cast<const char *>(&value), sizeof value);
+}
+
+/// Makes it keep receive_buffer_bytes, send without delay and notice a vanished peer. A system that
+/// refuses one of them has its own good default.
+void configure(Socket socket) {
+    setOption(socket, SOL_SOCKET, SO_RCVBUF, receive_buffer_bytes);
+    setOption(socket, IPPROTO_TCP, TCP_NODELAY, 1);
+    tcp_keepalive keepalive{1, keepalive_idle_ms, keepalive_interval_ms};
+    DWORD unused = 0;
+    WSAIoctl(handle(socket), SIO_KEEPALIVE_VALS, &keepalive, sizeof keepalive, nullptr, 0, &unused,
+             nullptr, nullptr);
+}
+
 Socket open(const addrinfo &address) {
-    return answerSocket(::socket(address.ai_family, SOCK_STREAM, IPPROTO_TCP));
+    const Socket made = answerSocket(::socket(address.ai_family, SOCK_STREAM, IPPROTO_TCP));
+    configure(made);
+    return made;
 }
 
 int stopBlocking(Socket socket) {
@@ -63,10 +86,36 @@ int stopBlocking(Socket socket) {
     return answer(ioctlsocket(handle(socket), static_cast<long>(FIONBIO), &on));
 }
 
-int connectOne(Socket socket, const addrinfo &address) {
+/// How the connection under way on a non-blocking socket ended: 0, or -1.
+int awaitConnection(Socket socket, int timeout_ms) {
+    fd_set connected{};
+    fd_set failed{};
+    FD_SET(handle(socket), &connected);
+    FD_SET(handle(socket), &failed);
+    timeval timeout{timeout_ms / 1000, timeout_ms % 1000 * 1000};
+    const int ready = answer(select(0, nullptr, &connected, &failed, &timeout));
+    if (ready <= 0) {
+        return ready == 0 ? fail(WSAETIMEDOUT) : -1;
+    }
+    int code = 0;
+    int size = sizeof code;
+    if (answer(getsockopt(handle(socket), SOL_SOCKET, SO_ERROR, reinterpret_cast<char *>(&code),
+                          &size)) != 0) {
+        return -1;
+    }
+    return code == 0 ? 0 : fail(code);
+}
+
+int connectOne(Socket socket, const addrinfo &address, int timeout_ms) {
+    if (stopBlocking(socket) != 0) {
+        return -1;
+    }
     const int size = static_cast<int>(address.ai_addrlen);
-    const int connected = answer(connect(handle(socket), address.ai_addr, size));
-    return connected == 0 ? stopBlocking(socket) : -1;
+    if (connect(handle(socket), address.ai_addr, size) == 0) {
+        return 0;
+    }
+    const int code = WSAGetLastError();
+    return code == WSAEWOULDBLOCK ? awaitConnection(socket, timeout_ms) : fail(code);
 }
 
 // SO_REUSEADDR stays off: here it would let two programs listen on one port, and a port whose last
@@ -112,7 +161,7 @@ std::string socketErrorText(int code) {
 }
 
 Socket listenOn(const std::string &address, int port, int backlog) {
-    const AddressList found = resolve(address, port, AI_NUMERICHOST);
+    const AddressList found = resolve(address, port, 0);
     if (found == nullptr) {
         return no_socket;
     }
@@ -137,14 +186,16 @@ int localPort(Socket socket) {
 
 // Non-blocking without being asked: here an accepted socket has its listener's settings.
 Socket acceptFrom(Socket listener) {
-    return answerSocket(accept(handle(listener), nullptr, nullptr));
+    const Socket accepted = answerSocket(accept(handle(listener), nullptr, nullptr));
+    configure(accepted);
+    return accepted;
 }
 
-Socket connectTo(const std::string &host, int port) {
+Socket connectTo(const std::string &host, int port, int timeout_ms) {
     const AddressList found = resolve(host, port, 0);
     for (const addrinfo *address = found.get(); address != nullptr; address = address->ai_next) {
         const Socket socket = open(*address);
-        if (socket != no_socket && connectOne(socket, *address) == 0) {
+        if (socket != no_socket && connectOne(socket, *address, timeout_ms) == 0) {
             return socket;
         }
         if (socket != no_socket) {
@@ -158,6 +209,14 @@ int waitingBytes(Socket socket) {
     u_long bytes = 0;
     const int asked = answer(ioctlsocket(handle(socket), static_cast<long>(FIONREAD), &bytes));
     return asked == 0 ? static_cast<int>(bytes) : -1;
+}
+
+// Wine, unlike Windows, sees the end only when the bytes before it have been taken.
+bool isPeerGone(Socket socket) {
+    WSAPOLLFD asked{handle(socket), POLLRDNORM, 0};
+    const int answered = WSAPoll(&asked, 1, 0);
+    return socket == no_socket || answered < 0 ||
+           (asked.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0;
 }
 
 int peek(Socket socket, void *buffer, int size) {

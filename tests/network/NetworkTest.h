@@ -1,0 +1,90 @@
+/// A started network manager, an object that writes down what it is told, and peers that are plain
+/// sockets.
+#pragma once
+
+#include "network/EventNetwork.h"
+#include "network/NetworkManager.h"
+#include "platform/sockets.h"
+#include "platform/system.h"
+#include "support/WorldTest.h"
+
+#include <array>
+#include <chrono>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace test {
+
+template<class Predicate>
+bool eventually(const Predicate &holds) {
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    while (!holds()) {
+        if (std::chrono::steady_clock::now() > deadline)
+            return false;
+        sv::platform::systemTimeSource().sleep(1);
+    }
+    return true;
+}
+
+/// The other end of a connection.
+class Peer {
+  public:
+    explicit Peer(int port) : socket(sv::platform::connectTo("127.0.0.1", port)) {
+        EXPECT_NE(socket, sv::platform::no_socket);
+    }
+    ~Peer() { close(); }
+    Peer(const Peer &) = delete;
+    Peer &operator=(const Peer &) = delete;
+
+    void send(const std::string &bytes) const {
+        const int size = static_cast<int>(bytes.size());
+        EXPECT_TRUE(size == 0 || sv::platform::send(socket, bytes.data(), size) == size);
+    }
+
+    /// What can be had now; empty at the end too.
+    std::string take() const {
+        std::string bytes(1 << 16, '\0');
+        const int size = sv::platform::receive(socket, bytes.data(), 1 << 16);
+        bytes.resize(static_cast<std::size_t>(std::max(size, 0)));
+        return bytes;
+    }
+
+    int waiting() const { return sv::platform::waitingBytes(socket); }
+    bool seesEnd() const { return sv::platform::isPeerGone(socket); }
+
+    /// With bytes unread this is a reset.
+    void close() {
+        if (socket != sv::platform::no_socket)
+            sv::platform::closeSocket(socket);
+        socket = sv::platform::no_socket;
+    }
+
+  private:
+    sv::platform::Socket socket;
+};
+
+/// Hears network events.
+class Ear : public sv::Object {
+  public:
+    explicit Ear(std::function<void(const sv::EventNetwork &)> new_action)
+        : action(std::move(new_action)) {
+        EXPECT_EQ(registerInterest(sv::NETWORK_EVENT), 0);
+    }
+
+    int eventHandler(const sv::Event *p_event) override {
+        const auto *p_network = dynamic_cast<const sv::EventNetwork *>(p_event);
+        if (!p_network)
+            return 0;
+        action(*p_network);
+        return 1;
+    }
+
+  private:
+    std::function<void(const sv::EventNetwork &)> action;
+};
+
+/// Label, index and bytes of each event.
+using Told = std::vector<std::array<int, 3>>;
+
+} // namespace test
