@@ -46,7 +46,7 @@ std::optional<bool> readBool(const std::string &text, const std::string &key) {
 
 /// A value of the figure, which the log shows as it was sent.
 std::string readQuoted(const std::string &text, const std::string &key) {
-    const std::string value = match(text, key);
+    std::string value = match(text, key);
     if (!value.empty())
         LogManager::getInstance().writeLog(20, "%s %s is '%s'", log_prefix, key.c_str(),
                                            value.c_str());

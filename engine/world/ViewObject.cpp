@@ -129,7 +129,8 @@ int ViewObject::draw() {
 
     const int length = static_cast<int>(text.size());
     const std::string dashes(text.size(), '-');
-    const float left = at.x - static_cast<float>(length / 2) - 1;
+    const int half = length / 2;
+    const float left = at.x - static_cast<float>(half) - 1;
     const float right = left + static_cast<float>(length) + 1;
     result += display.drawString({at.x, at.y - 1}, dashes, CENTER_JUSTIFIED, color);
     result += display.drawString({at.x, at.y + 1}, dashes, CENTER_JUSTIFIED, color);

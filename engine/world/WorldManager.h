@@ -88,7 +88,7 @@ class WorldManager : public Manager {
   private:
     WorldManager();
 
-    bool resolveCollisions(Object *p_o, Vector &where);
+    bool resolveCollisions(Object *p_o, Vector &where) const;
 
     SceneGraph scene_graph;
     ObjectList deletions; // Marked in this step.

@@ -53,7 +53,7 @@ bool collide(Object *p_o, const ObjectList &list, Vector where) {
 } // namespace
 
 /// False if the object stays where it is; otherwise `where` is where it comes to stand.
-bool WorldManager::resolveCollisions(Object *p_o, Vector &where) {
+bool WorldManager::resolveCollisions(Object *p_o, Vector &where) const {
     if (!p_o->isSolid())
         return true;
     ObjectList list = getCollisions(p_o, where);

@@ -18,6 +18,10 @@ namespace test {
 using Diary = std::vector<std::string>;
 
 class WorldTest : public EngineTest {
+  public:
+    WorldTest(const WorldTest &) = delete;
+    WorldTest &operator=(const WorldTest &) = delete;
+
   protected:
     WorldTest() : world(sv::WorldManager::getInstance()) {
         startLog(10);
@@ -30,9 +34,6 @@ class WorldTest : public EngineTest {
         if (world.isStarted())
             world.shutDown();
     }
-
-    WorldTest(const WorldTest &) = delete;
-    WorldTest &operator=(const WorldTest &) = delete;
 
     sv::WorldManager &world;
     Diary diary; // Outlives the objects, which the world deletes with the test.

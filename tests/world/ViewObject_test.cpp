@@ -14,6 +14,10 @@ namespace sv {
 namespace {
 
 class ViewObjectTest : public test::WindowTest {
+  public:
+    ViewObjectTest(const ViewObjectTest &) = delete;
+    ViewObjectTest &operator=(const ViewObjectTest &) = delete;
+
   protected:
     ViewObjectTest() {
         startLog(1);
@@ -23,9 +27,6 @@ class ViewObjectTest : public test::WindowTest {
     }
 
     ~ViewObjectTest() override { world.shutDown(); }
-    ViewObjectTest(const ViewObjectTest &) = delete;
-    ViewObjectTest &operator=(const ViewObjectTest &) = delete;
-
     WorldManager &world = WorldManager::getInstance();
 };
 
