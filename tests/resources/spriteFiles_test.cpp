@@ -2,6 +2,7 @@
 #include "resources/ResourceManager.h"
 #include "support/EngineTest.h"
 
+#include <filesystem>
 #include <stdexcept>
 
 namespace {
@@ -271,4 +272,19 @@ TEST_F(SpriteFiles, a_key_without_a_value_goes_through_as_an_error_and_loads_not
     EXPECT_THROW(load(robustFile(two_by_one, "ab\nend\n", "version\n")), std::out_of_range);
     EXPECT_EQ(resources.getSprite("it"), nullptr);
     EXPECT_EQ(load(robustFile(two_by_one, "ab\nend\n")), 0);
+}
+
+TEST_F(SpriteFiles, the_sprites_of_the_game_load_without_a_complaint) {
+    startLog(1);
+    resources.startUp();
+    int loaded = 0;
+    for (const auto &file : std::filesystem::directory_iterator(SPRITES)) {
+        const std::string name = file.path().filename().string();
+        EXPECT_EQ(resources.loadSprite(file.path().string(), name), 0) << name;
+        ++loaded;
+    }
+    EXPECT_GE(loaded, 12);
+    for (const std::string &line : logLines())
+        for (const char *complaint : {"Error", "Warning", "Unused"})
+            EXPECT_EQ(line.find(complaint), std::string::npos) << line;
 }
