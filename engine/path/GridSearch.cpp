@@ -74,7 +74,7 @@ GridSearch::GridSearch(Cell new_size, Cell new_start, Cell new_goal)
     const std::uint64_t cells = std::uint64_t{size.x} * size.y;
     // All zero is a cell never seen. Of a large block, the system zeroes each page when it is first
     // touched: a search does not hold up the step in which it starts.
-    if (cells <= MAX_CELLS)
+    if (cells > 0 && cells <= MAX_CELLS)
         nodes.reset(static_cast<Node *>(std::calloc(cells, sizeof(Node))));
 }
 

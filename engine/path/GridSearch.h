@@ -29,10 +29,10 @@ class GridSearch {
     /// takes 128 MiB.
     static constexpr std::uint32_t MAX_CELLS = 1U << 24U;
 
-    /// REQUIRES: start and goal lie on the grid, unless that is too large.
+    /// REQUIRES: start and goal lie on the grid, unless that is empty or too large.
     GridSearch(Cell size, Cell new_start, Cell new_goal);
 
-    /// Whether it can search: false if the grid is too large or there is no memory for it.
+    /// Whether it can search: false if the grid is empty or too large, or there is no memory for it.
     bool isAllocated() const { return nodes != nullptr; }
 
     /// Expands the most promising cell: the one with the least sum of its cost so far and the

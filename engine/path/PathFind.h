@@ -26,7 +26,7 @@ class PathFind {
     PathFind(Object *p_object, const Object *p_target);
 
     /// Expands one cell: PATH_FOUND, PATH_SEARCHING, or PATH_NONE, which it is too, with a line in
-    /// the log, if the world is too large (see GridSearch::MAX_CELLS).
+    /// the log, if the world is empty or too large (see GridSearch::MAX_CELLS).
     ///
     /// What blocks is what is hard, except what covers the goal. With a target the search ends as
     /// soon as the object would touch it, if it stood at the goal.

@@ -115,11 +115,12 @@ int ViewObject::eventHandler(const Event *p_event) {
 }
 
 int ViewObject::draw() {
-    std::string text = view_string;
+    std::string text = border ? " " : "";
+    text += view_string;
     if (draw_value)
-        text += " " + toString(value);
+        text.append(1, ' ').append(toString(value));
     if (border)
-        text.insert(0, 1, ' ').push_back(' ');
+        text += ' ';
 
     const Vector at = WorldManager::getInstance().getView().corner + getPosition();
     DisplayManager &display = DisplayManager::getInstance();
