@@ -32,7 +32,8 @@ class GridSearch {
     /// REQUIRES: start and goal lie on the grid, unless that is empty or too large.
     GridSearch(Cell size, Cell new_start, Cell new_goal);
 
-    /// Whether it can search: false if the grid is empty or too large, or there is no memory for it.
+    /// Whether it can search: false if the grid is empty or too large, or if there is no memory for
+    /// it.
     bool isAllocated() const { return nodes != nullptr; }
 
     /// Expands the most promising cell: the one with the least sum of its cost so far and the

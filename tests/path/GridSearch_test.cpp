@@ -178,9 +178,10 @@ TEST(GridSearch, passes_one_blocked_corner_but_not_two) {
     }
 }
 
-TEST(GridSearch, has_no_nodes_for_a_grid_that_is_too_large) {
+TEST(GridSearch, has_no_nodes_for_a_grid_that_is_empty_or_too_large) {
     EXPECT_TRUE(GridSearch({1, GridSearch::MAX_CELLS}, {}, {}).isAllocated());
-    for (const Cell size : {Cell{1, GridSearch::MAX_CELLS + 1}, Cell{4097, 4096}, Cell{~0U, ~0U}})
+    for (const Cell size :
+         {Cell{}, Cell{0, 5}, Cell{1, GridSearch::MAX_CELLS + 1}, Cell{4097, 4096}, Cell{~0U, ~0U}})
         EXPECT_FALSE(GridSearch(size, {}, {}).isAllocated());
 }
 
