@@ -6,6 +6,7 @@
 #include "loop/GameManager.h"
 #include "resources/Sprite.h"
 #include "splash/SplashSelvane.h"
+#include "splash/leaveSequence.h"
 #include "splash/splashArt.h"
 #include "world/WorldManager.h"
 
@@ -70,17 +71,8 @@ Splash::~Splash() {
 }
 
 int Splash::eventHandler(const Event *p_event) {
-    GameManager &game = GameManager::getInstance();
-    WorldManager &world = WorldManager::getInstance();
-    if (game.getGameOver()) {
-        world.markForDelete(this);
-        return 0;
-    }
-    if (p_event->getType() == KEYBOARD_EVENT) {
-        game.setGameOver();
-        world.markForDelete(this);
-        return 1;
-    }
+    if (const auto left = leaveSequence(this, p_event))
+        return *left;
     if (p_event->getType() != STEP_EVENT)
         return Object::eventHandler(p_event);
     step();

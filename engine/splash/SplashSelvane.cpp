@@ -3,6 +3,7 @@
 #include "core/Event.h"
 #include "loop/GameManager.h"
 #include "resources/Sprite.h"
+#include "splash/leaveSequence.h"
 #include "splash/splashArt.h"
 #include "world/WorldManager.h"
 
@@ -39,17 +40,8 @@ SplashSelvane::~SplashSelvane() {
 }
 
 int SplashSelvane::eventHandler(const Event *p_event) {
-    GameManager &game = GameManager::getInstance();
-    WorldManager &world = WorldManager::getInstance();
-    if (game.getGameOver()) {
-        world.markForDelete(this);
-        return 0;
-    }
-    if (p_event->getType() == KEYBOARD_EVENT) {
-        game.setGameOver();
-        world.markForDelete(this);
-        return 1;
-    }
+    if (const auto left = leaveSequence(this, p_event))
+        return *left;
     if (p_event->getType() != STEP_EVENT)
         return Object::eventHandler(p_event);
     step();
