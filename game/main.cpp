@@ -1,18 +1,8 @@
-// Starts the engine and plays its title sequence.
+// Afterimage, a memory shooter: keep in mind what the screens tell you, shoot just that, and submit
+// before the time is up.
 
-#include "core/LogManager.h"
-#include "loop/GameManager.h"
-#include "splash/Splash.h"
+#include "game/playGame.h"
 
 int main() {
-    sv::GameManager &game = sv::GameManager::getInstance();
-    if (game.startUp() != 0) {
-        sv::LogManager::getInstance().writeLog("Error starting GameManager!");
-        game.shutDown();
-        return 1;
-    }
-    sv::LogManager::getInstance().setFlush();
-    sv::splash();
-    game.shutDown();
-    return 0;
+    return playGame();
 }

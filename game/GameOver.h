@@ -1,0 +1,22 @@
+/// The end of a game that is lost: plays its animation once, in the middle, and with its own end
+/// ends the program.
+///
+/// The world owns it.
+#pragma once
+
+#include "world/ViewObject.h"
+
+class GameOver : public sv::ViewObject {
+  public:
+    GameOver();
+    ~GameOver() override;
+
+    /// 1 for a step, 0 for anything else.
+    int eventHandler(const sv::Event *p_event) override;
+
+    /// The sprite instead of a label and a value.
+    int draw() override { return Object::draw(); }
+
+  private:
+    int time_to_live = 0; // Steps. Without a sprite the first one is the last.
+};

@@ -1,0 +1,40 @@
+#include "game/GameStart.h"
+
+#include "core/Event.h"
+#include "game/LevelManager.h"
+#include "game/chain.h"
+#include "game/inputReading.h"
+#include "game/resources.h"
+#include "loop/GameManager.h"
+#include "resources/ResourceManager.h"
+
+GameStart::GameStart() : music(sv::ResourceManager::getInstance().getMusic(label::MENU_MUSIC)) {
+    setType("GameStart");
+    setSprite(label::GAME_START_SPRITE);
+    setLocation(sv::CENTER_CENTER);
+    registerInterest(sv::KEYBOARD_EVENT);
+    sv::play(music, true);
+}
+
+int GameStart::eventHandler(const sv::Event *p_event) {
+    const auto key = keyOf(p_event);
+    if (!key)
+        return 0;
+    if (*key == sv::Keyboard::P)
+        startGame();
+    else if (*key == sv::Keyboard::Q)
+        sv::GameManager::getInstance().setGameOver();
+    return 1;
+}
+
+void GameStart::startGame() {
+    sv::stop(music);
+    startMusic(label::LEVEL_MUSIC);
+    LevelManager &level_manager = LevelManager::getInstance();
+    level_manager.pickNumber();
+    level_manager.pickShape();
+    level_manager.pickColor();
+    new LevelScreen;
+    new SToContinue;
+    setActive(false);
+}

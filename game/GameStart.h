@@ -1,0 +1,26 @@
+/// The title: its picture in the middle and the menu music, until P starts the game or Q ends it.
+///
+/// The world owns it; it stays there, inactive, when the game has begun, and never comes back.
+#pragma once
+
+#include "world/ViewObject.h"
+
+namespace sv {
+class Music;
+}
+
+class GameStart : public sv::ViewObject {
+  public:
+    GameStart();
+
+    /// 1 for a keyboard event, whatever the key; 0 for any other.
+    int eventHandler(const sv::Event *p_event) override;
+
+    /// The sprite instead of a label and a value.
+    int draw() override { return Object::draw(); }
+
+  private:
+    void startGame();
+
+    sv::Music *music; // Null if there is none.
+};

@@ -1,0 +1,28 @@
+#include "game/Reticle.h"
+
+#include "display/DisplayManager.h"
+#include "input/EventMouse.h"
+#include "world/WorldManager.h"
+
+Reticle::Reticle() {
+    setType("Reticle");
+    setSolidness(sv::SPECTRAL);
+    setAltitude(sv::MAX_ALTITUDE);
+    registerInterest(sv::MOUSE_EVENT);
+    const sv::Box boundary = sv::WorldManager::getInstance().getBoundary();
+    setPosition({boundary.horizontal / 2, boundary.vertical / 2});
+}
+
+int Reticle::eventHandler(const sv::Event *p_event) {
+    if (p_event->getType() != sv::MOUSE_EVENT)
+        return 0;
+    const auto *p_mouse_event = dynamic_cast<const sv::EventMouse *>(p_event);
+    if (!p_mouse_event || p_mouse_event->getMouseAction() != sv::MOVED)
+        return 0;
+    setPosition(p_mouse_event->getMousePosition());
+    return 1;
+}
+
+int Reticle::draw() {
+    return sv::DisplayManager::getInstance().drawCh(getPosition(), '+', sv::WHITE);
+}

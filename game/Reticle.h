@@ -1,0 +1,14 @@
+/// The '+' that follows the mouse, in place of its cursor. The world owns it.
+#pragma once
+
+#include "world/Object.h"
+
+class Reticle : public sv::Object {
+  public:
+    /// In the middle of the world.
+    Reticle();
+
+    /// Returns 1 if the mouse moved, else 0.
+    int eventHandler(const sv::Event *p_event) override;
+    int draw() override;
+};

@@ -1,0 +1,64 @@
+#include "game/Shape.h"
+
+#include "core/Event.h"
+#include "game/LevelManager.h"
+#include "game/inputReading.h"
+#include "game/placeRandomly.h"
+#include "game/randomPick.h"
+#include "game/resources.h"
+#include "game/retire.h"
+#include "input/EventMouse.h"
+
+#include <cmath>
+
+namespace {
+
+/// Within a cell on both axes; and from anywhere if the click's column is, to the last bit, the
+/// target's column or its row. Scores hang on these two.
+bool isOnTarget(sv::Vector click, sv::Vector target) {
+    if (click.x == target.x || click.x == target.y)
+        return true;
+    return std::abs(click.x - target.x) <= 1.0F && std::abs(click.y - target.y) <= 1.0F;
+}
+
+} // namespace
+
+// The place is drawn before the colour.
+Shape::Shape() : Shape(ShapeColor::RED) {
+    color = randomShapeColor();
+}
+
+Shape::Shape(ShapeColor new_color) : color(new_color) {
+    setType("Shape");
+    placeRandomly(this);
+    registerInterest(sv::MOUSE_EVENT);
+}
+
+void Shape::become(const char *new_type, ShapeKind new_kind, float new_width, float new_height) {
+    setType(new_type);
+    kind = new_kind;
+    width = new_width;
+    height = new_height;
+}
+
+int Shape::eventHandler(const sv::Event *p_event) {
+    if (const sv::EventMouse *p_click = asLeftClick(p_event))
+        hit(p_click);
+    return 0;
+}
+
+void Shape::hit(const sv::EventMouse *p_mouse_event) {
+    if (!isOnTarget(p_mouse_event->getMousePosition(), getPosition()))
+        return;
+    playSound(label::SHOOT_SOUND);
+    LevelManager &level_manager = LevelManager::getInstance();
+    if (color == level_manager.getColor() && kind == level_manager.getShape())
+        level_manager.addHit();
+    else
+        level_manager.addMiss();
+    retire(this);
+}
+
+void Shape::updateSprite() {
+    setSprite(wordOf(kind) + " " + wordOf(color));
+}

@@ -1,0 +1,52 @@
+#include "game/Timer.h"
+
+#include "core/EventStep.h"
+#include "game/GameOver.h"
+#include "game/resources.h"
+
+namespace {
+
+constexpr int seconds = 10;
+constexpr int steps_a_second = 30;
+
+} // namespace
+
+Timer *current_timer = nullptr;
+
+Timer::Timer() {
+    setLocation(sv::TOP_LEFT);
+    setViewString("TIMER:");
+    setValue(seconds);
+    setColor(sv::CYAN);
+    registerInterest(sv::STEP_EVENT);
+    setActive(true);
+}
+
+Timer::~Timer() {
+    if (current_timer == this)
+        current_timer = nullptr;
+}
+
+int Timer::eventHandler(const sv::Event *p_event) {
+    if (ViewObject::eventHandler(p_event) != 0)
+        return 1;
+    if (p_event->getType() != sv::STEP_EVENT)
+        return 0;
+    const auto *p_step_event = dynamic_cast<const sv::EventStep *>(p_event);
+    if (!p_step_event)
+        return 0;
+    if (p_step_event->getStepCount() % steps_a_second != 0)
+        return 1;
+    setValue(getValue() - 1);
+    if (getValue() >= 1)
+        return 1;
+    expire();
+    return 0;
+}
+
+void Timer::expire() {
+    stopMusic(label::LEVEL_MUSIC);
+    playSound(label::GAME_OVER_SOUND);
+    setActive(false);
+    new GameOver;
+}

@@ -1,0 +1,92 @@
+#include "game/chain.h"
+
+#include "core/Event.h"
+#include "game/LevelManager.h"
+#include "game/inputReading.h"
+#include "game/shootingPhase.h"
+
+MemoryScreen::MemoryScreen(const std::string &text, sv::Keyboard::Key new_key) : key(new_key) {
+    setLocation(sv::CENTER_CENTER);
+    setViewString(text);
+    setDrawValue(false);
+    setColor(sv::WHITE);
+    registerInterest(sv::KEYBOARD_EVENT);
+    setActive(true);
+    setBorder(false);
+}
+
+int MemoryScreen::eventHandler(const sv::Event *p_event) {
+    const auto pressed = keyOf(p_event);
+    if (!pressed)
+        return 0;
+    if (*pressed == key) {
+        showNext();
+        setActive(false);
+    }
+    return 1;
+}
+
+LevelScreen::LevelScreen() : MemoryScreen("LEVEL ", sv::Keyboard::S) {
+    setValue(LevelManager::getInstance().getLevel());
+    setDrawValue(true);
+}
+
+void LevelScreen::showNext() {
+    new HToContinue;
+    new RememberScreen;
+}
+
+RememberScreen::RememberScreen() : MemoryScreen("REMEMBER TO SHOOT... ", sv::Keyboard::H) {}
+
+void RememberScreen::showNext() {
+    new NumScreen;
+    new AToContinue;
+}
+
+NumScreen::NumScreen()
+    : MemoryScreen(std::to_string(LevelManager::getInstance().getNumber()), sv::Keyboard::A) {}
+
+void NumScreen::showNext() {
+    new ColorScreen;
+    new PToContinue;
+}
+
+ColorScreen::ColorScreen()
+    : MemoryScreen(wordOf(LevelManager::getInstance().getColor()), sv::Keyboard::P) {}
+
+void ColorScreen::showNext() {
+    new EToContinue;
+    new ShapeScreen;
+}
+
+ShapeScreen::ShapeScreen()
+    : MemoryScreen(wordOf(LevelManager::getInstance().getShape()) + "s", sv::Keyboard::E) {}
+
+void ShapeScreen::showNext() {
+    new GoScreen;
+    new SpaceToContinue;
+}
+
+GoScreen::GoScreen() : MemoryScreen("GO!", sv::Keyboard::SPACE) {}
+
+void GoScreen::showNext() {
+    startShootingPhase();
+}
+
+Prompt::Prompt(const std::string &text, sv::Keyboard::Key new_key) : key(new_key) {
+    setLocation(sv::BOTTOM_CENTER);
+    setViewString(text);
+    setDrawValue(false);
+    setColor(sv::WHITE);
+    registerInterest(sv::KEYBOARD_EVENT);
+    setActive(true);
+}
+
+int Prompt::eventHandler(const sv::Event *p_event) {
+    const auto pressed = keyOf(p_event);
+    if (!pressed)
+        return 0;
+    if (*pressed == key)
+        setActive(false);
+    return 1;
+}

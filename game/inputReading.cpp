@@ -1,0 +1,23 @@
+#include "game/inputReading.h"
+
+#include "input/EventKeyboard.h"
+#include "input/EventMouse.h"
+
+std::optional<sv::Keyboard::Key> keyOf(const sv::Event *p_event) {
+    if (p_event->getType() != sv::KEYBOARD_EVENT)
+        return std::nullopt;
+    const auto *p_keyboard_event = dynamic_cast<const sv::EventKeyboard *>(p_event);
+    if (!p_keyboard_event)
+        return std::nullopt;
+    return p_keyboard_event->getKey();
+}
+
+const sv::EventMouse *asLeftClick(const sv::Event *p_event) {
+    if (p_event->getType() != sv::MOUSE_EVENT)
+        return nullptr;
+    const auto *p_mouse_event = dynamic_cast<const sv::EventMouse *>(p_event);
+    if (!p_mouse_event || p_mouse_event->getMouseAction() != sv::CLICKED ||
+        p_mouse_event->getMouseButton() != sv::LEFT)
+        return nullptr;
+    return p_mouse_event;
+}

@@ -1,0 +1,30 @@
+#include "game/playGame.h"
+#include "core/LogManager.h"
+#include "game/Button.h"
+#include "game/GameStart.h"
+#include "game/LevelManager.h"
+#include "game/resources.h"
+#include "input/InputManager.h"
+#include "loop/GameManager.h"
+#include "splash/Splash.h"
+
+int playGame() {
+    sv::GameManager &game = sv::GameManager::getInstance();
+    if (game.startUp() != 0) {
+        sv::LogManager::getInstance().writeLog("Error starting GameManager!");
+        game.shutDown();
+        return 1;
+    }
+    sv::LogManager::getInstance().setFlush();
+    sv::splash();
+    // Whoever closes the window on the title sequence means the game.
+    if (!sv::InputManager::getInstance().isWindowClosed()) {
+        loadResources();
+        LevelManager::getInstance().startUp();
+        warnIfButtonIsOutside();
+        new GameStart;
+        game.run();
+    }
+    game.shutDown();
+    return 0;
+}

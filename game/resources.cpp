@@ -1,0 +1,80 @@
+#include "game/resources.h"
+
+#include "core/LogManager.h"
+#include "resources/ResourceManager.h"
+
+#include <stdexcept>
+
+namespace {
+
+enum class Kind { SPRITE, SOUND, MUSIC };
+
+struct Resource {
+    const char *label;
+    Kind kind;
+    const char *file;
+};
+
+// The tracks of levels 2 and 3 are loaded and never played: every level has that of level 1. They
+// belong to the set of files that a game of this kind brings, and a missing one is to be noticed.
+constexpr Resource resources[] = {
+    {label::GAME_OVER_SPRITE, Kind::SPRITE, "sprites/gameover-spr.txt"},
+    {label::GAME_START_SPRITE, Kind::SPRITE, "sprites/gamestart-spr.txt"},
+    {label::BUTTON_SPRITE, Kind::SPRITE, "sprites/button-spr.txt"},
+    {"square red", Kind::SPRITE, "sprites/square-red-spr.txt"},
+    {"triangle red", Kind::SPRITE, "sprites/triangle-red-spr.txt"},
+    {"circle red", Kind::SPRITE, "sprites/circle-red-spr.txt"},
+    {"square blue", Kind::SPRITE, "sprites/square-blue-spr.txt"},
+    {"triangle blue", Kind::SPRITE, "sprites/triangle-blue-spr.txt"},
+    {"circle blue", Kind::SPRITE, "sprites/circle-blue-spr.txt"},
+    {"square yellow", Kind::SPRITE, "sprites/square-yellow-spr.txt"},
+    {"triangle yellow", Kind::SPRITE, "sprites/triangle-yellow-spr.txt"},
+    {"circle yellow", Kind::SPRITE, "sprites/circle-yellow-spr.txt"},
+    {label::SHOOT_SOUND, Kind::SOUND, "sounds/shoot.wav"},
+    {label::GAME_OVER_SOUND, Kind::SOUND, "sounds/game-over.wav"},
+    {label::MENU_MUSIC, Kind::MUSIC, "sounds/menus.wav"},
+    {label::LEVEL_UP_SOUND, Kind::SOUND, "sounds/levelup.wav"},
+    {label::LEVEL_MUSIC, Kind::MUSIC, "sounds/background-lv1.wav"},
+    {"background lv2", Kind::MUSIC, "sounds/background-lv2.wav"},
+    {"background lv3", Kind::MUSIC, "sounds/background-lv3.wav"},
+};
+
+void load(const Resource &resource) {
+    sv::ResourceManager &manager = sv::ResourceManager::getInstance();
+    switch (resource.kind) {
+    case Kind::SPRITE:
+        manager.loadSprite(resource.file, resource.label);
+        break;
+    case Kind::SOUND:
+        manager.loadSound(resource.file, resource.label);
+        break;
+    case Kind::MUSIC:
+        manager.loadMusic(resource.file, resource.label);
+        break;
+    }
+}
+
+} // namespace
+
+void loadResources() {
+    for (const Resource &resource : resources) {
+        try {
+            load(resource);
+        } catch (const std::out_of_range &) {
+            sv::LogManager::getInstance().writeLog(
+                "loadResources(): Error! A line of %s is a key without a value.", resource.file);
+        }
+    }
+}
+
+void playSound(const char *sound_label) {
+    sv::play(sv::ResourceManager::getInstance().getSound(sound_label));
+}
+
+void startMusic(const char *music_label) {
+    sv::play(sv::ResourceManager::getInstance().getMusic(music_label), true);
+}
+
+void stopMusic(const char *music_label) {
+    sv::stop(sv::ResourceManager::getInstance().getMusic(music_label));
+}

@@ -1,0 +1,27 @@
+/// The game's pictures and sounds: the labels under which they are used, and their files, which lie
+/// in "sprites/" and "sounds/" of the working folder.
+#pragma once
+
+namespace label {
+
+inline constexpr char GAME_OVER_SPRITE[] = "gameover";
+inline constexpr char GAME_START_SPRITE[] = "gamestart";
+inline constexpr char BUTTON_SPRITE[] = "button";
+// The sprites of the targets have two words: "square red".
+
+inline constexpr char SHOOT_SOUND[] = "shoot";
+inline constexpr char GAME_OVER_SOUND[] = "game over";
+inline constexpr char LEVEL_UP_SOUND[] = "levelup";
+inline constexpr char MENU_MUSIC[] = "menus";
+inline constexpr char LEVEL_MUSIC[] = "background lv1";
+
+} // namespace label
+
+/// Loads all of them. What is missing or broken is said in the log and is missing in the game,
+/// which goes on without.
+void loadResources();
+
+/// Play and stop what is loaded under that label; nothing happens if nothing is.
+void playSound(const char *sound_label);
+void startMusic(const char *music_label);
+void stopMusic(const char *music_label);
