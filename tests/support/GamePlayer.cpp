@@ -1,0 +1,340 @@
+#include "support/GamePlayer.h"
+
+#include "core/Event.h"
+#include "display/DisplayManager.h"
+#include "game/Button.h"
+#include "game/GameOver.h"
+#include "game/GameStart.h"
+#include "game/LevelManager.h"
+#include "game/Reticle.h"
+#include "game/Shape.h"
+#include "game/chain.h"
+#include "game/endScreens.h"
+#include "input/EventKeyboard.h"
+#include "input/EventMouse.h"
+#include "input/InputManager.h"
+#include "loop/GameManager.h"
+#include "splash/Splash.h"
+#include "world/WorldManager.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace test {
+
+namespace {
+
+constexpr int patience = 900; // Steps.
+
+/// The active object of that class, or null.
+template<typename Wanted>
+Wanted *find() {
+    for (sv::Object *p_o : sv::WorldManager::getInstance().getAllObjects())
+        if (auto *p_wanted = dynamic_cast<Wanted *>(p_o))
+            return p_wanted;
+    return nullptr;
+}
+
+std::vector<Shape *> targets() {
+    std::vector<Shape *> found;
+    for (sv::Object *p_o : sv::WorldManager::getInstance().getAllObjects())
+        if (auto *p_shape = dynamic_cast<Shape *>(p_o))
+            found.push_back(p_shape);
+    return found;
+}
+
+struct Sight {
+    Stage stage = Stage::NOTHING;
+    const sv::ViewObject *p_screen = nullptr;
+};
+
+Sight look() {
+    // The first that is there: behind the end stand the things of the level.
+    const Sight sights[] = {
+        {Stage::LOST, find<GameOver>()},     {Stage::WON, find<WinScreen>()},
+        {Stage::TITLE, find<GameStart>()},   {Stage::LEVEL, find<LevelScreen>()},
+        {Stage::NUMBER, find<NumScreen>()},  {Stage::REMEMBER, find<RememberScreen>()},
+        {Stage::COLOR, find<ColorScreen>()}, {Stage::SHAPE, find<ShapeScreen>()},
+        {Stage::GO, find<GoScreen>()},
+    };
+    for (const Sight &sight : sights)
+        if (sight.p_screen)
+            return sight;
+    if (find<Button>())
+        return {Stage::SHOOTING, nullptr};
+    if (find<sv::Splash>())
+        return {Stage::SPLASH, nullptr};
+    return {};
+}
+
+std::string describe(const Sight &sight) {
+    std::string text = nameOf(sight.stage);
+    if (!sight.p_screen || sight.p_screen->getViewString().empty())
+        return text;
+    text += ": " + sight.p_screen->getViewString();
+    if (sight.p_screen->getDrawValue())
+        text += " " + std::to_string(sight.p_screen->getValue());
+    return text;
+}
+
+bool isRight(const Shape *p_shape) {
+    const LevelManager &level = LevelManager::getInstance();
+    return p_shape->getColor() == level.getColor() && p_shape->getKind() == level.getShape();
+}
+
+bool answers(sv::Vector click, sv::Vector target) {
+    return click.x == target.x || click.x == target.y ||
+           (std::abs(click.x - target.x) <= 1 && std::abs(click.y - target.y) <= 1);
+}
+
+bool isSafeFromButton(sv::Vector click) {
+    return std::abs(click.x - BUTTON_POSITION.x) > 1.5F && click.x != BUTTON_POSITION.y;
+}
+
+/// Where clicks can hit a target: the pixels around its middle, inside the window.
+std::vector<sv::Vector> clicksAround(sv::Vector target) {
+    const sv::DisplayManager &display = sv::DisplayManager::getInstance();
+    std::vector<sv::Vector> clicks;
+    for (const float dy : {0.0F, 0.4F, -0.4F, 0.9F, -0.9F}) {
+        for (const float dx : {0.05F, 0.4F, -0.4F, 0.9F, -0.9F}) {
+            const sv::Vector pixel = sv::spacesToPixels(target + sv::Vector{dx, dy});
+            const sv::Vector whole{std::round(pixel.x), std::round(pixel.y)};
+            const sv::Vector click = sv::pixelsToSpaces(whole);
+            const bool is_inside = whole.x >= 0 && whole.y >= 0 &&
+                                   click.x < static_cast<float>(display.getHorizontal()) &&
+                                   click.y < static_cast<float>(display.getVertical());
+            if (is_inside && isSafeFromButton(click))
+                clicks.push_back(click);
+        }
+    }
+    return clicks;
+}
+
+/// Finds clicks that take `count` of the right targets among `left` and nothing else.
+bool aim(std::vector<Shape *> left, int count, std::vector<sv::Vector> &clicks) {
+    if (count == 0)
+        return true;
+    for (const Shape *p_shape : left) {
+        if (!isRight(p_shape))
+            continue;
+        for (const sv::Vector click : clicksAround(p_shape->getPosition())) {
+            std::vector<Shape *> hit;
+            std::ranges::copy_if(left, std::back_inserter(hit), [&](const Shape *p_each) {
+                return answers(click, p_each->getPosition());
+            });
+            const auto taken = static_cast<int>(hit.size());
+            if (taken == 0 || taken > count || !std::ranges::all_of(hit, isRight))
+                continue;
+            std::vector<Shape *> rest = left;
+            std::erase_if(rest, [&](const Shape *p_each) {
+                return std::ranges::find(hit, p_each) != hit.end();
+            });
+            clicks.push_back(click);
+            if (aim(rest, count - taken, clicks))
+                return true;
+            clicks.pop_back();
+            break; // Another click on the same target would take the same, or more.
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+void EventHands::pressKey(sv::Keyboard::Key key) {
+    sv::EventKeyboard event;
+    event.setKey(key);
+    event.setKeyboardAction(sv::KEY_PRESSED);
+    sv::InputManager::getInstance().onEvent(&event);
+}
+
+void EventHands::releaseKey(sv::Keyboard::Key key) {
+    sv::EventKeyboard event;
+    event.setKey(key);
+    event.setKeyboardAction(sv::KEY_RELEASED);
+    sv::InputManager::getInstance().onEvent(&event);
+}
+
+void EventHands::moveMouse(sv::Vector to) {
+    mouse = to;
+    sv::EventMouse event;
+    event.setMouseAction(sv::MOVED);
+    event.setMousePosition(to);
+    sv::InputManager::getInstance().onEvent(&event);
+}
+
+void EventHands::pressButton() {
+    sv::EventMouse event;
+    event.setMouseAction(sv::CLICKED);
+    event.setMouseButton(sv::LEFT);
+    event.setMousePosition(mouse);
+    sv::InputManager::getInstance().onEvent(&event);
+}
+
+const char *nameOf(Stage stage) {
+    constexpr const char *names[] = {"nothing", "splash", "title", "level",    "remember", "number",
+                                     "color",   "shape",  "go",    "shooting", "won",      "lost"};
+    return names[static_cast<int>(stage)];
+}
+
+GamePlayer::GamePlayer(Hands &new_hands, Plan new_plan, int new_last_level)
+    : hands(new_hands), plan(new_plan), last_level(new_last_level) {
+    registerInterest(sv::STEP_EVENT);
+}
+
+int GamePlayer::eventHandler(const sv::Event *p_event) {
+    if (p_event->getType() != sv::STEP_EVENT)
+        return 0;
+    const Sight sight = look();
+    if (sight.stage != seen) {
+        letGo();
+        seen = sight.stage;
+        steps_seen = 0;
+        story.push_back(describe(sight));
+    }
+    ++steps_seen;
+    if (steps_seen > patience) {
+        is_stuck = true;
+        sv::GameManager::getInstance().setGameOver();
+    }
+    if (steps_seen < look_steps)
+        return 1;
+    if (steps_seen == look_steps && on_sight)
+        on_sight(seen);
+    if (!instead || !instead(seen))
+        act(seen);
+    return 1;
+}
+
+void GamePlayer::act(Stage stage) {
+    using sv::Keyboard;
+    switch (stage) {
+    case Stage::TITLE:
+        return press(Keyboard::P);
+    case Stage::LEVEL:
+        return press(Keyboard::S);
+    case Stage::REMEMBER:
+        return press(Keyboard::H);
+    case Stage::NUMBER:
+        return press(Keyboard::A);
+    case Stage::COLOR:
+        return press(Keyboard::P);
+    case Stage::SHAPE:
+        return press(Keyboard::E);
+    case Stage::GO:
+        return press(Keyboard::SPACE);
+    case Stage::SHOOTING:
+        if (steps_seen == look_steps)
+            planShots();
+        return shoot();
+    case Stage::WON:
+        return press(Keyboard::Q);
+    case Stage::NOTHING:
+    case Stage::SPLASH:
+    case Stage::LOST:
+        return;
+    }
+}
+
+void GamePlayer::press(sv::Keyboard::Key key) {
+    if (held)
+        return;
+    held = key;
+    say(key == sv::Keyboard::SPACE
+            ? "presses the space bar"
+            : std::string("presses ") + static_cast<char>('A' + key - sv::Keyboard::A));
+    hands.pressKey(key);
+}
+
+void GamePlayer::letGo() {
+    if (held)
+        hands.releaseKey(*held);
+    held.reset();
+    if (aim == Aim::PRESSED)
+        hands.releaseButton();
+    aim = Aim::MOVE;
+}
+
+void GamePlayer::say(const std::string &what) const {
+    if (on_action)
+        on_action(what);
+}
+
+std::optional<std::vector<sv::Vector>> GamePlayer::aimAtRight(int count) {
+    std::vector<sv::Vector> found;
+    if (!test::aim(targets(), count, found))
+        return std::nullopt;
+    return found;
+}
+
+std::optional<sv::Vector> GamePlayer::aimAtWrong() {
+    for (const Shape *p_shape : targets()) {
+        if (isRight(p_shape))
+            continue;
+        for (const sv::Vector click : clicksAround(p_shape->getPosition()))
+            return click;
+    }
+    return std::nullopt;
+}
+
+void GamePlayer::planShots() {
+    const LevelManager &level = LevelManager::getInstance();
+    const bool is_last = level.getLevel() == last_level;
+    const Plan now = is_last ? plan : Plan::RIGHT;
+    clicks.clear();
+    if (now == Plan::WAIT)
+        return;
+    int count = level.getNumber();
+    if (now == Plan::ONE_FEWER)
+        --count;
+    if (now == Plan::ONE_MORE)
+        ++count;
+    if (now == Plan::NO_SHOT)
+        count = 0;
+    if (const auto right = aimAtRight(count))
+        clicks = *right;
+    else
+        story.emplace_back("no way to take " + std::to_string(count));
+    if (const auto wrong = aimAtWrong(); wrong && now == Plan::WRONG_SHOT)
+        clicks.push_back(*wrong);
+    // On the button, off its very middle, where it does not answer.
+    const sv::Vector pixel = sv::spacesToPixels(BUTTON_POSITION + sv::Vector{0.3F, 0.4F});
+    clicks.insert(clicks.begin(), sv::pixelsToSpaces({std::round(pixel.x), std::round(pixel.y)}));
+    aim = Aim::MOVE;
+}
+
+/// Each click waits for what it saw of the one before: the reticle that has come, the target that
+/// has gone.
+void GamePlayer::shoot() {
+    if (clicks.empty())
+        return;
+    const Reticle *p_reticle = find<Reticle>();
+    switch (aim) {
+    case Aim::MOVE:
+        say(clicks.size() == 1 ? "submits" : "aims");
+        hands.moveMouse(clicks.back());
+        aim = Aim::AIM;
+        aim_started = steps_seen;
+        return;
+    case Aim::AIM: {
+        if (!p_reticle || steps_seen < aim_started + aim_steps)
+            return;
+        const sv::Vector off = p_reticle->getPosition() - clicks.back();
+        if (std::abs(off.x) > 0.01F || std::abs(off.y) > 0.01F)
+            return;
+        targets_before = targets().size();
+        aim = Aim::PRESSED;
+        hands.pressButton();
+        return;
+    }
+    case Aim::PRESSED:
+        if (targets().size() == targets_before)
+            return;
+        hands.releaseButton();
+        clicks.pop_back();
+        aim = Aim::MOVE;
+        return;
+    }
+}
+
+} // namespace test

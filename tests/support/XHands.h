@@ -1,0 +1,26 @@
+/// Hands in front of a real window: keys and mouse go through the X server.
+#pragma once
+
+#include "support/GamePlayer.h"
+#include "support/XServer.h"
+
+namespace test {
+
+class XHands : public Hands {
+  public:
+    explicit XHands(XServer &new_server) : server(new_server) {}
+
+    void pressKey(sv::Keyboard::Key key) override { server.pressKey(nameOf(key)); }
+    void releaseKey(sv::Keyboard::Key key) override { server.releaseKey(nameOf(key)); }
+    void moveMouse(sv::Vector to) override;
+    void pressButton() override { server.pressButton(1); }
+    void releaseButton() override { server.releaseButton(1); }
+
+  private:
+    /// X's name of a letter, or of the space bar.
+    static std::string nameOf(sv::Keyboard::Key key);
+
+    XServer &server;
+};
+
+} // namespace test
