@@ -1,5 +1,6 @@
 #include "core/LogManager.h"
 #include "resources/Music.h"
+#include "resources/ResourceManager.h"
 #include "resources/Sound.h"
 #include "support/EngineTest.h"
 #include "support/environment.h"
@@ -139,6 +140,26 @@ TEST_F(Audio, a_persons_own_openal_settings_say_where_it_plays) {
         EXPECT_EQ(heard() > 1.5 * beep_seconds, c.loop) << c.what;
     }
     EXPECT_EQ(logCount(no_device), 0);
+}
+
+TEST_F(Audio, the_sounds_of_the_game_load_without_a_complaint) {
+    playIntoFile();
+    sv::ResourceManager &resources = sv::ResourceManager::getInstance();
+    ASSERT_EQ(resources.startUp(), 0);
+    test::CapturedErrors errors;
+    for (const char *name : {"shoot", "game-over", "levelup"}) {
+        EXPECT_EQ(resources.loadSound(SOUNDS "/" + std::string(name) + ".wav", name), 0) << name;
+        EXPECT_NE(resources.getSound(name), nullptr) << name;
+    }
+    for (const char *name : {"menus", "background-lv1", "background-lv2", "background-lv3"}) {
+        EXPECT_EQ(resources.loadMusic(SOUNDS "/" + std::string(name) + ".wav", name), 0) << name;
+        EXPECT_NE(resources.getMusic(name), nullptr) << name;
+    }
+    resources.getSound("shoot")->play();
+    EXPECT_TRUE(waitForHeard(0.2));
+    EXPECT_EQ(errors.take().find("Failed"), std::string::npos);
+    EXPECT_EQ(logCount(no_device), 0);
+    resources.shutDown();
 }
 
 TEST_F(Audio, what_is_stopped_is_heard_no_more) {

@@ -1,0 +1,71 @@
+/// What the game's sounds are made from: instruments, the parts they play, and pieces of parts.
+///
+/// Plain data, whole numbers only: whoever renders it gets the same samples on every machine. The
+/// tables themselves are in instruments.h and score.cpp.
+#pragma once
+
+#include <array>
+#include <span>
+#include <string_view>
+
+namespace sounds {
+
+constexpr int SAMPLES_PER_SECOND = 22050;
+constexpr int STEPS_IN_A_BEAT = 4;
+constexpr int STEPS_IN_A_BAR = 16;
+
+/// How strong each harmonic is, the fundamental first; only their proportions count.
+using Harmonics = std::array<int, 16>;
+
+/// How one note sounds, from its attack to its last echo. Times are milliseconds.
+struct Instrument {
+    std::string_view x = {}; ///< The note that an "x" in a bar stands for; a drum has one.
+
+    Harmonics harmonics = {1};
+    int mellow = 0;  ///< Time constant in which the overtones fade; 0: they stay.
+    int detune = 0;  ///< Cents by which a second voice is higher; 0: there is none.
+    int vibrato = 0; ///< Cents to either side, at VIBRATO_PER_SECOND.
+
+    int attack = 5;    ///< Until the note is at its loudest.
+    int decay = 100;   ///< Time constant of the fall to `sustain`.
+    int sustain = 100; ///< Percent of the loudest, for as long as the note is held.
+    int release = 60;  ///< Time constant of the fall after that.
+
+    int sweep = 0;      ///< Percent of its pitch by which a note begins higher.
+    int sweep_time = 1; ///< Time constant of the fall to its pitch.
+
+    int noise = 0;           ///< Percent of the sound that are noise.
+    int noise_above = 0;     ///< Hertz: the band of that noise,
+    int noise_below = 11000; ///< softly cut on both sides.
+};
+
+/// One instrument's line through a piece: bars of STEPS_IN_A_BAR words, from the first bar again
+/// when the piece is longer. A word is
+///   c4, f#3, bb2   a note (c4 is the one in the middle of a piano), a4c5e5 several at once;
+///   x              the instrument's own note;
+///   -              the note before is held for this step too;
+///   .              nothing.
+/// A note with a ! behind it is louder, with a ? softer.
+struct Part {
+    const Instrument *instrument;
+    int volume; ///< Percent; what counts is the proportion to the piece's other parts.
+    int echo;   ///< Percent of it that is heard again from the echo.
+    std::span<const std::string_view> bars;
+};
+
+/// One sound file.
+struct Piece {
+    std::string_view file;
+    bool loops; ///< What sounds beyond its end is heard at its beginning; else it fades out there.
+    int beats_per_minute;
+    int bars;
+    int echo_steps;    ///< How much later the echo comes, 1 or more.
+    int echo_feedback; ///< Percent of an echo that echoes again, 0 to 90.
+    int peak;          ///< Percent of full scale that its loudest sample reaches, below 100.
+    std::span<const Part> parts;
+};
+
+/// Every sound of the game.
+std::span<const Piece> score();
+
+} // namespace sounds

@@ -1,0 +1,22 @@
+/// Reading the bars of a part.
+#pragma once
+
+#include "sounds/Score.h"
+
+#include <string>
+#include <vector>
+
+namespace sounds {
+
+struct Note {
+    int start;    ///< Steps since the piece began.
+    int steps;    ///< How long it is held.
+    int pitch;    ///< Semitones above c0.
+    int loudness; ///< Percent.
+};
+
+/// Adds the notes of a part of a piece that many bars long. Returns 0, or -1 with the reason in
+/// `error` if a bar is not written as Part says.
+int readNotes(const Part &part, int bars, std::vector<Note> &notes, std::string &error);
+
+} // namespace sounds
