@@ -20,6 +20,9 @@ inline constexpr int receive_buffer_bytes = 128 * 1024;
 /// Milliseconds that a connection may take to come about, for each address that is tried.
 inline constexpr int connect_timeout_ms = 3000;
 
+/// Milliseconds without a word from a peer that owes an answer, after which it counts as gone.
+inline constexpr int peer_patience_ms = 30000;
+
 /// Makes the sockets of this process usable; to be called before any other function here. May be
 /// called again. 0, or -1.
 int startSockets();
@@ -55,8 +58,10 @@ Socket connectTo(const std::string &host, int port, int timeout_ms = connect_tim
 int waitingBytes(Socket socket);
 
 /// Whether nothing more will come than what waits already: the peer has closed or died, or the
-/// connection failed. A machine that vanishes without a word is noticed within half a minute.
-bool isPeerGone(Socket socket);
+/// connection failed. A machine that vanishes without a word is noticed in about half a minute; if
+/// it had long stopped reading, in some minutes. One that answers is there, even if it never reads.
+/// Windows, where data is on its way to the vanished, has a patience of its own: five attempts.
+bool isPeerGone(Socket socket, int patience_ms = peer_patience_ms);
 
 /// Copies up to `size` waiting bytes and leaves them in the socket; the number copied, 0 at the
 /// end of the connection, or -1. REQUIRES: size > 0, here and in receive and send.

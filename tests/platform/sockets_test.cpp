@@ -1,5 +1,6 @@
 #include "platform/sockets.h"
 #include "platform/system.h"
+#include "support/trouble.h"
 
 #include <algorithm>
 #include <chrono>
@@ -64,6 +65,14 @@ class Connection : public testing::Test {
         ASSERT_NE(client, no_socket) << lastText();
         ASSERT_TRUE(eventually([&] { return (server = acceptFrom(listener)) != no_socket; }))
             << lastText();
+    }
+
+    /// Sends from that end until nothing more is taken.
+    void fill(Socket end) {
+        const std::vector<char> bytes(1 << 20);
+        ASSERT_TRUE(eventually(
+            [&] { return send(end, bytes.data(), static_cast<int>(bytes.size())) == -1; }));
+        EXPECT_TRUE(isWouldBlock(lastSocketError())) << lastText();
     }
 
     void close(Socket &socket) {
@@ -161,12 +170,8 @@ TEST_F(Connection, sending_to_a_peer_that_has_closed_is_an_error) {
 
 TEST_F(Connection, sending_faster_than_the_peer_reads_would_block) {
     establish(loopback);
-    const std::vector<char> bytes(1 << 20);
-    for (const Socket end : {client, server}) {
-        ASSERT_TRUE(eventually(
-            [&] { return send(end, bytes.data(), static_cast<int>(bytes.size())) == -1; }));
-        EXPECT_TRUE(isWouldBlock(lastSocketError())) << lastText();
-    }
+    fill(client);
+    fill(server);
 }
 
 TEST_F(Connection, a_port_can_be_listened_on_again_while_its_last_connection_fades) {
@@ -194,9 +199,10 @@ TEST_F(Connection, a_refused_connection_tells_why) {
     EXPECT_FALSE(isUnknown(lastText())) << lastText();
 }
 
-TEST_F(Connection, a_connection_that_does_not_come_about_is_given_up) {
+TEST_F(Connection, a_connection_that_does_not_come_about_is_given_up_whatever_interrupts) {
     close(listener);
     listener = listenOn(loopback, 0, 0);
+    const test::Interruptions interruptions;
     // Nobody accepts: the queue fills, and then the system answers with silence or a refusal.
     std::vector<Socket> queued;
     EXPECT_TRUE(eventually([&] {
@@ -226,6 +232,33 @@ TEST_F(Connection, a_peer_is_gone_when_it_closes_and_not_before) {
     EXPECT_EQ(receive(client, buffer, 3), 3);
     EXPECT_TRUE(eventually([&] { return isPeerGone(client); }));
     EXPECT_TRUE(isPeerGone(no_socket));
+}
+
+TEST_F(Connection, a_peer_that_answers_is_there_even_if_it_never_reads) {
+    constexpr int short_patience_ms = 50;
+    establish(loopback);
+    fill(client);
+    for (int i = 0; i < 150; ++i) {
+        ASSERT_FALSE(isPeerGone(client, short_patience_ms));
+        systemTimeSource().sleep(10);
+    }
+}
+
+TEST_F(Connection, a_peer_that_vanishes_is_gone_though_the_system_goes_on_sending) {
+    constexpr int short_patience_ms = 50;
+    for (const bool has_stopped_reading : {false, true}) {
+        SCOPED_TRACE(has_stopped_reading);
+        establish(loopback);
+        if (has_stopped_reading)
+            fill(client);
+        if (!test::fallSilent(server))
+            GTEST_SKIP() << "no way here to make a peer vanish";
+        send(client, "abc", 3);
+        EXPECT_TRUE(eventually([&] { return isPeerGone(client, short_patience_ms); }));
+        EXPECT_FALSE(isPeerGone(client)) << "not so soon";
+        close(server);
+        close(client);
+    }
 }
 
 TEST_F(Connection, half_the_receive_buffer_waits_whole_however_it_comes) {

@@ -1,6 +1,8 @@
 #include "platform/sockets.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <fcntl.h>
 #include <memory>
 #include <netdb.h>
@@ -22,6 +24,10 @@ constexpr int highest_port = 65535;
 constexpr int keepalive_idle_s = 10;
 constexpr int keepalive_interval_s = 4;
 constexpr int keepalive_probes = 4;
+
+// That many in a row leave room for one that got lost: to a peer that has no room for more data,
+// the system lets up to two minutes go by between two questions, and its answer is that much older.
+constexpr int unanswered_questions = 3;
 
 // errno would not last: closing a half-made socket overwrites it.
 int last_error = 0;
@@ -90,10 +96,13 @@ int startListening(int listener, const addrinfo &address, int backlog) {
 
 /// How the connection under way on a non-blocking socket ended: 0, or -1.
 int awaitConnection(int socket, int timeout_ms) {
+    using namespace std::chrono;
+    const auto deadline = steady_clock::now() + milliseconds(timeout_ms);
     pollfd waiting{socket, POLLOUT, 0};
     int ready = poll(&waiting, 1, timeout_ms);
     while (ready < 0 && errno == EINTR) {
-        ready = poll(&waiting, 1, timeout_ms);
+        const auto left = duration_cast<milliseconds>(deadline - steady_clock::now());
+        ready = poll(&waiting, 1, std::max(static_cast<int>(left.count()), 0));
     }
     if (ready <= 0) {
         return fail(ready == 0 ? ETIMEDOUT : errno);
@@ -111,6 +120,21 @@ int connectOne(int socket, const addrinfo &address, int timeout_ms) {
         return 0;
     }
     return errno == EINPROGRESS ? awaitConnection(socket, timeout_ms) : fail(errno);
+}
+
+/// Whether the peer has left the system's questions, and the data sent again and again, without any
+/// answer for that long. The system goes on for a quarter of an hour, and sends no keepalive while
+/// data is on its way. TCP_USER_TIMEOUT would end that too, but with it every connection whose peer
+/// answers and does not read.
+bool isSilent(int socket, int patience_ms) {
+    tcp_info info{};
+    socklen_t size = sizeof info;
+    if (getsockopt(socket, IPPROTO_TCP, TCP_INFO, &info, &size) != 0) {
+        return false;
+    }
+    return std::max(info.tcpi_retransmits, info.tcpi_probes) >= unanswered_questions &&
+           std::min(info.tcpi_last_ack_recv, info.tcpi_last_data_recv) >=
+               static_cast<std::uint32_t>(patience_ms);
 }
 
 } // namespace
@@ -179,10 +203,11 @@ int waitingBytes(Socket socket) {
     return ioctl(descriptor(socket), FIONREAD, &bytes) != 0 ? fail(errno) : bytes;
 }
 
-bool isPeerGone(Socket socket) {
+bool isPeerGone(Socket socket, int patience_ms) {
     pollfd asked{descriptor(socket), POLLRDHUP, 0};
     // Any answer is a bad one: the end, an error, or no such socket; no_socket itself gets none.
-    return socket == no_socket || poll(&asked, 1, 0) > 0;
+    return socket == no_socket || poll(&asked, 1, 0) > 0 ||
+           isSilent(descriptor(socket), patience_ms);
 }
 
 int peek(Socket socket, void *buffer, int size) {

@@ -212,7 +212,7 @@ int waitingBytes(Socket socket) {
 }
 
 // Wine, unlike Windows, sees the end only when the bytes before it have been taken.
-bool isPeerGone(Socket socket) {
+bool isPeerGone(Socket socket, int /*patience_ms*/) {
     WSAPOLLFD asked{handle(socket), POLLRDNORM, 0};
     const int answered = WSAPoll(&asked, 1, 0);
     return socket == no_socket || answered < 0 ||

@@ -1,0 +1,38 @@
+#include "support/trouble.h"
+
+#include <csignal>
+#include <linux/filter.h>
+#include <sys/socket.h>
+#include <sys/time.h>
+
+namespace test {
+
+namespace {
+
+void interruptEvery(suseconds_t microseconds) {
+    const itimerval interval{{0, microseconds}, {0, microseconds}};
+    setitimer(ITIMER_REAL, &interval, nullptr);
+}
+
+} // namespace
+
+bool fallSilent(sv::platform::Socket socket) {
+    // A filter that keeps nothing of what arrives.
+    sock_filter drop{BPF_RET | BPF_K, 0, 0, 0};
+    const sock_fprog program{1, &drop};
+    return setsockopt(static_cast<int>(socket), SOL_SOCKET, SO_ATTACH_FILTER, &program,
+                      sizeof program) == 0;
+}
+
+Interruptions::Interruptions() {
+    struct sigaction action {};
+    action.sa_handler = [](int /*signal*/) {};
+    sigaction(SIGALRM, &action, nullptr);
+    interruptEvery(20000);
+}
+
+Interruptions::~Interruptions() {
+    interruptEvery(0);
+}
+
+} // namespace test
