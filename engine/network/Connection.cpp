@@ -6,7 +6,7 @@ namespace sv {
 
 Connection::Connection(Connection &&other) noexcept
     : socket(std::exchange(other.socket, platform::no_socket)), id(other.id),
-      unsent(std::move(other.unsent)), has_failed(other.has_failed) {}
+      unsent(std::move(other.unsent)), failure(other.failure) {}
 
 Connection &Connection::operator=(Connection &&other) noexcept {
     if (this != &other) {
@@ -14,7 +14,7 @@ Connection &Connection::operator=(Connection &&other) noexcept {
         socket = std::exchange(other.socket, platform::no_socket);
         id = other.id;
         unsent = std::move(other.unsent);
-        has_failed = other.has_failed;
+        failure = other.failure;
     }
     return *this;
 }
@@ -41,26 +41,29 @@ int Connection::receive(std::string &buffer, int length) const {
 }
 
 int Connection::send(const std::string &message) {
-    unsent += message;
+    if (failure == 0)
+        unsent += message;
     return flush();
 }
 
 int Connection::flush() {
-    while (!unsent.empty() && !has_failed) {
+    while (!unsent.empty()) {
         const int taken = platform::send(socket, unsent.data(), static_cast<int>(unsent.size()));
-        if (taken >= 0)
+        if (taken >= 0) {
             unsent.erase(0, static_cast<std::size_t>(taken));
-        else if (platform::isWouldBlock(platform::lastSocketError()))
+            continue;
+        }
+        if (platform::isWouldBlock(platform::lastSocketError()))
             return 0;
-        else
-            has_failed = true;
+        failure = platform::lastSocketError();
+        unsent.clear();
     }
-    return has_failed ? -1 : 0;
+    return failure == 0 ? 0 : -1;
 }
 
 bool Connection::isDead() const {
     // In this order: what arrives between the two questions is not lost.
-    return isOpen() && (has_failed || platform::isPeerGone(socket)) &&
+    return isOpen() && (failure != 0 || platform::isPeerGone(socket)) &&
            waiting().front != Front::MESSAGE;
 }
 

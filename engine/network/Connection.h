@@ -1,8 +1,8 @@
 /// One TCP connection: the messages that wait in its socket, and what the system has not taken of
 /// those that were sent.
 ///
-/// Owns the socket and closes it with itself. Says nothing in the log: a call that fails leaves the
-/// reason with platform::lastSocketError(). Game-loop thread only.
+/// Owns the socket and closes it with itself. Says nothing in the log: why sending failed is in
+/// getFailure(), for the other calls in platform::lastSocketError(). Game-loop thread only.
 #pragma once
 
 #include "network/message.h"
@@ -54,11 +54,14 @@ class Connection {
     bool hasRoomFor(std::size_t size) const { return unsent.size() + size <= MAX_UNSENT_BYTES; }
 
     /// Sends a message; what the system does not take at once, later calls of flush() hand over.
-    /// 0, or -1 if the connection has failed. REQUIRES: hasRoomFor its size.
+    /// 0, or -1 if the connection has failed, now or earlier. REQUIRES: hasRoomFor its size.
     int send(const std::string &message);
 
     /// Hands over what the system takes without waiting; 0, or -1 if the connection has failed.
     int flush();
+
+    /// The system's code for what made sending fail for good, or 0.
+    int getFailure() const { return failure; }
 
     /// Whether it has failed or its peer is gone, and no whole message waits.
     bool isDead() const;
@@ -70,7 +73,7 @@ class Connection {
     platform::Socket socket;
     std::uint64_t id;
     std::string unsent;
-    bool has_failed = false;
+    int failure = 0;
 };
 
 } // namespace sv

@@ -16,8 +16,7 @@ constexpr int accept_error = -2;
 constexpr int backlog = 32;
 
 /// Says in the log what failed, and in a second line the system's reason. Returns -1.
-int logSocketFailure(const char *what) {
-    const int code = platform::lastSocketError();
+int logSocketFailure(const char *what, int code = platform::lastSocketError()) {
     logFailure("NetworkManager::%s returned:", what);
     return logFailure("\t%d - %s", code, platform::socketErrorText(code).c_str());
 }
@@ -140,7 +139,9 @@ int NetworkManager::send(const std::string &message, int socket_index) {
             socket_index);
         return -1;
     }
-    return p_connection->send(message) == 0 ? 0 : logSocketFailure("send(): Error! send()");
+    if (p_connection->send(message) != 0)
+        return logSocketFailure("send(): Error! send()", p_connection->getFailure());
+    return 0;
 }
 
 int NetworkManager::receive(std::string &buffer, int socket_index) {
@@ -247,11 +248,13 @@ int NetworkManager::indexOf(std::uint64_t id) const {
     return found == connections.end() ? -1 : static_cast<int>(found - connections.begin());
 }
 
+/// Returns its index when the receivers are through: one that closes a connection moves it, or ends
+/// it.
 int NetworkManager::add(platform::Socket socket, int label) {
-    const int index = getNumConnections();
-    connections.emplace_back(socket, next_id++);
-    tell(label, index);
-    return index;
+    const std::uint64_t id = next_id++;
+    connections.emplace_back(socket, id);
+    tell(label, getNumConnections() - 1);
+    return indexOf(id);
 }
 
 int NetworkManager::tell(int label, int socket_index, int bytes) {

@@ -52,13 +52,14 @@ class NetworkManager : public Manager {
 
     int getNumConnections() const { return static_cast<int>(connections.size()); }
 
-    /// Takes one waiting connection and tells of it (NETWORK_ACCEPTED): its index, -1 if there is
-    /// none or no room for it, -2 on an error.
+    /// Takes one waiting connection and tells of it (NETWORK_ACCEPTED): its index; -1 if there is
+    /// none or no room for it, or if a receiver has closed it already; -2 on an error.
     int accept();
 
-    /// Connects to a server and tells of it (NETWORK_CONNECTED): the index, or -1 with a line in
-    /// the log. `host` is an IPv4 or IPv6 address or a host name. The game stands still meanwhile,
-    /// for at most platform::connect_timeout_ms an address and the time a name takes to look up.
+    /// Connects to a server and tells of it (NETWORK_CONNECTED): the index; -1 with a line in the
+    /// log, or without one if a receiver has closed the connection already. `host` is an IPv4 or
+    /// IPv6 address or a host name. The game stands still meanwhile, for at most
+    /// platform::connect_timeout_ms an address and the time a name takes to look up.
     int connect(const std::string &host, int port);
 
     /// Sends one whole message, made with makeMessage() or like it. 0: the peer gets all of it,

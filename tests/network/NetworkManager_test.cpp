@@ -90,7 +90,7 @@ TEST_F(Network, takes_connections_up_to_the_limit) {
     LogManager::getInstance().setLogLevel(15);
     EXPECT_EQ(network.accept(), -2);
     EXPECT_EQ(logLines().back(), "NetworkManager::accept(): Error! Not setup as server.");
-    ASSERT_EQ(network.setServer(0, "localhost"), 0);
+    ASSERT_EQ(network.setServer(0), 0);
     EXPECT_EQ(network.accept(), -1);
     EXPECT_EQ(logLines().back(), "NetworkManager::accept(): No new connection. Not blocking.");
 
@@ -295,6 +295,54 @@ TEST_F(Network, sending_to_a_peer_that_is_gone_fails_and_ends_the_connection) {
     EXPECT_TRUE(eventually([&] { return network.send(makeMessage("x"), 0) == -1; }));
     EXPECT_TRUE(hasLine("NetworkManager::send(): Error! send() returned:\n\t"));
     EXPECT_EQ(connectionsAtNextStep(), 0);
+}
+
+TEST_F(Network, a_connection_that_failed_gives_its_first_reason_and_takes_no_more) {
+    join(1);
+    peers[0]->send(makeMessage("a message that waits keeps the connection in the list"));
+    ASSERT_TRUE(eventually([&] { return network.isData(0) > 0; }));
+    ASSERT_EQ(network.send(makeMessage("unread"), 0), 0);
+    ASSERT_TRUE(eventually([&] { return peers[0]->waiting() > 0; }));
+    peers[0]->close();
+    ASSERT_TRUE(eventually([&] { return network.send(makeMessage("x"), 0) == -1; }));
+    const std::string reason = logLines().back();
+    const std::string longest(MAX_MESSAGE_BYTES - MESSAGE_LENGTH_BYTES, 'x');
+    for (int sent = 0; sent <= 2 * MAX_UNSENT_BYTES; sent += MAX_MESSAGE_BYTES) {
+        EXPECT_EQ(network.accept(), -1) << "leaves another reason behind";
+        EXPECT_EQ(connectionsAtNextStep(), 1);
+        EXPECT_EQ(network.send(makeMessage(longest), 0), -1);
+        ASSERT_EQ(logLines().back(), reason);
+    }
+}
+
+TEST_F(Network, who_comes_has_the_index_that_handlers_have_left_it) {
+    join(1);
+    const std::function<int()> ways[] = {
+        [&] { return network.connect(LOOPBACK_ADDRESS, network.getPort()); },
+        [&] { // The one that has connected before.
+            int index = -1;
+            EXPECT_TRUE(
+                eventually([&] { return (index = network.accept()) >= 0 || !told.empty(); }));
+            return index;
+        }};
+    const struct {
+        int closed; // By who is told of the new one.
+        int index;
+    } cases[] = {{-1, 1}, {0, 0}, {1, -1}};
+    for (const auto &each : cases) {
+        SCOPED_TRACE(each.closed);
+        for (const auto &come : ways) {
+            told.clear();
+            on_event = [&](const EventNetwork &event) {
+                if (event.getLabel() != NETWORK_CLOSED && each.closed >= 0)
+                    network.close(each.closed);
+            };
+            EXPECT_EQ(come(), each.index);
+            on_event = nullptr;
+            if (each.closed < 0)
+                network.close(1);
+        }
+    }
 }
 
 TEST_F(Network, a_handler_may_close_and_connect_as_it_likes) {
