@@ -8,6 +8,7 @@
 #include "world/Object.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace sv {
 
@@ -87,8 +88,10 @@ void PathManager::walk(Budget &budget) {
 void PathManager::deliver(PathFind *p_search, int status) {
     Object *p_o = p_search->getObject();
     const EventPath result(status, p_search->getPath());
-    takeOut(p_search);
+    remove(p_search);
+    const Object *outer = std::exchange(told, p_o);
     p_o->eventHandler(&result);
+    told = outer;
 }
 
 std::unique_ptr<PathFind, PathFindDeleter> PathManager::search(Object *p_o, Vector to,
@@ -107,21 +110,23 @@ int PathManager::add(PathFind *p_path_find) {
 }
 
 int PathManager::remove(const PathFind *p_path_find) {
-    return takeOut(p_path_find) > 0 ? 0 : -1;
+    const auto is_meant = [&](const PathFind *p_search) { return p_search == p_path_find; };
+    return takeOut(is_meant) > 0 ? 0 : -1;
 }
 
 bool PathManager::isPending(const PathFind *p_path_find) const {
     return std::find(searches.begin(), searches.end(), p_path_find) != searches.end();
 }
 
-/// However often it is there. The turn stays with the search that has it.
-std::size_t PathManager::takeOut(const PathFind *p_path_find) {
+/// However often one is there. The turn stays with the search that has it.
+std::size_t PathManager::takeOut(const std::function<bool(const PathFind *)> &is_meant) {
     const auto next = searches.begin() + static_cast<std::ptrdiff_t>(position);
-    position -= static_cast<std::size_t>(std::count(searches.begin(), next, p_path_find));
-    return std::erase(searches, p_path_find);
+    position -= static_cast<std::size_t>(std::count_if(searches.begin(), next, is_meant));
+    return std::erase_if(searches, is_meant);
 }
 
-void PathManager::forgetTarget(const Object *p_o) {
+void PathManager::forget(const Object *p_o) {
+    takeOut([&](const PathFind *p_search) { return p_search->getObject() == p_o; });
     for (PathFind *p_search : searches)
         if (p_search->getTarget() == p_o)
             p_search->forgetTarget();

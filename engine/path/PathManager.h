@@ -8,6 +8,7 @@
 #include "core/Vector.h"
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -36,7 +37,8 @@ class PathManager : public Manager {
     std::unique_ptr<PathFind, PathFindDeleter> search(Object *p_o, Vector to,
                                                       const Object *p_target);
 
-    /// Adds a search to the pending ones; its object keeps it. 0, or -1 for null.
+    /// Adds a search to the pending ones; its object keeps it. 0, or -1 for null. REQUIRES: its
+    /// object lives, and its target, if it has one; from here on either may be deleted.
     int add(PathFind *p_path_find);
 
     /// 0, or -1 for null or if it is not pending.
@@ -45,8 +47,13 @@ class PathManager : public Manager {
     /// Whether the search is still to end. When its object is told, it no longer is.
     bool isPending(const PathFind *p_path_find) const;
 
-    /// Called when an object leaves the world: no pending search may aim at it any longer.
-    void forgetTarget(const Object *p_o);
+    /// Whether an object is being told how its search ended, further up the stack. A search of its
+    /// that is pending meanwhile is a new one.
+    bool isTelling(const Object *p_o) const { return told == p_o; }
+
+    /// Called when an object leaves the world: its searches are no longer pending, and no pending
+    /// one aims at it.
+    void forget(const Object *p_o);
 
   private:
     class Budget;
@@ -55,11 +62,12 @@ class PathManager : public Manager {
 
     void walk(Budget &budget);
     void deliver(PathFind *p_search, int status);
-    std::size_t takeOut(const PathFind *p_path_find);
+    std::size_t takeOut(const std::function<bool(const PathFind *)> &is_meant);
 
     std::vector<PathFind *> searches;
     int cycle_time = 0;       // Milliseconds, the least share of a step.
     std::size_t position = 0; // Of the search whose turn is next.
+    const Object *told = nullptr;
 };
 
 } // namespace sv

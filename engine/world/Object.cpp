@@ -73,7 +73,9 @@ int Object::eventHandler(const Event *p_event) {
         setPath(p_path_event->getPath());
         setFollowPath(true);
     }
-    dropPathFind();
+    // A handler that asked for the next path before it passed the event on keeps that search.
+    if (!(isSearching() && PathManager::getInstance().isTelling(this)))
+        dropPathFind();
     return 1;
 }
 
@@ -259,13 +261,16 @@ int Object::findPath(const Object *p_target) {
     return startSearch(p_target->getPosition(), p_target);
 }
 
+/// A search whose end is being told to this object is over.
+bool Object::isSearching() const {
+    return path_finder && PathManager::getInstance().isPending(path_finder.get());
+}
+
 int Object::startSearch(Vector to, const Object *p_target) {
-    PathManager &manager = PathManager::getInstance();
-    // A search whose end is being told to this object is not pending any more.
-    if (path_finder && manager.isPending(path_finder.get()))
+    if (isSearching())
         return logFailure("Object::findPath(): Warning! Object %d is searching already.", id);
     dropPathFind();
-    path_finder = manager.search(this, to, p_target);
+    path_finder = PathManager::getInstance().search(this, to, p_target);
     return path_finder ? 0 : -1;
 }
 

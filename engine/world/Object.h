@@ -213,6 +213,7 @@ class Object {
     void setModified(Attribute attribute) { modified.set(static_cast<std::size_t>(attribute)); }
     int refile(const Box &new_box);
     void dropWaypoints(std::size_t count);
+    bool isSearching() const;
     int startSearch(Vector to, const Object *p_target);
     void sayIfStill();
 

@@ -71,7 +71,7 @@ int WorldManager::removeObject(Object *p_o) {
     if (view_following == p_o)
         view_following = nullptr;
     deletions.remove(p_o);
-    PathManager::getInstance().forgetTarget(p_o);
+    PathManager::getInstance().forget(p_o);
     return scene_graph.removeObject(p_o);
 }
 

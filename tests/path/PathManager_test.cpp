@@ -210,6 +210,12 @@ TEST_F(Paths, a_search_is_told_once_whatever_its_object_does_then) {
              EXPECT_EQ(p_o->findPath({3, 3}), 0);
          },
          2},
+        {"asks for another and passes the old one on",
+         [&](const Event *p_event) {
+             EXPECT_EQ(p_o->findPath({3, 3}), 0);
+             p_o->Object::eventHandler(p_event);
+         },
+         2},
         {"lets the manager go on", [&](const Event *) { paths.cycle(1); }, 1},
     };
     for (const auto &c : cases) {
@@ -227,6 +233,28 @@ TEST_F(Paths, a_search_is_told_once_whatever_its_object_does_then) {
         paths.cycle(1);
         EXPECT_EQ(told, c.told) << "it gave up";
     }
+}
+
+TEST_F(Paths, a_path_that_comes_from_elsewhere_ends_the_search) {
+    Object *p_o = put({0, 0});
+    ASSERT_EQ(p_o->findPath({5, 0}), 0);
+    const Waypoints other{{0, 1}, {0, 2}};
+    const EventPath event(PATH_FOUND, {other, 0});
+    EXPECT_EQ(p_o->eventHandler(&event), 1);
+    EXPECT_EQ(pathOf(p_o), other);
+}
+
+TEST_F(Paths, a_search_that_a_game_made_itself_ends_with_its_object) {
+    Witness *p_doomed = putWitness("doomed");
+    Witness *p_other = putWitness("other", 5);
+    PathFind doomed(p_doomed, {5, 0});
+    PathFind other(p_other, {5, 5});
+    for (PathFind *p_search : {&doomed, &other, &doomed})
+        ASSERT_EQ(paths.add(p_search), 0);
+    delete p_doomed;
+    EXPECT_EQ(paths.remove(&doomed), -1);
+    paths.cycle(1);
+    EXPECT_EQ(diary, (test::Diary{"doomed: gone", "other: sv-path"}));
 }
 
 TEST_F(Paths, a_handler_may_delete_any_object_and_the_others_keep_their_turn) {
