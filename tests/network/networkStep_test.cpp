@@ -5,6 +5,7 @@
 #include "network/NetworkTest.h"
 #include "support/ManualTime.h"
 
+#include <deque>
 #include <optional>
 
 namespace sv {
@@ -125,6 +126,102 @@ TEST_F(NetworkStep, bad_peers_do_not_disturb_a_good_one) {
     }));
     EXPECT_GE(heard, 200);
     EXPECT_EQ(logCount(residual), 0);
+    EXPECT_FALSE(peer->seesEnd());
+}
+
+/// Peers that come, misbehave and go, whether anybody takes them or not.
+class Storm {
+  public:
+    explicit Storm(int new_port) : port(new_port) {}
+    ~Storm() { end(); }
+    Storm(const Storm &) = delete;
+    Storm &operator=(const Storm &) = delete;
+
+    void attempt() {
+        const platform::Socket socket = platform::connectTo(LOOPBACK_ADDRESS, port, 0);
+        const std::string &bytes = bad[attempts++ % std::size(bad)];
+        if (socket == platform::no_socket)
+            return; // The system had no place in its queue.
+        sockets.push_back(socket);
+        if (!bytes.empty())
+            platform::send(socket, bytes.data(), static_cast<int>(bytes.size()));
+        // Old enough to have been taken out of the queue, some of them. Who has been greeted and
+        // has not read that goes with a reset.
+        if (sockets.size() > 60)
+            leave();
+    }
+
+    void end() {
+        while (!sockets.empty())
+            leave();
+    }
+
+    std::size_t attempts = 0;
+
+  private:
+    void leave() {
+        platform::closeSocket(sockets.front());
+        sockets.pop_front();
+    }
+
+    int port;
+    std::deque<platform::Socket> sockets;
+    static std::string manyMessages() {
+        std::string bytes;
+        for (int i = 0; i < 70; ++i)
+            bytes += makeMessage("flood");
+        return bytes;
+    }
+
+    static std::string halfAMessage() {
+        return makeMessage(std::string(MAX_MESSAGE_BYTES - MESSAGE_LENGTH_BYTES, 'x'))
+            .substr(0, MAX_MESSAGE_BYTES / 2);
+    }
+
+    const std::string bad[5] = {"", "abc", std::string(8, '\x7f'), manyMessages() + "half",
+                                halfAMessage()};
+};
+
+TEST_F(NetworkStep, ten_thousand_attempts_to_connect_in_a_minute_stretch_no_step) {
+    constexpr int steps = 1800; // A minute of the default frame time.
+    constexpr int attempts_a_step = 6;
+    constexpr int most_peers = 16;
+    network.setMaxSockets(most_peers);
+    int taken = 0;
+    int good = 0;
+    new test::Ear([&](const EventNetwork &event) {
+        std::string message;
+        if (event.getLabel() == NETWORK_ACCEPTED) {
+            ++taken;
+            network.send(makeMessage("hello"), event.getSocketIndex());
+        }
+        if (event.getLabel() == NETWORK_MESSAGE &&
+            network.receive(message, event.getSocketIndex()) > 0) {
+            ++time.now_ms; // Of 100, and 20 of them are the network's.
+            good += messageBody(message) == "good" ? 1 : 0;
+        }
+    });
+    Storm storm(network.getPort());
+    int taken_in_all = 0;
+    for (int step = 0; step < steps; ++step) {
+        SCOPED_TRACE(step);
+        for (int i = 0; i < attempts_a_step; ++i)
+            storm.attempt();
+        arrive(makeMessage("good"));
+        taken = good = 0;
+        runSteps(1);
+        ASSERT_EQ(good, 1);
+        ASSERT_LE(taken, 1);
+        ASSERT_GE(time.sleeps[0], 100 - 20 - most_peers);
+        taken_in_all += taken;
+    }
+    EXPECT_GT(storm.attempts, 10000U);
+    EXPECT_GT(taken_in_all, steps / 2);
+    storm.end();
+    EXPECT_TRUE(eventually([&] {
+        runSteps(1);
+        return network.getNumConnections() == 1 && network.accept() == -1;
+    }));
     EXPECT_FALSE(peer->seesEnd());
 }
 
