@@ -37,8 +37,8 @@ class NetworkManager : public Manager {
     void shutDown() override;
 
     /// Becomes a server: listens on a port of this machine, 1 to 65535, or 0 for any free one.
-    /// `address` is an IPv4 or IPv6 address or a host name; "0.0.0.0" and "::" are all addresses
-    /// of this machine. Until shut-down. 0, or -1 with a line in the log.
+    /// `address` is an IPv4 or IPv6 address or a host name; "0.0.0.0" stands for all IPv4 addresses
+    /// of this machine, "::" for all. Until shut-down. 0, or -1 with a line in the log.
     int setServer(int port, const std::string &address = LOOPBACK_ADDRESS);
     bool isServer() const { return server_socket != platform::no_socket; }
 
@@ -91,7 +91,8 @@ class NetworkManager : public Manager {
 
     /// Ends the network's part of a step: hands over what waits to be sent, and closes every
     /// connection whose peer is gone, unless a whole message still waits on it; half a message
-    /// does not count.
+    /// does not count. A whole one keeps its connection, and the place that it takes, until it is
+    /// received or the game closes the connection.
     void endStep();
 
   private:

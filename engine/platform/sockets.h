@@ -38,8 +38,8 @@ bool isWouldBlock(int code);
 std::string socketErrorText(int code);
 
 /// A non-blocking socket that listens on an IPv4 or IPv6 address or on that of a host name; port 0
-/// takes a free one. A port on which another socket listens is refused; one that was just given up
-/// is not.
+/// takes a free one, and "::" listens on all addresses of either kind. A port on which another
+/// socket listens is refused; one that was just given up is not.
 Socket listenOn(const std::string &address, int port, int backlog);
 
 /// The port that a socket is bound to, 1 to 65535, or -1.

@@ -294,6 +294,15 @@ TEST_F(Connection, ipv6_works_as_ipv4_does) {
     EXPECT_TRUE(eventually([&] { return waitingBytes(server) == 3; }));
 }
 
+TEST_F(Connection, all_addresses_are_those_of_ipv4_too) {
+    close(listener);
+    listener = listenOn("::", 0, 1);
+    if (listener == no_socket) {
+        GTEST_SKIP() << "no IPv6 on this machine: " << lastText();
+    }
+    establish(loopback);
+}
+
 TEST(Sockets, what_cannot_be_an_address_or_a_port_is_an_error) {
     ASSERT_EQ(startSockets(), 0);
     const struct {

@@ -70,13 +70,15 @@ void setOption(int socket, int level, int option, int value) {
     setsockopt(socket, level, option, &value, sizeof value);
 }
 
-/// A socket that keeps receive_buffer_bytes, sends without delay and notices a vanished peer; what
-/// a listener accepts has its settings. A system that refuses one of them has its own good default.
+/// A socket that keeps receive_buffer_bytes, sends without delay and notices a vanished peer; with
+/// an IPv6 address for all it serves IPv4 too. What a listener accepts has its settings. A system
+/// that refuses one of them has its own good default.
 int open(const addrinfo &address) {
     const int type = SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC;
     const int made = answer(::socket(address.ai_family, type, 0));
     setOption(made, SOL_SOCKET, SO_RCVBUF, receive_buffer_bytes);
     setOption(made, IPPROTO_TCP, TCP_NODELAY, 1);
+    setOption(made, IPPROTO_IPV6, IPV6_V6ONLY, 0);
     setOption(made, SOL_SOCKET, SO_KEEPALIVE, 1);
     setOption(made, IPPROTO_TCP, TCP_KEEPIDLE, keepalive_idle_s);
     setOption(made, IPPROTO_TCP, TCP_KEEPINTVL, keepalive_interval_s);

@@ -78,6 +78,8 @@ void configure(Socket socket) {
 Socket open(const addrinfo &address) {
     const Socket made = answerSocket(::socket(address.ai_family, SOCK_STREAM, IPPROTO_TCP));
     configure(made);
+    // An IPv6 address for all shall serve IPv4 too, as it does elsewhere.
+    setOption(made, IPPROTO_IPV6, IPV6_V6ONLY, 0);
     return made;
 }
 
