@@ -12,7 +12,8 @@ namespace {
 
 constexpr int default_max_sock = 1;
 constexpr int accept_error = -2;
-// As many peers as a second of steps lets in.
+// As many peers as a second of steps lets in. In a longer queue an honest one would wait for all
+// those in front of it; refused a place, it is there again a second later.
 constexpr int backlog = 32;
 
 /// Says in the log what failed, and in a second line the system's reason. Returns -1.
