@@ -1,8 +1,10 @@
 #include "core/LogManager.h"
 #include "resources/ResourceManager.h"
+#include "resources/spriteReading.h"
 #include "support/EngineTest.h"
 
 #include <filesystem>
+#include <set>
 #include <stdexcept>
 
 namespace {
@@ -46,6 +48,11 @@ class SpriteFiles : public test::EngineTest {
             EXPECT_EQ(logLines().back(), "RM::loadSprite(): Sprite 'it' NOT loaded.");
             EXPECT_EQ(resources.getSprite("it"), nullptr);
         }
+    }
+
+    const sv::Sprite *loadOfTheGame(const std::string &name) {
+        resources.loadSprite(SPRITES "/" + name + "-spr.txt", name);
+        return resources.getSprite(name);
     }
 
     sv::ResourceManager &resources = sv::ResourceManager::getInstance();
@@ -287,4 +294,43 @@ TEST_F(SpriteFiles, the_sprites_of_the_game_load_without_a_complaint) {
     for (const std::string &line : logLines())
         for (const char *complaint : {"Error", "Warning", "Unused"})
             EXPECT_EQ(line.find(complaint), std::string::npos) << line;
+}
+
+TEST_F(SpriteFiles, the_sprites_of_the_game_show_where_the_game_answers) {
+    startLog();
+    resources.startUp();
+    std::set<std::string> pictures;
+    for (const std::string shape : {"square", "circle", "triangle"}) {
+        for (const std::string color : {"red", "yellow", "blue"}) {
+            SCOPED_TRACE(shape + " " + color);
+            const sv::Sprite *target = loadOfTheGame(shape + "-" + color);
+            ASSERT_NE(target, nullptr);
+            EXPECT_EQ(target->getColor(), sv::colorFromName(color));
+            EXPECT_EQ(target->getWidth(), 3);
+            EXPECT_EQ(target->getHeight(), 3);
+            EXPECT_EQ(target->getFrameCount(), 1);
+            pictures.insert(target->getFrame(0).getString());
+        }
+    }
+    EXPECT_EQ(pictures.size(), 9U) << "two are told apart by nothing but their colours";
+
+    const sv::Sprite *button = loadOfTheGame("button");
+    ASSERT_NE(button, nullptr);
+    EXPECT_EQ(button->getWidth(), 3) << "it answers in its own column and the two beside it";
+    EXPECT_LE(button->getHeight(), 9) << "its middle is the fifth row from the bottom";
+}
+
+TEST_F(SpriteFiles, the_pictures_of_the_game_fit_its_window_and_its_end_takes_seconds) {
+    startLog();
+    resources.startUp();
+    for (const char *name : {"gamestart", "gameover"}) {
+        const sv::Sprite *picture = loadOfTheGame(name);
+        ASSERT_NE(picture, nullptr) << name;
+        EXPECT_LE(picture->getWidth(), 100) << name;
+        EXPECT_LE(picture->getHeight(), 40) << name;
+    }
+    const sv::Sprite *end = resources.getSprite("gameover");
+    const int steps = end->getFrameCount() * end->getSlowdown();
+    EXPECT_GE(steps, 60) << "two seconds";
+    EXPECT_LE(steps, 120) << "four seconds";
 }
