@@ -25,7 +25,7 @@ struct Expected {
 
 constexpr Expected all_files[] = {
     {"shoot.wav", false, 0.1, 0.5},      {"levelup.wav", false, 1, 4},
-    {"game-over.wav", false, 1, 2.3}, // The program ends with the animation.
+    {"game-over.wav", false, 1, 3.3}, // The program ends with the animation.
     {"menus.wav", true, 8, 30},          {"background-lv1.wav", true, 8, 16},
     {"background-lv2.wav", true, 8, 16}, {"background-lv3.wav", true, 8, 16},
 };
