@@ -1,6 +1,6 @@
 #include "core/LogManager.h"
 #include "resources/ResourceManager.h"
-
+#include "resources/audioDevice.h"
 #include "support/EngineTest.h"
 #include "support/environment.h"
 #include "support/waveFile.h"
@@ -165,6 +165,7 @@ TEST_F(Resources, is_empty_after_a_stop_and_a_start_and_loads_nothing_in_between
 TEST_F(Resources, each_step_is_told_at_its_level) {
     resources.shutDown();
     sv::LogManager::getInstance().setLogLevel(5);
+    sv::hasAudioDevice(); // That there is none is said once.
     const std::string before = logText();
     resources.startUp();
     resources.loadSound("beep.wav", "s");

@@ -2,9 +2,6 @@
 
 #include "platform/windows/utf8.h"
 
-#include <cstdlib>
-#include <direct.h>
-#include <memory>
 #include <windows.h>
 // Needs windows.h before it.
 #include <timeapi.h>
@@ -52,12 +49,11 @@ TimeSource &systemTimeSource() {
     return system_time;
 }
 
+// The runtime's own function ends at 260 characters; a folder may lie deeper.
 std::string workingDirectory(std::size_t capacity) {
-    const std::unique_ptr<wchar_t, decltype(&std::free)> wide(_wgetcwd(nullptr, 0), &std::free);
-    if (wide == nullptr) {
-        return {};
-    }
-    std::string folder = toUtf8(wide.get());
+    std::wstring wide(GetCurrentDirectoryW(0, nullptr), L'\0');
+    wide.resize(GetCurrentDirectoryW(static_cast<DWORD>(wide.size()), wide.data()));
+    std::string folder = toUtf8(wide);
     return folder.size() < capacity ? folder : std::string();
 }
 
