@@ -1,0 +1,57 @@
+#include "core/LogManager.h"
+#include "resources/Music.h"
+#include "resources/Sound.h"
+#include "support/EngineTest.h"
+#include "support/environment.h"
+#include "support/waveFile.h"
+
+#include <algorithm>
+#include <chrono>
+#include <thread>
+
+namespace {
+
+class Silence : public test::EngineTest {
+  protected:
+    Silence() { startLog(); }
+};
+
+constexpr char no_device[] =
+    "hasAudioDevice(): Note! No audio device can be opened. Sounds and music stay silent.";
+
+} // namespace
+
+TEST_F(Silence, a_machine_without_a_device_is_told_once_and_stays_silent) {
+    writeFile("beep.wav", test::waveFile(std::vector<std::int16_t>(800, 9000)));
+    test::setEnvironment("ALSOFT_DRIVERS", "there-is-none");
+    test::CapturedErrors errors;
+    {
+        std::vector<sv::Sound> sounds(100);
+        std::vector<sv::Music> tracks(50);
+        for (sv::Sound &sound : sounds) {
+            ASSERT_EQ(sound.loadSound("beep.wav"), 0);
+            sound.play(true);
+        }
+        for (sv::Music &track : tracks) {
+            ASSERT_EQ(track.loadMusic("beep.wav"), 0);
+            track.play(true);
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        sounds[0].stop();
+        tracks[0].stop();
+        EXPECT_EQ(sounds[0].loadSound("missing.wav"), -1);
+        EXPECT_EQ(tracks[0].loadMusic("missing.wav"), -1);
+    }
+    const std::string said = errors.take();
+    EXPECT_LT(std::count(said.begin(), said.end(), '\n'), 20);
+    EXPECT_EQ(logCount(no_device), 1);
+}
+
+TEST_F(Silence, an_unknown_label_plays_nothing) {
+    sv::LogManager::getInstance().setLogLevel(5);
+    const auto before = logLines();
+    sv::play(static_cast<sv::Sound *>(nullptr));
+    sv::play(static_cast<sv::Music *>(nullptr), true);
+    sv::stop(nullptr);
+    EXPECT_EQ(logLines(), before);
+}
