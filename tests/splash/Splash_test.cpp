@@ -5,38 +5,22 @@
 #include "input/EventKeyboard.h"
 #include "input/InputManager.h"
 #include "loop/GameManager.h"
+#include "splash/Clockwork.h"
+#include "support/EngineTest.h"
 #include "support/ManualTime.h"
-#include "support/WindowTest.h"
 #include "support/printing.h"
 #include "world/Object.h"
 #include "world/WorldManager.h"
 
 #include <algorithm>
-#include <functional>
-#include <map>
 
 namespace sv {
 namespace {
 
-/// Runs what a test wants to do in the steps of the loop.
-class Clockwork : public Object {
-  public:
-    explicit Clockwork(std::function<void(int step)> new_action) : action(std::move(new_action)) {
-        setVisible(false);
-        registerInterest(STEP_EVENT);
-    }
+using test::Clockwork;
+using test::only;
 
-    /// Steps are counted from 1.
-    int eventHandler(const Event * /*p_event*/) override {
-        action(GameManager::getInstance().getStepCount() + 1);
-        return 1;
-    }
-
-  private:
-    std::function<void(int step)> action;
-};
-
-class SplashTest : public test::WindowTest {
+class SplashTest : public test::EngineTest {
   protected:
     ~SplashTest() override {
         if (game.isStarted())
@@ -47,11 +31,6 @@ class SplashTest : public test::WindowTest {
         prepareLog(10);
         writeFile("sv-config.txt", settings + ",");
         ASSERT_EQ(game.startUp(), 0);
-    }
-
-    static Object *only(const char *type) {
-        const ObjectList found = WorldManager::getInstance().objectsOfType(type);
-        return found.getCount() == 1 ? found.at(0) : nullptr;
     }
 
     test::ManualTime time;
@@ -144,33 +123,6 @@ TEST_F(SplashTest, closing_the_window_ends_it_and_leaves_nothing_behind) {
         EXPECT_EQ(WorldManager::getInstance().getAllObjects(true).getCount(), 1);
         delete p_clockwork;
     }
-}
-
-TEST_F(SplashTest, the_banner_changes_its_letters_and_the_landing_blinks) {
-    server.emplace();
-    start(std::string("font_file:") + test::FONT);
-    // What stands on the screen when a step begins is the picture of the step before.
-    std::map<int, sf::Image> pictures;
-    std::map<int, int> letters;
-    new Clockwork([&](int step) {
-        if (const Object *p_banner = only("Splash"))
-            letters[step - 1] = p_banner->getAnimation().getIndex();
-        if (step >= 60 && step <= 62)
-            pictures[step - 1] = picture();
-    });
-    EXPECT_EQ(splash(), 0);
-
-    EXPECT_EQ(letters[14], 0) << "slanted while it slides";
-    EXPECT_EQ(letters[15], 1) << "upright from where it stops";
-    EXPECT_EQ(letters[89], 1) << "and frozen";
-    const auto right_edge_of = [&](const sf::Color &color, int step) {
-        return test::extentOf(color, pictures[step]).right;
-    };
-    const int banner_edge = right_edge_of(sf::Color::Green, 59);
-    EXPECT_GT(right_edge_of(sf::Color::Blue, 59), banner_edge);
-    EXPECT_EQ(right_edge_of(sf::Color::Blue, 60), -1);
-    EXPECT_EQ(right_edge_of(sf::Color::Green, 60), banner_edge);
-    EXPECT_GT(right_edge_of(sf::Color::Green, 61), banner_edge);
 }
 
 } // namespace
