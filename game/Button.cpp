@@ -26,11 +26,14 @@ int Button::eventHandler(const sv::Event *p_event) {
 }
 
 void warnIfButtonIsOutside() {
-    const int rows = sv::DisplayManager::getInstance().getVertical();
-    const int needed = static_cast<int>(BUTTON_POSITION.y) + 1;
-    if (rows < needed)
-        sv::LogManager::getInstance().writeLog(
-            "warnIfButtonIsOutside(): Warning! The button is below the window's %d rows; its "
-            "columns answer all the same. Set window_vertical_chars to %d or more.",
-            rows, needed);
+    const sv::DisplayManager &display = sv::DisplayManager::getInstance();
+    const int columns = display.getHorizontal();
+    const int rows = display.getVertical();
+    if (columns >= BUTTON_NEEDS_COLUMNS && rows >= BUTTON_NEEDS_ROWS)
+        return;
+    sv::LogManager::getInstance().writeLog(
+        "warnIfButtonIsOutside(): Warning! A window of %d x %d cells does not show all of the "
+        "button, whose columns answer at every height. Set window_horizontal_chars to %d or more "
+        "and window_vertical_chars to %d or more.",
+        columns, rows, BUTTON_NEEDS_COLUMNS, BUTTON_NEEDS_ROWS);
 }

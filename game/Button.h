@@ -17,6 +17,10 @@ class Button : public sv::Object {
 
 /// Where it stands while the player shoots, in cells.
 inline constexpr sv::Vector BUTTON_POSITION{21, 35};
+/// The window that shows all of it, and in which each of its columns can be clicked, has at least
+/// so many cells.
+inline constexpr int BUTTON_NEEDS_COLUMNS = 23;
+inline constexpr int BUTTON_NEEDS_ROWS = 40;
 
-/// Says in the log if the window has too few rows to show the button.
+/// Says in the log if the window is too small for the button.
 void warnIfButtonIsOutside();

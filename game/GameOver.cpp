@@ -12,10 +12,11 @@
 
 namespace {
 
-/// The steps that one pass of the animation takes. A file may claim more than an int holds.
+/// The steps that one pass of the animation takes. A file may claim more than an int holds, or less
+/// than nothing.
 int stepsOf(const sv::Sprite &sprite) {
     const std::int64_t steps = std::int64_t{sprite.getFrameCount()} * sprite.getSlowdown();
-    return static_cast<int>(std::min<std::int64_t>(steps, std::numeric_limits<int>::max()));
+    return static_cast<int>(std::clamp<std::int64_t>(steps, 0, std::numeric_limits<int>::max()));
 }
 
 } // namespace

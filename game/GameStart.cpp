@@ -8,11 +8,12 @@
 #include "loop/GameManager.h"
 #include "resources/ResourceManager.h"
 
-GameStart::GameStart() : music(sv::ResourceManager::getInstance().getMusic(label::MENU_MUSIC)) {
+GameStart::GameStart() {
     setType("GameStart");
     setSprite(label::GAME_START_SPRITE);
     setLocation(sv::CENTER_CENTER);
     registerInterest(sv::KEYBOARD_EVENT);
+    music = sv::ResourceManager::getInstance().getMusic(label::MENU_MUSIC);
     sv::play(music, true);
 }
 

@@ -22,5 +22,5 @@ class GameStart : public sv::ViewObject {
   private:
     void startGame();
 
-    sv::Music *music; // Null if there is none.
+    sv::Music *music = nullptr; // There may be none.
 };

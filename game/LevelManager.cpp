@@ -25,7 +25,8 @@ bool isOnButton(sv::Vector click, sv::Vector button) {
     return std::abs(click.x - button.x) <= 1.0F && std::abs(click.y - button.y) != 0.0F;
 }
 
-/// The button by name too: it may have been made inactive by now.
+/// An end under way goes too, when the button is clicked after the time is up: its going ends the
+/// game at once, whatever the verdict. The button by name, since it need not be active.
 void clearStage(Button *p_button) {
     retire(sv::WorldManager::getInstance().getAllObjects());
     retire(p_button);

@@ -55,7 +55,7 @@ class LevelManager : public sv::Manager {
     ShapeColor color = ShapeColor::RED;
     int hits = 0;
     int misses = 0;
-    sv::Clock level_clock; // Since the level began. No rule asks.
+    sv::Clock level_clock; // Set back at each level-up. No rule asks.
 };
 
 inline constexpr int LAST_LEVEL = 3;

@@ -31,42 +31,43 @@ class Shape : public sv::Object {
     /// Shows the sprite of its kind and colour, if it is loaded.
     void updateSprite();
 
+    // Cells. No rule reads them: a target answers within a cell of its position, however large.
+    float getWidth() const { return width; }
+    float getHeight() const { return height; }
+
   protected:
     void become(const char *new_type, ShapeKind new_kind, float new_width, float new_height = 0);
 
   private:
     ShapeColor color;
     ShapeKind kind = ShapeKind::SQUARE;
-
-  protected:
-    // Cells. No rule reads them: a target answers within a cell of its position, however large.
     float width = 0;
     float height = 0;
 };
 
 class Square : public Shape {
   public:
-    Square() { become(); }
-    explicit Square(ShapeColor new_color) : Shape(new_color) { become(); }
+    Square() { setUp(); }
+    explicit Square(ShapeColor new_color) : Shape(new_color) { setUp(); }
 
   private:
-    void become() { Shape::become("Square", ShapeKind::SQUARE, 12); }
+    void setUp() { become("Square", ShapeKind::SQUARE, 12); }
 };
 
 class Triangle : public Shape {
   public:
-    Triangle() { become(); }
-    explicit Triangle(ShapeColor new_color) : Shape(new_color) { become(); }
+    Triangle() { setUp(); }
+    explicit Triangle(ShapeColor new_color) : Shape(new_color) { setUp(); }
 
   private:
-    void become() { Shape::become("Triangle", ShapeKind::TRIANGLE, 6, 12); }
+    void setUp() { become("Triangle", ShapeKind::TRIANGLE, 6, 12); }
 };
 
 class Circle : public Shape {
   public:
-    Circle() { become(); }
-    explicit Circle(ShapeColor new_color) : Shape(new_color) { become(); }
+    Circle() { setUp(); }
+    explicit Circle(ShapeColor new_color) : Shape(new_color) { setUp(); }
 
   private:
-    void become() { Shape::become("Circle", ShapeKind::CIRCLE, 12); }
+    void setUp() { become("Circle", ShapeKind::CIRCLE, 12); }
 };

@@ -6,8 +6,8 @@
 
 namespace {
 
-constexpr int seconds = 10;
-constexpr int steps_a_second = 30;
+constexpr int ticks = 10;
+constexpr int steps_a_tick = 30; // A second, at the default frame time.
 
 } // namespace
 
@@ -16,7 +16,7 @@ Timer *current_timer = nullptr;
 Timer::Timer() {
     setLocation(sv::TOP_LEFT);
     setViewString("TIMER:");
-    setValue(seconds);
+    setValue(ticks);
     setColor(sv::CYAN);
     registerInterest(sv::STEP_EVENT);
     setActive(true);
@@ -35,7 +35,7 @@ int Timer::eventHandler(const sv::Event *p_event) {
     const auto *p_step_event = dynamic_cast<const sv::EventStep *>(p_event);
     if (!p_step_event)
         return 0;
-    if (p_step_event->getStepCount() % steps_a_second != 0)
+    if (p_step_event->getStepCount() % steps_a_tick != 0)
         return 1;
     setValue(getValue() - 1);
     if (getValue() >= 1)

@@ -1,7 +1,7 @@
 /// Counts the seconds that are left to shoot, from 10, and ends the game at 0.
 ///
-/// It ticks in every step whose number divides by 30, so the first second may be a short one. The
-/// world owns it; one that has run out stays there, inactive.
+/// It ticks in every step whose number is divisible by 30, so the first second may be a short one.
+/// The world owns it; one that has run out stays there, inactive.
 #pragma once
 
 #include "world/ViewObject.h"

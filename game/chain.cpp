@@ -1,17 +1,12 @@
 #include "game/chain.h"
 
-#include "core/Event.h"
 #include "game/LevelManager.h"
 #include "game/inputReading.h"
+#include "game/setUpText.h"
 #include "game/shootingPhase.h"
 
 MemoryScreen::MemoryScreen(const std::string &text, sv::Keyboard::Key new_key) : key(new_key) {
-    setLocation(sv::CENTER_CENTER);
-    setViewString(text);
-    setDrawValue(false);
-    setColor(sv::WHITE);
-    registerInterest(sv::KEYBOARD_EVENT);
-    setActive(true);
+    setUpText(*this, sv::CENTER_CENTER, text);
     setBorder(false);
 }
 
@@ -74,12 +69,7 @@ void GoScreen::showNext() {
 }
 
 Prompt::Prompt(const std::string &text, sv::Keyboard::Key new_key) : key(new_key) {
-    setLocation(sv::BOTTOM_CENTER);
-    setViewString(text);
-    setDrawValue(false);
-    setColor(sv::WHITE);
-    registerInterest(sv::KEYBOARD_EVENT);
-    setActive(true);
+    setUpText(*this, sv::BOTTOM_CENTER, text);
 }
 
 int Prompt::eventHandler(const sv::Event *p_event) {

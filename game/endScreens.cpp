@@ -1,19 +1,10 @@
 #include "game/endScreens.h"
 
-#include "core/Event.h"
 #include "game/inputReading.h"
+#include "game/setUpText.h"
 #include "loop/GameManager.h"
 
 namespace {
-
-void setUp(sv::ViewObject &screen, sv::ViewObjectLocation location, const char *text) {
-    screen.setLocation(location);
-    screen.setViewString(text);
-    screen.setDrawValue(false);
-    screen.setColor(sv::WHITE);
-    screen.registerInterest(sv::KEYBOARD_EVENT);
-    screen.setActive(true);
-}
 
 /// Either screen ends the game by itself.
 int quitOnQ(sv::ViewObject &screen, const sv::Event *p_event) {
@@ -30,7 +21,7 @@ int quitOnQ(sv::ViewObject &screen, const sv::Event *p_event) {
 } // namespace
 
 WinScreen::WinScreen() {
-    setUp(*this, sv::CENTER_CENTER, "YOU WIN!!!");
+    setUpText(*this, sv::CENTER_CENTER, "YOU WIN!!!");
     setBorder(false);
 }
 
@@ -39,7 +30,7 @@ int WinScreen::eventHandler(const sv::Event *p_event) {
 }
 
 QToQuit::QToQuit() {
-    setUp(*this, sv::BOTTOM_CENTER, "PRESS Q TO QUIT");
+    setUpText(*this, sv::BOTTOM_CENTER, "PRESS Q TO QUIT");
 }
 
 int QToQuit::eventHandler(const sv::Event *p_event) {

@@ -5,6 +5,7 @@ namespace sv {
 class Object;
 }
 
-/// Puts the object a random way right of the world's boundary, clear of what is solid there. The
-/// last four rows of the boundary's height are added at the top instead.
+/// Puts the object a random way right of the world's boundary, from three columns beyond it on, in
+/// any of its rows but the top four, and clear of what is solid there. In a world without a fifth
+/// row that is row 4.
 void placeRandomly(sv::Object *p_object);

@@ -1,4 +1,5 @@
 #include "game/playGame.h"
+
 #include "core/LogManager.h"
 #include "game/Button.h"
 #include "game/GameStart.h"

@@ -22,18 +22,19 @@ sv::Vector randomCell() {
     return {x, y};
 }
 
-/// Makes a target: `colors` is its colour, or nothing for a random one.
-template<class... Colors>
-Shape *makeShape(ShapeKind kind, Colors... colors) {
+/// With a colour, or nothing for a random one.
+template<typename... Color>
+Shape *makeShape(ShapeKind kind, Color... color) {
+    static_assert(sizeof...(color) <= 1);
     switch (kind) {
     case ShapeKind::SQUARE:
-        return new Square(colors...);
+        return new Square(color...);
     case ShapeKind::TRIANGLE:
-        return new Triangle(colors...);
+        return new Triangle(color...);
     case ShapeKind::CIRCLE:
         break;
     }
-    return new Circle(colors...);
+    return new Circle(color...);
 }
 
 /// Two targets may stand in one place: nobody looks.
@@ -48,7 +49,7 @@ void show(Shape *p_shape, sv::Vector cell) {
 
 void startShootingPhase() {
     // The button makes a second timer. Both are shown in the same place, count in step and end the
-    // game, each with an end screen: the sound of the end is twice as full for it.
+    // game, each with an end screen; nobody sees two.
     new Timer;
     auto *p_button = new Button;
     p_button->setPosition(BUTTON_POSITION);
