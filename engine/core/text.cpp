@@ -23,7 +23,9 @@ struct Entry {
     std::string value;
 };
 
-std::vector<Entry> entries; // What match() parsed last.
+std::vector<Entry> entries; // What match() parsed last,
+std::string parsed;         // and the text that it was.
+constexpr int parse_log_level = 25;
 
 bool isSpace(char c) {
     return std::isspace(static_cast<unsigned char>(c)) != 0;
@@ -52,7 +54,7 @@ void logPiece(const char *name, std::string_view piece) {
 /// False if the element is made of colons alone: the parse ends there.
 bool addEntry(std::string_view element) {
     LogManager &log = LogManager::getInstance();
-    log.writeLog(25, "\titem number %d", static_cast<int>(entries.size()));
+    log.writeLog(parse_log_level, "\titem number %d", static_cast<int>(entries.size()));
     logPiece("p_element", element);
 
     std::string_view key;
@@ -62,14 +64,14 @@ bool addEntry(std::string_view element) {
     nextPiece(element, ':', value);
     logPiece("token", key);
     entries.push_back({std::string(key), std::string(value)});
-    log.writeLog(25, "\tkey %s", entries.back().key.c_str());
-    log.writeLog(25, "\tval %s", entries.back().value.c_str());
+    log.writeLog(parse_log_level, "\tkey %s", entries.back().key.c_str());
+    log.writeLog(parse_log_level, "\tval %s", entries.back().value.c_str());
     return true;
 }
 
 void logEntries() {
     LogManager &log = LogManager::getInstance();
-    log.writeLog(25, "match(): parsed.");
+    log.writeLog(parse_log_level, "match(): parsed.");
     if (log.getLogLevel() < 28)
         return;
     for (std::size_t i = 0; i < entries.size(); ++i)
@@ -77,19 +79,23 @@ void logEntries() {
                      entries[i].value.c_str());
 }
 
-/// Replaces the kept entries by those of `str`; false, and no entries, without memory.
-bool parse(std::string str) {
-    std::erase_if(str, isSpace);
+/// Replaces the kept entries by those of `text`; false, and no entries, without memory.
+bool parse(const std::string &text) {
     entries.clear();
+    parsed.clear();
+    std::string str = text;
+    std::erase_if(str, isSpace);
     const auto count = std::count(str.begin(), str.end(), ',') + 1;
     LogManager &log = LogManager::getInstance();
-    log.writeLog(25, "match(): number of elements allocated is %d", static_cast<int>(count));
+    log.writeLog(parse_log_level, "match(): number of elements allocated is %d",
+                 static_cast<int>(count));
     try {
         entries.reserve(static_cast<std::size_t>(count));
         std::string_view rest = str;
         for (std::string_view element; nextPiece(rest, ',', element);)
             if (!addEntry(element))
                 break;
+        parsed = text;
     } catch (const std::bad_alloc &) {
         entries.clear();
         log.writeLog("match(): unable to allocate key array!");
@@ -107,15 +113,20 @@ std::string_view withoutLeadingBlanksAndPlus(std::string_view text) {
     return text;
 }
 
+/// Whether the entries are those of `text` already. A log that tells of each parse gets each.
+bool isParsed(const std::string &text) {
+    return LogManager::getInstance().getLogLevel() < parse_log_level && text == parsed;
+}
+
 } // namespace
 
 std::string match(const std::string &str, const std::string &find) {
     LogManager &log = LogManager::getInstance();
-    log.writeLog(25, "match(\"%s\", \"%s\")", str.c_str(), find.c_str());
-    if (!str.empty() && !parse(str))
+    log.writeLog(parse_log_level, "match(\"%s\", \"%s\")", str.c_str(), find.c_str());
+    if (!str.empty() && !isParsed(str) && !parse(str))
         return "";
 
-    log.writeLog(25, "match(): Looking for match '%s' among %d items.", find.c_str(),
+    log.writeLog(parse_log_level, "match(): Looking for match '%s' among %d items.", find.c_str(),
                  static_cast<int>(entries.size()));
     int i = 0;
     for (const Entry &entry : entries) {

@@ -8,22 +8,14 @@ namespace sv {
 
 namespace {
 
-/// False without the memory, or where the count is out of range.
-bool takeRoom(std::vector<Frame> &frames, int count) {
-    if (count < 0 || count > MAX_FRAMES)
-        return false;
-    try {
-        frames.reserve(static_cast<std::size_t>(count));
-    } catch (const std::bad_alloc &) {
-        return false;
-    }
-    return true;
+bool isCount(int count) {
+    return count >= 0 && count <= MAX_FRAMES;
 }
 
 } // namespace
 
 Sprite::Sprite(int new_max_frame_count) : max_frame_count(new_max_frame_count) {
-    if (takeRoom(frame, max_frame_count))
+    if (isCount(max_frame_count))
         return;
     LogManager::getInstance().writeLog("Sprite::Sprite(): Error! Unable to allocate %d frames.",
                                        max_frame_count);
@@ -33,7 +25,11 @@ Sprite::Sprite(int new_max_frame_count) : max_frame_count(new_max_frame_count) {
 int Sprite::addFrame(const Frame &new_frame) {
     if (getFrameCount() == max_frame_count)
         return -1;
-    frame.push_back(new_frame);
+    try {
+        frame.push_back(new_frame);
+    } catch (const std::bad_alloc &) {
+        return -1;
+    }
     return 0;
 }
 

@@ -15,20 +15,20 @@
 
 namespace sv {
 
-/// The most frames that a sprite has room for. A file's word for how many it holds is no reason to
-/// take memory that the file cannot fill.
+/// The most frames that a sprite has room for.
 inline constexpr int MAX_FRAMES = 1'000'000;
 
 class Sprite {
   public:
-    /// Has room for that many frames, 0 to MAX_FRAMES. Where that cannot be had it says so in the
-    /// log and has room for none.
+    /// Has room for that many frames, 0 to MAX_FRAMES. For any other number it says so in the log
+    /// and has room for none. The room costs nothing: memory is taken frame by frame, since the
+    /// number may be a file's word for more than it holds.
     explicit Sprite(int new_max_frame_count);
 
     Sprite(const Sprite &) = delete;
     Sprite &operator=(const Sprite &) = delete;
 
-    /// Appends a copy; 0, or -1 if there is no room.
+    /// Appends a copy; 0, or -1 if there is no room or no memory.
     int addFrame(const Frame &new_frame);
 
     /// The frame at `index`, or the empty frame if there is none.
@@ -70,7 +70,7 @@ class Sprite {
     Color color = COLOR_DEFAULT;
     int slowdown = 1;
     char transparency = NO_TRANSPARENCY;
-    std::vector<Frame> frame; // Never grows past the room taken at the beginning.
+    std::vector<Frame> frame; // At most max_frame_count.
     std::string label = UNDEFINED_LABEL;
 };
 

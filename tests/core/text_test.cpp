@@ -48,6 +48,16 @@ TEST_F(Match, an_empty_text_asks_the_last_one_again) {
     EXPECT_EQ(match("", "a"), "");
 }
 
+TEST_F(Match, a_text_that_comes_again_is_told_of_again) {
+    startLog(0);
+    EXPECT_EQ(match("a:1", "a"), "1");
+    EXPECT_EQ(match(":", "a"), "") << "an end of the parse is kept, too";
+    EXPECT_EQ(match("a:1", "a"), "1");
+    LogManager::getInstance().setLogLevel(25);
+    match("a:1", "a");
+    EXPECT_EQ(logCount("match(): parsed."), 1);
+}
+
 TEST_F(Match, tells_how_it_parsed_and_at_its_highest_level_every_comparison) {
     startLog(25);
     match("a: 1,b", "b");

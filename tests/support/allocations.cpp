@@ -10,10 +10,12 @@ namespace {
 
 // Drivers allocate on threads of their own.
 std::atomic<long> count = 0;
+std::atomic<long> bytes = 0;
 std::atomic<int> nothrow_left = -1;
 
 void *allocate(std::size_t size) {
     ++count;
+    bytes += static_cast<long>(size);
     return std::malloc(size != 0 ? size : 1);
 }
 
@@ -21,6 +23,10 @@ void *allocate(std::size_t size) {
 
 long allocations() {
     return count;
+}
+
+long allocatedBytes() {
+    return bytes;
 }
 
 void failNothrowAfter(int calls) {

@@ -7,6 +7,9 @@ namespace test {
 /// How often `new` was called so far, in any form.
 long allocations();
 
+/// How many bytes those calls asked for.
+long allocatedBytes();
+
 /// Makes the `new (std::nothrow)` calls to come fail after that many; below 0, never.
 void failNothrowAfter(int calls);
 

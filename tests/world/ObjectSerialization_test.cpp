@@ -141,6 +141,15 @@ TEST_F(SerializationTest, waypoints_without_a_blank_are_skipped_with_a_word) {
     EXPECT_EQ(logCount("\tNot added."), 1);
 }
 
+TEST_F(SerializationTest, waypoints_of_no_sense_are_told_of_ten_times_and_counted_then) {
+    std::string text = "path:";
+    for (int i = 0; i < 30000; ++i)
+        text += "1|";
+    p_o->deserialize(text);
+    EXPECT_EQ(logCount("Object::deserialize(): malformed node 1."), 10);
+    EXPECT_EQ(logCount("Object::deserialize(): 29990 more malformed nodes not added."), 1);
+}
+
 TEST_F(SerializationTest, the_log_tells_what_was_read) {
     LogManager::getInstance().setLogLevel(20);
     p_o->deserialize(
