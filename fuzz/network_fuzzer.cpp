@@ -1,0 +1,141 @@
+// A peer's bytes into the network manager, over a real connection. What is heard of them is held
+// against what the bytes say.
+//
+// The first byte of an input is how many bytes the peer sends before each step, 0 for all at once.
+// The lowest bit of the second says whether it hangs up at the end, the next whether the game is
+// deaf: it leaves every message where it is.
+
+#include "fuzzing.h"
+#include "network/EventNetwork.h"
+#include "network/NetworkManager.h"
+#include "platform/system.h"
+#include "world/Object.h"
+
+#include <algorithm>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+using sv::platform::Socket;
+
+sv::NetworkManager &network() {
+    return sv::NetworkManager::getInstance();
+}
+
+/// Answers each message with itself, for a peer that never reads.
+class Ear : public sv::Object {
+  public:
+    Ear() { registerInterest(sv::NETWORK_EVENT); }
+
+    int eventHandler(const sv::Event *p_event) override {
+        const auto &event = dynamic_cast<const sv::EventNetwork &>(*p_event);
+        if (event.getLabel() != sv::NETWORK_MESSAGE || is_deaf)
+            return 0;
+        std::string message;
+        const int length = network().receive(message, event.getSocketIndex());
+        if (length < sv::MESSAGE_LENGTH_BYTES)
+            return 0;
+        fuzz::require(length == event.getBytes() && message.size() == std::size_t(length));
+        network().send(message, event.getSocketIndex());
+        heard.push_back(message);
+        return 1;
+    }
+
+    bool is_deaf = false;
+    std::vector<std::string> heard;
+};
+
+/// The messages at the front of `bytes`, taken off it.
+std::vector<std::string> takeMessages(std::string_view &bytes) {
+    std::vector<std::string> messages;
+    while (bytes.size() >= sv::MESSAGE_LENGTH_BYTES) {
+        const int length = sv::messageLength(bytes);
+        if (length < sv::MESSAGE_LENGTH_BYTES || static_cast<std::size_t>(length) > bytes.size())
+            break;
+        messages.emplace_back(bytes.substr(0, static_cast<std::size_t>(length)));
+        bytes.remove_prefix(static_cast<std::size_t>(length));
+    }
+    return messages;
+}
+
+bool isRefused(std::string_view bytes) {
+    if (bytes.size() < sv::MESSAGE_LENGTH_BYTES)
+        return false;
+    const int length = sv::messageLength(bytes);
+    return length < sv::MESSAGE_LENGTH_BYTES || length > sv::MAX_MESSAGE_BYTES;
+}
+
+/// As the game loop does it, which gives a deaf game no more than a fifth of the frame.
+void step(bool is_deaf) {
+    int rounds = 0;
+    while (network().genDataEvents(0) > 0 && !(is_deaf && ++rounds == 3)) {
+    }
+    network().endStep();
+}
+
+/// Steps until `is_done`, for a second at most: what was sent is there at once, nearly always.
+template<typename IsDone>
+void stepUntil(bool is_deaf, IsDone is_done) {
+    for (int tries = 0; tries < 1000; ++tries) {
+        step(is_deaf);
+        if (is_done())
+            return;
+        sv::platform::timeSource().sleep(1);
+    }
+    fuzz::require(false);
+}
+
+void sendInPieces(Socket peer, std::string_view bytes, std::size_t piece, bool is_deaf) {
+    while (!bytes.empty()) {
+        const std::size_t size = std::min(piece, bytes.size());
+        const int sent = sv::platform::send(peer, bytes.data(), static_cast<int>(size));
+        if (sent <= 0)
+            return; // The game has closed.
+        bytes.remove_prefix(static_cast<std::size_t>(sent));
+        step(is_deaf);
+    }
+}
+
+void talk(Ear &ear, std::string_view bytes, std::size_t piece, bool hangs_up) {
+    const Socket peer = sv::platform::connectTo(sv::LOOPBACK_ADDRESS, network().getPort());
+    fuzz::require(peer != sv::platform::no_socket);
+    while (network().accept() < 0) {
+    }
+    sendInPieces(peer, bytes, piece, ear.is_deaf);
+
+    const auto sent = takeMessages(bytes);
+    const bool is_open = !isRefused(bytes) && !hangs_up;
+    if (hangs_up)
+        sv::platform::closeSocket(peer);
+    if (ear.is_deaf)
+        step(true);
+    else
+        stepUntil(false, [&] {
+            return ear.heard.size() >= sent.size() && network().getNumConnections() == is_open;
+        });
+    fuzz::require(ear.is_deaf || ear.heard == sent);
+    if (!hangs_up)
+        sv::platform::closeSocket(peer);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerInitialize(int * /*argc*/, char *** /*argv*/) {
+    fuzz::begin(nullptr, 0);
+    fuzz::require(network().startUp() == 0 && network().setServer(0) == 0);
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
+    const std::string input = fuzz::begin(data, size);
+    if (size < 2)
+        return -1;
+    const std::size_t piece = data[0] != 0 ? data[0] : size;
+    Ear ear;
+    ear.is_deaf = (data[1] & 2) != 0;
+    talk(ear, std::string_view(input).substr(2), piece, (data[1] & 1) != 0);
+    while (network().getNumConnections() > 0)
+        network().close(0);
+    return 0;
+}
