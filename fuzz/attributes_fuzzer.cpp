@@ -63,7 +63,7 @@ constexpr int detail = 20;
 
 extern "C" int LLVMFuzzerInitialize(int * /*argc*/, char *** /*argv*/) {
     constexpr char sprite_file[] = "ball.txt";
-    fuzz::begin(nullptr, 0);
+    const fuzz::Input none(nullptr, 0);
     std::ofstream(sprite_file) << "2\n1\n1\n2\nred\no\nO\n";
     sv::ResourceManager &resources = sv::ResourceManager::getInstance();
     resources.startUp();
@@ -72,12 +72,12 @@ extern "C" int LLVMFuzzerInitialize(int * /*argc*/, char *** /*argv*/) {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
-    const std::string text = fuzz::begin(data, size, detail);
+    const fuzz::Input input(data, size, detail);
     sv::WorldManager &world = sv::WorldManager::getInstance();
     startWorld(world);
-    travel(text);
-    travelAsAnimation(text);
-    live(world, text);
+    travel(input.text);
+    travelAsAnimation(input.text);
+    live(world, input.text);
     world.shutDown();
     return 0;
 }

@@ -44,11 +44,11 @@ void search(const std::string &text) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
-    const std::string text = fuzz::begin(data, size);
-    search(text);
+    const fuzz::Input input(data, size);
+    search(input.text);
 
     // Of equal keys the first one holds: no input opens a window.
-    std::ofstream(sv::CONFIG_FILE_DEFAULT, std::ios::binary) << "headless:true,\n" << text;
+    std::ofstream(sv::CONFIG_FILE_DEFAULT, std::ios::binary) << "headless:true,\n" << input.text;
     sv::Config::getInstance().loadConfig(defaults);
     const test::ManualTime time;
     sv::GameManager &game = sv::GameManager::getInstance();

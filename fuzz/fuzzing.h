@@ -7,26 +7,41 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <ctime>
 #include <string>
 
 namespace fuzz {
-
-/// The input as text, and the engine's log made ready: open, going nowhere. Every fourth length
-/// writes the lines of every level up to `detail`, the others next to nothing, which is far faster.
-inline std::string begin(const std::uint8_t *data, std::size_t size, int detail = 50) {
-    sv::LogManager &log = sv::LogManager::getInstance();
-    if (!log.isStarted()) {
-        log.setLogTimeString(false);
-        log.startUp();
-    }
-    log.setLogLevel(size % 4 == 0 ? detail : 0);
-    return {reinterpret_cast<const char *>(data), size};
-}
 
 /// Ends the process, and with that tells the fuzzer of a fault, if what must hold does not.
 inline void require(bool holds) {
     if (!holds)
         std::abort();
 }
+
+/// One input, from the beginning of its handling to the end, which must come within a second of
+/// processor time.
+class Input {
+  public:
+    /// Makes the engine's log ready: open, going nowhere. Every fourth length writes the lines of
+    /// every level up to `detail`, the others next to nothing, which is far faster.
+    Input(const std::uint8_t *data, std::size_t size, int detail = 50)
+        : text(reinterpret_cast<const char *>(data), size) {
+        sv::LogManager &log = sv::LogManager::getInstance();
+        if (!log.isStarted()) {
+            log.setLogTimeString(false);
+            log.startUp();
+        }
+        log.setLogLevel(size % 4 == 0 ? detail : 0);
+    }
+
+    ~Input() { require(std::clock() - begin < CLOCKS_PER_SEC); }
+    Input(const Input &) = delete;
+    Input &operator=(const Input &) = delete;
+
+    const std::string text;
+
+  private:
+    std::clock_t begin = std::clock();
+};
 
 } // namespace fuzz

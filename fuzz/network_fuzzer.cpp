@@ -122,19 +122,19 @@ void talk(Ear &ear, std::string_view bytes, std::size_t piece, bool hangs_up) {
 } // namespace
 
 extern "C" int LLVMFuzzerInitialize(int * /*argc*/, char *** /*argv*/) {
-    fuzz::begin(nullptr, 0);
+    const fuzz::Input none(nullptr, 0);
     fuzz::require(network().startUp() == 0 && network().setServer(0) == 0);
     return 0;
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
-    const std::string input = fuzz::begin(data, size);
+    const fuzz::Input input(data, size);
     if (size < 2)
         return -1;
     const std::size_t piece = data[0] != 0 ? data[0] : size;
     Ear ear;
     ear.is_deaf = (data[1] & 2) != 0;
-    talk(ear, std::string_view(input).substr(2), piece, (data[1] & 1) != 0);
+    talk(ear, std::string_view(input.text).substr(2), piece, (data[1] & 1) != 0);
     while (network().getNumConnections() > 0)
         network().close(0);
     return 0;

@@ -49,8 +49,8 @@ void show(sv::Sprite &sprite) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
-    const std::string text = fuzz::begin(data, size);
-    std::ofstream(file_name, std::ios::binary) << text;
+    const fuzz::Input input(data, size);
+    std::ofstream(file_name, std::ios::binary) << input.text;
     sv::ResourceManager &resources = sv::ResourceManager::getInstance();
     resources.startUp();
     const bool is_loaded = load(resources);

@@ -1,0 +1,289 @@
+// A busy world without a window for a great many steps, as fast as they go: objects that come,
+// collide and die, view objects, searches for paths, and peers that connect, talk, send nonsense
+// and hang up. Every round of a thousand steps is like the one before it, and leaves the world as
+// it found it, so that the heap has to be the same after each. Says so if it is not, and exits
+// with 1.
+//
+//     soak [STEPS]     a million if it is not said
+
+#include "core/Config.h"
+#include "core/EventStep.h"
+#include "core/LogManager.h"
+#include "inhabitants.h"
+#include "loop/GameManager.h"
+#include "memory.h"
+#include "network/EventNetwork.h"
+#include "network/NetworkManager.h"
+#include "resources/ResourceManager.h"
+#include "support/ManualTime.h"
+#include "world/EventView.h"
+#include "world/ViewObject.h"
+#include "world/WorldManager.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <fstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+using soak::tally;
+
+constexpr int steps_a_round = 1000;
+constexpr long tolerance_bytes = 1024;
+
+/// The other end of the game's connection. It sends back every second thing that it gets, and from
+/// time to time nonsense; it never stays long.
+class Peer {
+  public:
+    ~Peer() { hangUp(); }
+
+    void step() {
+        if (socket == sv::platform::no_socket)
+            connect();
+        else if (--steps_left <= 0)
+            hangUp();
+        else
+            talk();
+    }
+
+    void hangUp() {
+        if (socket != sv::platform::no_socket)
+            sv::platform::closeSocket(socket);
+        socket = sv::platform::no_socket;
+    }
+
+  private:
+    void connect() {
+        socket = sv::platform::connectTo(sv::LOOPBACK_ADDRESS,
+                                         sv::NetworkManager::getInstance().getPort());
+        steps_left = 10 + soak::choice(20);
+    }
+
+    void talk() {
+        if (soak::choice(20) == 0)
+            send(std::string("\xff\xff\xff\xff", 4)); // A length that makes no sense.
+        else if (soak::choice(10) != 0) // The others lie unread: then the end is a reset.
+            echo();
+    }
+
+    void echo() {
+        char buffer[4096];
+        const int size = sv::platform::receive(socket, buffer, sizeof buffer);
+        if (size > 0)
+            send(std::string(buffer, static_cast<std::size_t>(size)));
+    }
+
+    void send(const std::string &bytes) {
+        sv::platform::send(socket, bytes.data(), static_cast<int>(bytes.size()));
+    }
+
+    sv::platform::Socket socket = sv::platform::no_socket;
+    int steps_left = 0;
+};
+
+/// Tells a peer of itself in every step, and becomes what comes back.
+class Shared : public sv::Object {
+  public:
+    Shared() {
+        setSolidness(sv::SPECTRAL);
+        registerInterest(sv::STEP_EVENT);
+        registerInterest(sv::NETWORK_EVENT);
+    }
+
+    int eventHandler(const sv::Event *p_event) override {
+        sv::NetworkManager &network = sv::NetworkManager::getInstance();
+        if (p_event->getType() == sv::STEP_EVENT) {
+            setPosition(soak::anyPlace());
+            if (network.getNumConnections() > 0)
+                network.send(sv::makeMessage(serialize("POSITION,SPEED,PATH,")), 0);
+            return 1;
+        }
+        const auto *p_network = dynamic_cast<const sv::EventNetwork *>(p_event);
+        if (p_network)
+            hear(*p_network, network);
+        return p_network != nullptr;
+    }
+
+  private:
+    void hear(const sv::EventNetwork &event, sv::NetworkManager &network) {
+        if (event.getLabel() == sv::NETWORK_ACCEPTED)
+            ++tally().connections;
+        std::string message;
+        if (event.getLabel() != sv::NETWORK_MESSAGE ||
+            network.receive(message, event.getSocketIndex()) <= 0)
+            return;
+        ++tally().messages;
+        deserialize(std::string(sv::messageBody(message)));
+    }
+};
+
+struct Round {
+    long heap = 0;           // Bytes, at its end.
+    long resident = 0;       // Bytes.
+    double microseconds = 0; // Of processor time, a step.
+};
+
+/// Measures each round at its end.
+class Meter {
+  public:
+    /// Takes all the room that it will need: what measures must not be measured.
+    explicit Meter(int steps) { rounds.reserve(static_cast<std::size_t>(steps / steps_a_round)); }
+
+    void endRound() {
+        const double ticks = static_cast<double>(std::clock() - begin);
+        rounds.push_back({soak::heapBytes(), soak::residentBytes(),
+                          ticks * 1e6 / CLOCKS_PER_SEC / steps_a_round});
+        begin = std::clock();
+    }
+
+    /// A line for each tenth of the rounds, the first round by itself: it fills what is kept.
+    void print() const {
+        std::puts("   steps    heap KB    RSS KB    us a step");
+        const std::size_t tenth = std::max<std::size_t>(rounds.size() / 10, 1);
+        printRounds(0, 1);
+        for (std::size_t i = 1; i < rounds.size(); i += tenth)
+            printRounds(i, std::min(i + tenth, rounds.size()));
+    }
+
+    /// Whether the heap was after each round what it was after the first.
+    bool isFlat() const {
+        return std::all_of(rounds.begin(), rounds.end(), [this](const Round &round) {
+            return std::abs(round.heap - rounds.front().heap) < tolerance_bytes;
+        });
+    }
+
+  private:
+    void printRounds(std::size_t first, std::size_t end) const {
+        double sum = 0;
+        for (std::size_t i = first; i < end; ++i)
+            sum += rounds[i].microseconds;
+        const Round &last = rounds[end - 1];
+        std::printf("%8zu %10.1f %9.1f %12.2f\n", end * steps_a_round,
+                    static_cast<double>(last.heap) / 1024,
+                    static_cast<double>(last.resident) / 1024,
+                    sum / static_cast<double>(end - first));
+    }
+
+    std::vector<Round> rounds;
+    std::clock_t begin = std::clock();
+};
+
+/// Lets the others be born, die and be told of things, and ends each round.
+class Director : public sv::Object {
+  public:
+    Director(int new_steps, Meter &new_meter) : steps(new_steps), meter(new_meter) {
+        setSolidness(sv::SPECTRAL);
+        registerInterest(sv::STEP_EVENT);
+        for (int i = 0; i < walls; ++i)
+            new soak::Wall(soak::anyPlace());
+        for (int i = 0; i < walkers; ++i)
+            new soak::Walker;
+        for (const int place : {sv::TOP_LEFT, sv::TOP_RIGHT}) {
+            auto *p_view = new sv::ViewObject;
+            p_view->setLocation(place);
+            p_view->setViewString("Points");
+        }
+        new Shared;
+        soak::shuffleAnew();
+    }
+
+    int eventHandler(const sv::Event *p_event) override {
+        const auto *p_step = dynamic_cast<const sv::EventStep *>(p_event);
+        if (!p_step)
+            return 0;
+        const int step = p_step->getStepCount();
+        const int in_round = step % steps_a_round;
+        if (in_round == 0 && step > 0) {
+            meter.endRound();
+            soak::shuffleAnew();
+        }
+        if (in_round < steps_a_round - quiet_steps)
+            stir(in_round);
+        else if (in_round == steps_a_round - quiet_steps)
+            clear();
+        if (step == steps)
+            sv::GameManager::getInstance().setGameOver();
+        return 1;
+    }
+
+  private:
+    static constexpr int walls = 60;
+    static constexpr int walkers = 5;
+    // At the end of a round: until what is marked is gone, and the peer's end was noticed.
+    static constexpr int quiet_steps = 20;
+
+    void stir(int in_round) {
+        sv::WorldManager &world = sv::WorldManager::getInstance();
+        for (int i = soak::choice(4); i > 0; --i)
+            new soak::Flyer;
+        const sv::EventView points("Points", soak::choice(10), true);
+        tally().view_events += world.onEvent(&points);
+        if (in_round % 50 == 0) {
+            sv::Event alarm;
+            alarm.setType("alarm");
+            world.onEvent(&alarm);
+        }
+        peer.step();
+    }
+
+    void clear() {
+        sv::WorldManager &world = sv::WorldManager::getInstance();
+        world.markForDelete(world.objectsOfType("Flyer"));
+        for (sv::Object *p_o : world.objectsOfType("Walker"))
+            static_cast<soak::Walker *>(p_o)->goHome();
+        peer.hangUp();
+        const sv::EventView nothing("Points", 0, false);
+        world.onEvent(&nothing);
+    }
+
+    int steps;
+    Meter &meter;
+    Peer peer;
+};
+
+void printTally() {
+    const soak::Tally &t = tally();
+    std::printf("%ld objects born and %ld gone, %ld collisions, %ld view events,\n", t.born, t.died,
+                t.collisions, t.view_events);
+    std::printf("%ld paths found and %ld not, %ld connections, %ld messages\n", t.paths_found,
+                t.paths_missing, t.connections, t.messages);
+}
+
+/// False if the game does not start.
+bool play(int steps, Meter &meter) {
+    test::ManualTime time; // So that no step waits, and what a step does hangs on nothing else.
+    time.during_sleep = [&time] { time.sleeps.clear(); };
+    sv::Config::getInstance().loadConfig("headless:true,networking:true,logfile:soak.log,");
+    sv::GameManager &game = sv::GameManager::getInstance();
+    if (game.startUp() != 0 || sv::NetworkManager::getInstance().setServer(0) != 0)
+        return false;
+    std::ofstream("soak-spr.txt") << "2\n3\n1\n2\ngreen\n<o>\n(O)\n";
+    sv::ResourceManager::getInstance().loadSprite("soak-spr.txt", "flyer");
+    new Director(steps, meter);
+    game.run();
+    game.shutDown();
+    return true;
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    const int steps = argc > 1 ? std::atoi(argv[1]) : 1'000'000;
+    if (steps < 2 * steps_a_round) {
+        std::fprintf(stderr, "usage: soak [STEPS], %d or more\n", 2 * steps_a_round);
+        return 2;
+    }
+    Meter meter(steps);
+    if (!play(steps, meter)) {
+        std::fputs("soak: the game does not start\n", stderr);
+        return 2;
+    }
+    meter.print();
+    printTally();
+    std::puts(meter.isFlat() ? "The heap is flat." : "THE HEAP IS NOT FLAT.");
+    return meter.isFlat() ? EXIT_SUCCESS : EXIT_FAILURE;
+}
