@@ -3,8 +3,7 @@
 // and hang up. Every round of a thousand steps is like the one before it, and leaves the world as
 // it found it, so that the heap has to be the same after each. Says so if it is not, and exits
 // with 1.
-//
-//     soak [STEPS]     a million if it is not said
+// tools/soak starts it.
 
 #include "core/Config.h"
 #include "core/EventStep.h"
