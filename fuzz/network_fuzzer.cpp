@@ -1,9 +1,9 @@
 // A peer's bytes into the network manager, over a real connection. What is heard of them is held
 // against what the bytes say.
 //
-// The first byte of an input is how many bytes the peer sends before each step, 0 for all at once.
-// The lowest bit of the second says whether it hangs up at the end, the next whether the game is
-// deaf: it leaves every message where it is.
+// The first byte of an input is how many bytes the peer sends before each step, 0 for all at once;
+// it makes a few pieces at most, since the systems let a small one wait for the answer to those
+// before it. The bits of the second byte are a Manner.
 
 #include "fuzzing.h"
 #include "network/EventNetwork.h"
@@ -23,26 +23,40 @@ sv::NetworkManager &network() {
     return sv::NetworkManager::getInstance();
 }
 
-/// Answers each message with itself, for a peer that never reads.
+constexpr std::size_t most_pieces = 8;
+
+struct Manner {
+    explicit Manner(unsigned bits)
+        : hangs_up((bits & 1) != 0), is_deaf((bits & 2) != 0), answers((bits & 4) != 0) {}
+
+    bool hangs_up; ///< The peer, at the end.
+    bool is_deaf;  ///< The game: it leaves every message where it is.
+    bool answers;  ///< The game: each message with itself. The peer never reads.
+
+    /// A peer that hangs up on what it has not read takes back what is still on its way.
+    bool mayLose() const { return hangs_up && answers; }
+};
+
 class Ear : public sv::Object {
   public:
-    Ear() { registerInterest(sv::NETWORK_EVENT); }
+    explicit Ear(Manner new_manner) : manner(new_manner) { registerInterest(sv::NETWORK_EVENT); }
 
     int eventHandler(const sv::Event *p_event) override {
         const auto &event = dynamic_cast<const sv::EventNetwork &>(*p_event);
-        if (event.getLabel() != sv::NETWORK_MESSAGE || is_deaf)
+        if (event.getLabel() != sv::NETWORK_MESSAGE || manner.is_deaf)
             return 0;
         std::string message;
         const int length = network().receive(message, event.getSocketIndex());
         if (length < sv::MESSAGE_LENGTH_BYTES)
             return 0;
         fuzz::require(length == event.getBytes() && message.size() == std::size_t(length));
-        network().send(message, event.getSocketIndex());
+        if (manner.answers)
+            network().send(message, event.getSocketIndex());
         heard.push_back(message);
         return 1;
     }
 
-    bool is_deaf = false;
+    const Manner manner;
     std::vector<std::string> heard;
 };
 
@@ -97,25 +111,34 @@ void sendInPieces(Socket peer, std::string_view bytes, std::size_t piece, bool i
     }
 }
 
-void talk(Ear &ear, std::string_view bytes, std::size_t piece, bool hangs_up) {
+/// What was heard is what was sent.
+void examine(const Ear &ear, const std::vector<std::string> &sent) {
+    fuzz::require(ear.heard.size() <= sent.size());
+    fuzz::require(std::equal(ear.heard.begin(), ear.heard.end(), sent.begin()));
+    fuzz::require(ear.heard.size() == sent.size() || ear.manner.is_deaf || ear.manner.mayLose());
+}
+
+void talk(Ear &ear, std::string_view bytes, std::size_t piece) {
+    const Manner manner = ear.manner;
     const Socket peer = sv::platform::connectTo(sv::LOOPBACK_ADDRESS, network().getPort());
     fuzz::require(peer != sv::platform::no_socket);
     while (network().accept() < 0) {
     }
-    sendInPieces(peer, bytes, piece, ear.is_deaf);
+    sendInPieces(peer, bytes, piece, manner.is_deaf);
 
     const auto sent = takeMessages(bytes);
-    const bool is_open = !isRefused(bytes) && !hangs_up;
-    if (hangs_up)
+    const int open = isRefused(bytes) || manner.hangs_up ? 0 : 1;
+    if (manner.hangs_up)
         sv::platform::closeSocket(peer);
-    if (ear.is_deaf)
+    if (manner.is_deaf)
         step(true);
     else
         stepUntil(false, [&] {
-            return ear.heard.size() >= sent.size() && network().getNumConnections() == is_open;
+            return network().getNumConnections() == open &&
+                   (ear.heard.size() >= sent.size() || manner.mayLose());
         });
-    fuzz::require(ear.is_deaf || ear.heard == sent);
-    if (!hangs_up)
+    examine(ear, sent);
+    if (!manner.hangs_up)
         sv::platform::closeSocket(peer);
 }
 
@@ -132,9 +155,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     if (size < 2)
         return -1;
     const std::size_t piece = data[0] != 0 ? data[0] : size;
-    Ear ear;
-    ear.is_deaf = (data[1] & 2) != 0;
-    talk(ear, std::string_view(input.text).substr(2), piece, (data[1] & 1) != 0);
+    Ear ear{Manner(data[1])};
+    talk(ear, std::string_view(input.text).substr(2), std::max(piece, size / most_pieces));
     while (network().getNumConnections() > 0)
         network().close(0);
     return 0;

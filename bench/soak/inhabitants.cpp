@@ -89,7 +89,7 @@ Walker::Walker() : home(anyPlace()) {
 }
 
 int Walker::eventHandler(const sv::Event *p_event) {
-    if (p_event->getType() == sv::STEP_EVENT && !getFollowPath() && choice(5) == 0) {
+    if (p_event->getType() == sv::STEP_EVENT && !is_at_home && !getFollowPath() && choice(5) == 0) {
         const sv::Vector to = anyPlace();
         if (sv::distance(to, getPosition()) > 2)
             findPath(to);
@@ -105,6 +105,7 @@ void Walker::goHome() {
     setFollowPath(false);
     setDirection({0, 0});
     setPosition(home);
+    is_at_home = true;
 }
 
 } // namespace soak

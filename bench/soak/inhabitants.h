@@ -58,11 +58,14 @@ class Walker : public sv::Object {
     Walker();
     int eventHandler(const sv::Event *p_event) override;
 
-    /// Drops what it is at and goes back to where it began.
+    /// Drops what it is at, goes back to where it began, and stays there.
     void goHome();
+
+    void setOut() { is_at_home = false; }
 
   private:
     sv::Vector home;
+    bool is_at_home = true;
 };
 
 } // namespace soak

@@ -20,6 +20,7 @@
 #include "world/WorldManager.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
@@ -179,15 +180,14 @@ class Director : public sv::Object {
         registerInterest(sv::STEP_EVENT);
         for (int i = 0; i < walls; ++i)
             new soak::Wall(soak::anyPlace());
-        for (int i = 0; i < walkers; ++i)
-            new soak::Walker;
+        for (soak::Walker *&p_walker : walkers)
+            p_walker = new soak::Walker;
         for (const int place : {sv::TOP_LEFT, sv::TOP_RIGHT}) {
             auto *p_view = new sv::ViewObject;
             p_view->setLocation(place);
             p_view->setViewString("Points");
         }
         new Shared;
-        soak::shuffleAnew();
     }
 
     int eventHandler(const sv::Event *p_event) override {
@@ -196,10 +196,8 @@ class Director : public sv::Object {
             return 0;
         const int step = p_step->getStepCount();
         const int in_round = step % steps_a_round;
-        if (in_round == 0 && step > 0) {
-            meter.endRound();
-            soak::shuffleAnew();
-        }
+        if (in_round == 0)
+            beginRound(step);
         if (in_round < steps_a_round - quiet_steps)
             stir(in_round);
         else if (in_round == steps_a_round - quiet_steps)
@@ -211,9 +209,16 @@ class Director : public sv::Object {
 
   private:
     static constexpr int walls = 60;
-    static constexpr int walkers = 5;
     // At the end of a round: until what is marked is gone, and the peer's end was noticed.
     static constexpr int quiet_steps = 20;
+
+    void beginRound(int step) {
+        if (step > 0)
+            meter.endRound();
+        soak::shuffleAnew();
+        for (soak::Walker *p_walker : walkers)
+            p_walker->setOut();
+    }
 
     void stir(int in_round) {
         sv::WorldManager &world = sv::WorldManager::getInstance();
@@ -232,8 +237,8 @@ class Director : public sv::Object {
     void clear() {
         sv::WorldManager &world = sv::WorldManager::getInstance();
         world.markForDelete(world.objectsOfType("Flyer"));
-        for (sv::Object *p_o : world.objectsOfType("Walker"))
-            static_cast<soak::Walker *>(p_o)->goHome();
+        for (soak::Walker *p_walker : walkers)
+            p_walker->goHome();
         peer.hangUp();
         const sv::EventView nothing("Points", 0, false);
         world.onEvent(&nothing);
@@ -241,6 +246,7 @@ class Director : public sv::Object {
 
     int steps;
     Meter &meter;
+    std::array<soak::Walker *, 5> walkers{};
     Peer peer;
 };
 
