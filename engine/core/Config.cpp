@@ -6,6 +6,8 @@
 #include <array>
 #include <cstdlib>
 #include <fstream>
+#include <optional>
+#include <sstream>
 
 namespace sv {
 
@@ -51,6 +53,28 @@ constexpr std::array<ColorName, 8> background_colors{{{"black", BLACK},
                                                       {"cyan", CYAN},
                                                       {"white", WHITE}}};
 
+/// All of the file, or nothing if it is no text: a program, a folder, a file without end.
+std::optional<std::string> readText(std::istream &file) {
+    std::string text(MAX_CONFIG_BYTES + 1, '\0');
+    file.read(text.data(), MAX_CONFIG_BYTES + 1);
+    if (file.bad() || file.gcount() > MAX_CONFIG_BYTES)
+        return std::nullopt;
+    text.resize(static_cast<std::size_t>(file.gcount()));
+    return text.find('\0') == std::string::npos ? std::optional(text) : std::nullopt;
+}
+
+std::string joinedLines(const std::string &text) {
+    std::string joined;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) {
+        if (line.ends_with('\r'))
+            line.pop_back();
+        if (!line.starts_with('#'))
+            joined += line;
+    }
+    return joined;
+}
+
 constexpr char ruler[] = "-----------------------------------";
 
 } // namespace
@@ -62,7 +86,8 @@ Config &Config::getInstance() {
 
 std::string Config::readConfig() {
     const char *variable = std::getenv(CONFIG_FILE_VARIABLE);
-    std::ifstream file(variable ? variable : CONFIG_FILE_DEFAULT);
+    const char *name = variable ? variable : CONFIG_FILE_DEFAULT;
+    std::ifstream file(name);
     if (!file) {
         // Names the default file whichever was tried: it is the one to create.
         LogManager::getInstance().writeLog(
@@ -71,14 +96,12 @@ std::string Config::readConfig() {
         return "";
     }
 
-    std::string config;
-    for (std::string line; std::getline(file, line);) {
-        if (line.ends_with('\r'))
-            line.pop_back();
-        if (!line.starts_with('#'))
-            config += line;
-    }
-    return config;
+    if (const auto text = readText(file))
+        return joinedLines(*text);
+    LogManager::getInstance().writeLog(
+        "Config::readConfig(): Warning! '%s' is no text of at most %d bytes. Ignored.", name,
+        MAX_CONFIG_BYTES);
+    return "";
 }
 
 void Config::loadConfig(const std::string &config) {

@@ -15,6 +15,9 @@ namespace sv {
 inline constexpr char CONFIG_FILE_VARIABLE[] = "SELVANE_CONFIG";
 inline constexpr char CONFIG_FILE_DEFAULT[] = "sv-config.txt";
 
+/// No configuration file is longer.
+inline constexpr int MAX_CONFIG_BYTES = 65536;
+
 // The windowing library's numbers for the two styles.
 inline constexpr int WINDOW_STYLE_DEFAULT = 5; ///< Title bar and close button, not resizable.
 inline constexpr int WINDOW_STYLE_FULLSCREEN = 8;
@@ -26,7 +29,8 @@ class Config {
     Config &operator=(const Config &) = delete;
 
     /// The configuration file's lines in one text, nothing between them; lines that are empty or
-    /// begin with '#' are left out. Empty if the file cannot be read.
+    /// begin with '#' are left out. Empty if the file cannot be read, and with a line in the log if
+    /// it is no text or longer than MAX_CONFIG_BYTES.
     ///
     /// Since nothing stands between the lines, each setting ends with a comma of its own.
     std::string readConfig();

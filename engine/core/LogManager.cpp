@@ -3,7 +3,9 @@
 #include "core/Config.h"
 #include "core/text.h"
 
+#include <cerrno>
 #include <cstdlib>
+#include <system_error>
 
 namespace sv {
 
@@ -29,6 +31,7 @@ int LogManager::startUp() {
     if (!p_f)
         return logFailure("LogManager::startup(): Warning! Unable to open file '%s'.",
                           name.c_str());
+    unwritable_is_said = false;
     Manager::startUp();
     writeLog(5, "LogManager::startUp(): successfully started.");
     return 0;
@@ -37,6 +40,8 @@ int LogManager::startUp() {
 void LogManager::shutDown() {
     Manager::shutDown();
     writeLog(5, "LogManager::shutDown(): successfully stopped.");
+    if (p_f && std::fflush(p_f.get()) != 0)
+        sayUnwritable();
     p_f.reset();
     extra_files.clear();
 }
@@ -72,7 +77,18 @@ int LogManager::vwriteLog(int line_level, const char *fmt, std::va_list args) {
     failed |= std::fputs("\n", out) < 0;
     if (do_flush)
         failed |= std::fflush(out) != 0;
+    if (failed)
+        sayUnwritable();
     return failed ? -1 : written;
+}
+
+/// Once for each log file: a full disk stays full for a while.
+void LogManager::sayUnwritable() {
+    if (!p_f || unwritable_is_said)
+        return;
+    unwritable_is_said = true;
+    std::fprintf(stderr, "LogManager::writeLog(): Warning! Unable to write the log file: %s.\n",
+                 std::generic_category().message(errno).c_str());
 }
 
 int logFailure(const char *fmt, ...) {

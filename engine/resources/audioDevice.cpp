@@ -7,6 +7,7 @@
 #include <SFML/Audio/SoundBuffer.hpp>
 
 #include <algorithm>
+#include <filesystem>
 
 namespace sv {
 
@@ -32,6 +33,13 @@ bool findDevice() {
     return false;
 }
 
+/// A folder or a device, in which the library would look for the beginning of a track for ever.
+bool isNoFile(const std::string &filename) {
+    std::error_code ignored;
+    return std::filesystem::exists(filename, ignored) &&
+           !std::filesystem::is_regular_file(filename, ignored);
+}
+
 } // namespace
 
 bool hasAudioDevice() {
@@ -40,7 +48,7 @@ bool hasAudioDevice() {
 }
 
 bool openSoundFile(sf::InputSoundFile &file, const std::string &filename) {
-    if (!file.openFromFile(filename))
+    if (isNoFile(filename) || !file.openFromFile(filename))
         return false;
     const unsigned rate = file.getSampleRate();
     return 1 <= rate && rate <= most_samples_per_second &&

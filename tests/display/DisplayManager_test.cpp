@@ -9,6 +9,7 @@
 #include "world/WorldManager.h"
 
 #include <SFML/Graphics/RenderWindow.hpp>
+#include <filesystem>
 
 namespace {
 
@@ -195,6 +196,24 @@ TEST_F(DisplayManagerTest, a_missing_font_fails_the_start_and_a_later_one_succee
     configure("");
     ASSERT_EQ(display().startUp(), 0);
     EXPECT_EQ(erasedBy({0, 0}), (Extent{0, 6, 11, 37}));
+}
+
+TEST_F(DisplayManagerTest, a_font_file_that_is_none_fails_the_start_with_its_name) {
+    startLog();
+    server.emplace();
+    writeFile("empty.ttf", "");
+    writeFile("noise.ttf", std::string(5000, 'x'));
+    std::filesystem::copy_file(test::FONT, "half.otf");
+    std::filesystem::resize_file("half.otf", std::filesystem::file_size("half.otf") / 2);
+    std::filesystem::create_directory("folder.ttf");
+    for (const std::string file : {"empty.ttf", "noise.ttf", "half.otf", "folder.ttf"}) {
+        sv::Config::getInstance().loadConfig("font_file:" + file);
+        EXPECT_EQ(display().startUp(), -1) << file;
+        EXPECT_EQ(
+            logCount("DisplayManager::startUp(): Unable to load font from file '" + file + "'."),
+            1);
+        display().shutDown();
+    }
 }
 
 TEST_F(DisplayManagerTest, starts_and_stops_again_and_again_in_any_size) {

@@ -8,6 +8,7 @@
 #include <SFML/System/Err.hpp>
 
 #include <algorithm>
+#include <filesystem>
 
 namespace {
 
@@ -60,7 +61,10 @@ TEST_F(Resources, a_file_that_cannot_be_read_is_refused_and_takes_no_place) {
     // A track takes memory for a second of what it claims to be.
     writeFile("fast.wav", test::waveFile({1, 2, 3, 4}, 2'000'000'000));
     writeFile("still.wav", test::waveFile({1, 2, 3, 4}, 0));
-    for (const std::string file : {"missing/x", "noise.wav", "fast.wav", "still.wav", "cut.wav"}) {
+    writeFile("empty.wav", "");
+    std::filesystem::create_directory("folder");
+    for (const std::string file :
+         {"missing/x", "empty.wav", "folder", "noise.wav", "fast.wav", "still.wav", "cut.wav"}) {
         EXPECT_EQ(resources.loadSound(file, "s"), -1);
         EXPECT_EQ(lastLine(),
                   "RM::loadSound(): Error! Cannot load sound from file '" + file + "'.");
@@ -75,6 +79,8 @@ TEST_F(Resources, a_file_that_cannot_be_read_is_refused_and_takes_no_place) {
     EXPECT_EQ(resources.loadSprite("missing/x", "p"), -1);
     EXPECT_EQ(lastLine(), "RM::loadSprite(): Sprite 'p' not loaded.");
     EXPECT_EQ(logCount("RM::loadSprite(): Error! Cannot open file 'missing/x'."), 1);
+    EXPECT_EQ(resources.loadSprite("folder", "p"), -1);
+    EXPECT_EQ(lastLine(), "RM::loadSprite(): Sprite 'p' NOT loaded.");
     EXPECT_EQ(resources.getSound("s"), nullptr);
 
     EXPECT_EQ(resources.loadSound("beep.wav", "s"), 0);

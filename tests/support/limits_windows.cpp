@@ -1,0 +1,11 @@
+#include "support/limits.h"
+
+namespace test {
+
+bool allowNoMoreFiles() {
+    return false;
+}
+
+void allowMoreFiles() {}
+
+} // namespace test
