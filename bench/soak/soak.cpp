@@ -130,8 +130,10 @@ struct Round {
 /// Measures each round at its end.
 class Meter {
   public:
-    /// Takes all the room that it will need: what measures must not be measured.
-    explicit Meter(int steps) { rounds.reserve(static_cast<std::size_t>(steps / steps_a_round)); }
+    /// Takes and touches all the room that it will need: what measures must not be measured.
+    explicit Meter(int steps) : rounds(static_cast<std::size_t>(steps / steps_a_round)) {
+        rounds.clear();
+    }
 
     void endRound() {
         const double ticks = static_cast<double>(std::clock() - begin);
