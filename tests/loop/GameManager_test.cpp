@@ -297,11 +297,7 @@ TEST_F(Game, steps_follow_each_other_at_the_frame_time) {
 
 TEST_F(Game, a_process_may_end_with_everything_started) {
     testing::GTEST_FLAG(death_test_style) = "fast";
-    // A system without fork() does this test anew in the process that ends, in a folder of its own.
-    constexpr char of_both[] = "SELVANE_TEST_LOG";
-    if (std::getenv(of_both) == nullptr)
-        test::setEnvironment(of_both, std::filesystem::absolute("selvane.log").string());
-    test::setEnvironment(LOG_FILE_VARIABLE, std::getenv(of_both));
+    shareLog();
     EXPECT_EXIT(
         {
             if (start(1) != 0)

@@ -5,6 +5,7 @@
 #include "support/environment.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <random>
@@ -53,6 +54,13 @@ void EngineTest::prepareLog(int level) {
 void EngineTest::startLog(int level) {
     prepareLog(level);
     ASSERT_EQ(sv::LogManager::getInstance().startUp(), 0);
+}
+
+void EngineTest::shareLog() {
+    constexpr char shared_log[] = "SELVANE_TEST_LOG"; // Set by the first of the processes.
+    if (std::getenv(shared_log) == nullptr)
+        setEnvironment(shared_log, std::filesystem::absolute("selvane.log").string());
+    setEnvironment(sv::LOG_FILE_VARIABLE, std::getenv(shared_log));
 }
 
 std::string EngineTest::logText() {

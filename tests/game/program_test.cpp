@@ -8,7 +8,7 @@
 namespace {
 
 /// The folder as a person unpacks it, with a log that tells more.
-class GameWindow : public test::EngineTest {
+class GameProgram : public test::EngineTest {
   protected:
     void SetUp() override {
         const char *p_folder = std::getenv("SELVANE_TEST_GAME");
@@ -46,7 +46,7 @@ class GameWindow : public test::EngineTest {
     }
 };
 
-TEST_F(GameWindow, shows_the_sequence_and_the_title_and_ends_well_with_q) {
+TEST_F(GameProgram, shows_the_sequence_and_the_title_and_ends_well_with_q) {
     test::WindowedProgram game(std::filesystem::current_path() / "selvane_game.exe");
     see(game, sf::Color::Green, "sequence");
     game.pressKey(' ');
