@@ -19,28 +19,19 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace test {
 
 namespace {
 
-constexpr int patience = 900; // Steps.
+constexpr int patience = 2000; // Steps.
 
 /// The active object of that class, or null.
 template<typename Wanted>
 Wanted *find() {
-    for (sv::Object *p_o : sv::WorldManager::getInstance().getAllObjects())
-        if (auto *p_wanted = dynamic_cast<Wanted *>(p_o))
-            return p_wanted;
-    return nullptr;
-}
-
-std::vector<Shape *> targets() {
-    std::vector<Shape *> found;
-    for (sv::Object *p_o : sv::WorldManager::getInstance().getAllObjects())
-        if (auto *p_shape = dynamic_cast<Shape *>(p_o))
-            found.push_back(p_shape);
-    return found;
+    const auto found = inWorld<Wanted>();
+    return found.empty() ? nullptr : found.front();
 }
 
 struct Sight {
@@ -141,18 +132,19 @@ bool aim(std::vector<Shape *> left, int count, std::vector<sv::Vector> &clicks) 
 
 } // namespace
 
-void EventHands::pressKey(sv::Keyboard::Key key) {
+void EventHands::send(sv::Keyboard::Key key, sv::EventKeyboardAction action) {
     sv::EventKeyboard event;
     event.setKey(key);
-    event.setKeyboardAction(sv::KEY_PRESSED);
+    event.setKeyboardAction(action);
     sv::InputManager::getInstance().onEvent(&event);
 }
 
+void EventHands::pressKey(sv::Keyboard::Key key) {
+    send(key, press);
+}
+
 void EventHands::releaseKey(sv::Keyboard::Key key) {
-    sv::EventKeyboard event;
-    event.setKey(key);
-    event.setKeyboardAction(sv::KEY_RELEASED);
-    sv::InputManager::getInstance().onEvent(&event);
+    send(key, sv::KEY_RELEASED);
 }
 
 void EventHands::moveMouse(sv::Vector to) {
@@ -177,6 +169,23 @@ const char *nameOf(Stage stage) {
     return names[static_cast<int>(stage)];
 }
 
+const char *nameOf(Plan plan) {
+    constexpr const char *names[] = {"right",    "wrong_shot", "one_fewer",
+                                     "one_more", "no_shot",    "wait"};
+    return names[static_cast<int>(plan)];
+}
+
+std::optional<sv::Keyboard::Key> keyOn(Stage stage) {
+    using sv::Keyboard;
+    const std::map<Stage, Keyboard::Key> keys = {
+        {Stage::TITLE, Keyboard::P},  {Stage::LEVEL, Keyboard::S}, {Stage::REMEMBER, Keyboard::H},
+        {Stage::NUMBER, Keyboard::A}, {Stage::COLOR, Keyboard::P}, {Stage::SHAPE, Keyboard::E},
+        {Stage::GO, Keyboard::SPACE}, {Stage::WON, Keyboard::Q},
+    };
+    const auto found = keys.find(stage);
+    return found == keys.end() ? std::nullopt : std::optional(found->second);
+}
+
 GamePlayer::GamePlayer(Hands &new_hands, Plan new_plan, int new_last_level)
     : hands(new_hands), plan(new_plan), last_level(new_last_level) {
     registerInterest(sv::STEP_EVENT);
@@ -189,7 +198,9 @@ int GamePlayer::eventHandler(const sv::Event *p_event) {
     if (sight.stage != seen) {
         letGo();
         seen = sight.stage;
+        steps[seen] = sv::GameManager::getInstance().getStepCount();
         steps_seen = 0;
+        is_planned = false;
         story.push_back(describe(sight));
     }
     ++steps_seen;
@@ -207,33 +218,13 @@ int GamePlayer::eventHandler(const sv::Event *p_event) {
 }
 
 void GamePlayer::act(Stage stage) {
-    using sv::Keyboard;
-    switch (stage) {
-    case Stage::TITLE:
-        return press(Keyboard::P);
-    case Stage::LEVEL:
-        return press(Keyboard::S);
-    case Stage::REMEMBER:
-        return press(Keyboard::H);
-    case Stage::NUMBER:
-        return press(Keyboard::A);
-    case Stage::COLOR:
-        return press(Keyboard::P);
-    case Stage::SHAPE:
-        return press(Keyboard::E);
-    case Stage::GO:
-        return press(Keyboard::SPACE);
-    case Stage::SHOOTING:
-        if (steps_seen == look_steps)
-            planShots();
-        return shoot();
-    case Stage::WON:
-        return press(Keyboard::Q);
-    case Stage::NOTHING:
-    case Stage::SPLASH:
-    case Stage::LOST:
+    if (const auto key = keyOn(stage))
+        return press(*key);
+    if (stage != Stage::SHOOTING)
         return;
-    }
+    if (!std::exchange(is_planned, true))
+        planShots();
+    shoot();
 }
 
 void GamePlayer::press(sv::Keyboard::Key key) {
@@ -260,15 +251,28 @@ void GamePlayer::say(const std::string &what) const {
         on_action(what);
 }
 
+int GamePlayer::stepOf(Stage stage) const {
+    const auto found = steps.find(stage);
+    return found == steps.end() ? -1 : found->second;
+}
+
+sv::Vector GamePlayer::aimAtButton() {
+    // Off its very middle, where it does not answer.
+    const auto last_row = static_cast<float>(sv::DisplayManager::getInstance().getVertical() - 1);
+    const sv::Vector place{BUTTON_POSITION.x, std::min(BUTTON_POSITION.y, last_row)};
+    const sv::Vector pixel = sv::spacesToPixels(place + sv::Vector{0.3F, 0.4F});
+    return sv::pixelsToSpaces({std::round(pixel.x), std::round(pixel.y)});
+}
+
 std::optional<std::vector<sv::Vector>> GamePlayer::aimAtRight(int count) {
     std::vector<sv::Vector> found;
-    if (!test::aim(targets(), count, found))
+    if (!test::aim(inWorld<Shape>(), count, found))
         return std::nullopt;
     return found;
 }
 
 std::optional<sv::Vector> GamePlayer::aimAtWrong() {
-    for (const Shape *p_shape : targets()) {
+    for (const Shape *p_shape : inWorld<Shape>()) {
         if (isRight(p_shape))
             continue;
         for (const sv::Vector click : clicksAround(p_shape->getPosition()))
@@ -292,14 +296,12 @@ void GamePlayer::planShots() {
     if (now == Plan::NO_SHOT)
         count = 0;
     if (const auto right = aimAtRight(count))
-        clicks = *right;
+        clicks.assign(right->rbegin(), right->rend()); // The last is next.
     else
         story.emplace_back("no way to take " + std::to_string(count));
     if (const auto wrong = aimAtWrong(); wrong && now == Plan::WRONG_SHOT)
-        clicks.push_back(*wrong);
-    // On the button, off its very middle, where it does not answer.
-    const sv::Vector pixel = sv::spacesToPixels(BUTTON_POSITION + sv::Vector{0.3F, 0.4F});
-    clicks.insert(clicks.begin(), sv::pixelsToSpaces({std::round(pixel.x), std::round(pixel.y)}));
+        clicks.insert(clicks.begin(), *wrong);
+    clicks.insert(clicks.begin(), aimAtButton());
     aim = Aim::MOVE;
 }
 
@@ -322,13 +324,13 @@ void GamePlayer::shoot() {
         const sv::Vector off = p_reticle->getPosition() - clicks.back();
         if (std::abs(off.x) > 0.01F || std::abs(off.y) > 0.01F)
             return;
-        targets_before = targets().size();
+        targets_before = inWorld<Shape>().size();
         aim = Aim::PRESSED;
         hands.pressButton();
         return;
     }
     case Aim::PRESSED:
-        if (targets().size() == targets_before)
+        if (inWorld<Shape>().size() == targets_before)
             return;
         hands.releaseButton();
         clicks.pop_back();

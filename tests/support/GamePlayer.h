@@ -6,15 +6,27 @@
 #pragma once
 
 #include "core/Vector.h"
-#include "input/Keyboard.h"
+#include "input/EventKeyboard.h"
 #include "world/Object.h"
+#include "world/WorldManager.h"
 
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace test {
+
+/// The objects of that class that are in the world.
+template<typename Wanted>
+std::vector<Wanted *> inWorld(bool include_inactive = false) {
+    std::vector<Wanted *> found;
+    for (sv::Object *p_o : sv::WorldManager::getInstance().getAllObjects(include_inactive))
+        if (auto *p_wanted = dynamic_cast<Wanted *>(p_o))
+            found.push_back(p_wanted);
+    return found;
+}
 
 /// What a person can do to the game. Positions are cells of the window.
 class Hands {
@@ -31,6 +43,9 @@ class Hands {
 /// Hands for a game without a window: they deliver the events themselves.
 class EventHands : public Hands {
   public:
+    /// `new_press` is what it makes of the press of a key.
+    explicit EventHands(sv::EventKeyboardAction new_press = sv::KEY_PRESSED) : press(new_press) {}
+
     void pressKey(sv::Keyboard::Key key) override;
     void releaseKey(sv::Keyboard::Key key) override;
     void moveMouse(sv::Vector to) override;
@@ -38,6 +53,9 @@ class EventHands : public Hands {
     void releaseButton() override {} // The engine has no event for it.
 
   private:
+    static void send(sv::Keyboard::Key key, sv::EventKeyboardAction action);
+
+    sv::EventKeyboardAction press;
     sv::Vector mouse;
 };
 
@@ -57,6 +75,8 @@ enum class Stage {
     LOST,
 };
 const char *nameOf(Stage stage);
+/// The key that leads on from there, if one does.
+std::optional<sv::Keyboard::Key> keyOn(Stage stage);
 
 /// How a level is played.
 enum class Plan {
@@ -67,6 +87,7 @@ enum class Plan {
     NO_SHOT, ///< Submits at once.
     WAIT,    ///< Lets the time run out.
 };
+const char *nameOf(Plan plan);
 
 class GamePlayer : public sv::Object {
   public:
@@ -90,9 +111,14 @@ class GamePlayer : public sv::Object {
     /// Every stage that it has seen, in order, by name; with what the screens said behind them.
     const std::vector<std::string> &getStory() const { return story; }
 
+    /// The step in which it first saw that stage last, or -1.
+    int stepOf(Stage stage) const;
+
     /// Whether nothing came of what it did for a long time; it ended the game then.
     bool isStuck() const { return is_stuck; }
 
+    /// The button, where the window shows its columns.
+    static sv::Vector aimAtButton();
     /// Where a click shoots exactly that many targets to shoot and no other, as clicks in turn, far
     /// from the button's columns; nothing if there is no such way.
     static std::optional<std::vector<sv::Vector>> aimAtRight(int count);
@@ -111,10 +137,12 @@ class GamePlayer : public sv::Object {
     Plan plan;
     int last_level;
     std::vector<std::string> story;
+    std::map<Stage, int> steps;
     Stage seen = Stage::NOTHING;
     int steps_seen = 0;
     std::optional<sv::Keyboard::Key> held;
-    std::vector<sv::Vector> clicks; // What is left of them; the last is next.
+    bool is_planned = false;        // The shots of this level.
+    std::vector<sv::Vector> clicks; // What is left of them, from the last to the next.
     enum class Aim { MOVE, AIM, PRESSED } aim = Aim::MOVE;
     int aim_started = 0;
     std::size_t targets_before = 0;

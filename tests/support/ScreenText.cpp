@@ -10,7 +10,6 @@ namespace test {
 namespace {
 
 constexpr int columns = 78;
-constexpr int row_count = 24;
 constexpr unsigned cell_width = 13;
 constexpr unsigned cell_height = 32;
 // The rectangle behind the next character begins a tenth of a cell early, and those of the next row
@@ -64,7 +63,7 @@ ScreenText::ScreenText() {
 std::vector<std::string> ScreenText::rows() const {
     const sf::Image image = WindowTest::picture();
     std::vector<std::string> rows;
-    for (int row = 0; row < row_count; ++row) {
+    for (int row = 0; row < sv::DisplayManager::getInstance().getVertical(); ++row) {
         std::string text;
         for (int column = 0; column < columns; ++column) {
             const auto found = characters.find(shapeOf(image, column, row));

@@ -15,6 +15,8 @@ namespace test {
 /// columns are columns too.
 inline constexpr char READABLE_WINDOW[] =
     "window_horizontal_pixels:1014,window_horizontal_chars:78";
+/// For more rows of the same cells: that is a window of 40.
+inline constexpr char HIGHER_WINDOW[] = "window_vertical_pixels:1280,window_vertical_chars:40";
 
 class ScreenText {
   public:

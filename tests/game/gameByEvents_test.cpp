@@ -1,0 +1,250 @@
+// Whole games without a window, each in a process of its own: a process plays one game.
+
+#include "game/Button.h"
+#include "game/GameOver.h"
+#include "game/LevelManager.h"
+#include "game/Reticle.h"
+#include "game/Shape.h"
+#include "game/Timer.h"
+#include "game/playGame.h"
+#include "input/InputManager.h"
+#include "loop/GameManager.h"
+#include "resources/Sprite.h"
+#include "support/EngineTest.h"
+#include "support/GamePlayer.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+#include <regex>
+
+namespace {
+
+using test::GamePlayer;
+using test::inWorld;
+using test::Plan;
+using test::Stage;
+
+constexpr int no_way = 3; // Exit status of a game in which the targets stood in each other's way.
+constexpr int game_over_steps = 14 * 5;
+
+struct Game {
+    Plan plan = Plan::RIGHT;
+    int last_level = LAST_LEVEL;
+    int seed = 1;
+    sv::EventKeyboardAction press = sv::KEY_PRESSED;
+};
+
+bool isScreen(Stage stage) {
+    return (stage >= Stage::LEVEL && stage <= Stage::GO) || stage == Stage::WON;
+}
+
+/// What is true of every game at this point.
+void checkStage(Stage stage, bool has_sprites) {
+    const LevelManager &level = LevelManager::getInstance();
+    if (isScreen(stage)) {
+        EXPECT_EQ(sv::WorldManager::getInstance().getAllObjects().getCount(), 2)
+            << nameOf(stage) << ": a text and its prompt";
+    }
+    if (stage == Stage::LOST) {
+        const auto timers = inWorld<Timer>(true);
+        const auto run_out = std::ranges::count(timers, 0, &Timer::getValue);
+        EXPECT_EQ(inWorld<GameOver>().size(), run_out == 0 ? 1U : 2U);
+    }
+    if (stage != Stage::SHOOTING)
+        return;
+    const auto targets = inWorld<Shape>();
+    EXPECT_EQ(targets.size(), static_cast<std::size_t>(4 * level.getNumber() + 2));
+    EXPECT_GE(std::ranges::count_if(targets,
+                                    [&](const Shape *p_target) {
+                                        return p_target->getKind() == level.getShape() &&
+                                               p_target->getColor() == level.getColor();
+                                    }),
+              level.getNumber() + 2);
+    for (const Shape *p_target : targets) {
+        const sv::Animation animation = p_target->getAnimation();
+        ASSERT_EQ(animation.getSprite() != nullptr, has_sprites);
+        if (has_sprites) {
+            EXPECT_EQ(animation.getSprite()->getLabel(),
+                      wordOf(p_target->getKind()) + " " + wordOf(p_target->getColor()));
+        }
+    }
+    const auto timers = inWorld<Timer>();
+    ASSERT_EQ(timers.size(), 2U);
+    EXPECT_EQ(timers[0]->getValue(), timers[1]->getValue());
+    ASSERT_EQ(inWorld<Button>().size(), 1U);
+    EXPECT_EQ(inWorld<Button>()[0]->getPosition(), (sv::Vector{21, 35}));
+    EXPECT_EQ(inWorld<Reticle>().size(), 1U);
+}
+
+/// The story of a game that goes as planned.
+std::string expectedStory(const Game &game) {
+    std::string story = "splash, title, ";
+    for (int level = 1; level <= game.last_level; ++level) {
+        story += "level: LEVEL  " + std::to_string(level);
+        story += ", remember: REMEMBER TO SHOOT\\.\\.\\. , number: [" + std::to_string(2 * level) +
+                 std::to_string(2 * level + 1) + "], ";
+        story += "color: (red|yellow|blue), shape: (square|triangle|circle)s, go: GO!, shooting, ";
+    }
+    return story + (game.plan == Plan::RIGHT ? "won: YOU WIN!!!" : "lost");
+}
+
+/// A process that is to die tells of its failures itself. 1 if there were any since the first
+/// `from` results, which are its parent's.
+int tellFailures(int from) {
+    const auto *p_result = testing::UnitTest::GetInstance()->current_test_info()->result();
+    for (int i = from; i < p_result->total_part_count(); ++i) {
+        const testing::TestPartResult &part = p_result->GetTestPartResult(i);
+        std::cerr << "line " << part.line_number() << ": " << part.message() << std::endl;
+    }
+    return p_result->total_part_count() > from ? 1 : 0;
+}
+
+std::string join(const std::vector<std::string> &parts) {
+    std::string text;
+    for (const std::string &part : parts)
+        text += (text.empty() ? "" : ", ") + part;
+    return text;
+}
+
+class GameByEvents : public test::EngineTest {
+  protected:
+    using Tweak = std::function<void(GamePlayer &, test::Hands &)>;
+
+    GameByEvents() { std::filesystem::copy(SPRITES, "sprites"); }
+
+    /// The game to its end and what is to be said of it; the player stays.
+    static GamePlayer &play(const Game &game, const Tweak &tweak = nullptr) {
+        writeFile("sv-config.txt", "headless:true,frame_time:0,window_horizontal_chars:100,"
+                                   "window_vertical_chars:40,random_seed:" +
+                                       std::to_string(game.seed) + ",");
+        prepareLog();
+        static test::EventHands hands(game.press);
+        static GamePlayer &player = *new GamePlayer(hands, game.plan, game.last_level);
+        const bool has_sprites = std::filesystem::exists("sprites");
+        // The level begins at any distance from the timer's next tick.
+        player.look_steps = 2 + game.seed % 30;
+        player.on_sight = [&](Stage stage) { checkStage(stage, has_sprites); };
+        if (tweak)
+            tweak(player, hands);
+        EXPECT_EQ(playGame(), 0);
+        EXPECT_FALSE(player.isStuck()) << join(player.getStory());
+        EXPECT_TRUE(logText().ends_with("** Game engine stopped **\n"));
+        return player;
+    }
+
+    [[noreturn]] static void playAndExit(const Game &game) {
+        const bool has_sprites = std::filesystem::exists("sprites");
+        const auto *p_test = testing::UnitTest::GetInstance()->current_test_info();
+        const int results = p_test->result()->total_part_count();
+        const GamePlayer &player = play(game);
+        const int end = sv::GameManager::getInstance().getStepCount();
+        const auto &story = player.getStory();
+        const std::string told = join(story);
+        const bool is_blocked = told.find("no way") != std::string::npos;
+        if (is_blocked) {
+            EXPECT_EQ(story.back(), "lost") << told;
+        } else {
+            EXPECT_TRUE(std::regex_match(told, std::regex(expectedStory(game)))) << told;
+        }
+        const int lost = player.stepOf(Stage::LOST);
+        if (lost >= 0) {
+            EXPECT_EQ(end - lost, has_sprites ? game_over_steps : 1);
+        }
+        const int steps = lost - player.stepOf(Stage::SHOOTING);
+        EXPECT_EQ(271 <= steps && steps <= 300, game.plan == Plan::WAIT && !is_blocked) << steps;
+        const int failed = tellFailures(results);
+        std::exit(failed != 0 ? failed : is_blocked ? no_way : 0);
+    }
+
+    /// Whether it went as planned; with a failure if it went wrong.
+    static bool playElsewhere(const Game &game) {
+        bool is_as_planned = false;
+        const auto is_fine = [&](int status) {
+            is_as_planned = testing::ExitedWithCode(0)(status);
+            return is_as_planned || testing::ExitedWithCode(no_way)(status);
+        };
+        EXPECT_EXIT(playAndExit(game), is_fine, "") << "seed " << game.seed;
+        return is_as_planned;
+    }
+};
+
+class EveryPlan : public GameByEvents, public testing::WithParamInterface<Plan> {};
+
+TEST_P(EveryPlan, ends_as_it_has_to_in_each_level_with_many_seeds) {
+    constexpr int seeds = 10;
+    int as_planned = 0;
+    for (int seed = 1; seed <= seeds; ++seed)
+        for (int level = 1; level <= LAST_LEVEL; ++level)
+            // Played right it goes on to the end: other seeds instead of other levels.
+            as_planned += playElsewhere(GetParam() == Plan::RIGHT
+                                            ? Game{Plan::RIGHT, LAST_LEVEL, seeds * level + seed}
+                                            : Game{GetParam(), level, seed});
+    EXPECT_GE(as_planned, seeds * LAST_LEVEL / 2);
+}
+
+INSTANTIATE_TEST_SUITE_P(Plans, EveryPlan,
+                         testing::Values(Plan::RIGHT, Plan::WRONG_SHOT, Plan::ONE_FEWER,
+                                         Plan::ONE_MORE, Plan::NO_SHOT, Plan::WAIT),
+                         [](const auto &plan) { return nameOf(plan.param); });
+
+TEST_F(GameByEvents, held_keys_and_released_ones_count_as_pressed) {
+    for (const auto action : {sv::KEY_DOWN, sv::KEY_RELEASED})
+        EXPECT_TRUE(playElsewhere({.press = action})) << action;
+}
+
+TEST_F(GameByEvents, goes_to_either_end_without_a_single_sprite) {
+    std::filesystem::remove_all("sprites");
+    for (const Plan plan : {Plan::RIGHT, Plan::WRONG_SHOT, Plan::WAIT})
+        EXPECT_TRUE(playElsewhere({plan}));
+}
+
+TEST_F(GameByEvents, goes_on_without_a_sprite_whose_file_is_broken) {
+    writeFile("sprites/button-spr.txt",
+              "<HEADER>\nframes\nwidth 1\nheight 1\n</HEADER>\n<BODY>\na\n"
+              "end\n</BODY>\n<FOOTER>\nversion 1\n</FOOTER>\n");
+    EXPECT_TRUE(playElsewhere({}));
+    EXPECT_EQ(
+        logCount("loadResources(): Error! A line of sprites/button-spr.txt is a key without a "
+                 "value."),
+        1);
+}
+
+TEST_F(GameByEvents, each_screen_has_an_ear_for_its_own_key_alone) {
+    const GamePlayer &player = play({}, [&](GamePlayer &new_player, test::Hands &hands) {
+        new_player.instead = [&](Stage stage) {
+            if (stage == Stage::SPLASH)
+                return false;
+            const auto before = sv::WorldManager::getInstance().getAllObjects();
+            for (int i = 0; i <= sv::Keyboard::OTHER_KEYS; ++i) {
+                const auto key = static_cast<sv::Keyboard::Key>(i);
+                if (key == keyOn(stage) || (stage == Stage::TITLE && key == sv::Keyboard::Q))
+                    continue;
+                hands.pressKey(key);
+                hands.releaseKey(key);
+            }
+            const auto after = sv::WorldManager::getInstance().getAllObjects();
+            EXPECT_TRUE(std::ranges::equal(before, after)) << nameOf(stage);
+            EXPECT_FALSE(sv::GameManager::getInstance().getGameOver()) << nameOf(stage);
+            return false;
+        };
+    });
+    EXPECT_EQ(player.getStory().back(), "won: YOU WIN!!!");
+}
+
+TEST_F(GameByEvents, a_click_on_the_button_when_the_time_is_up_ends_it_at_once) {
+    const GamePlayer &player =
+        play({Plan::WAIT, 1}, [](GamePlayer &new_player, test::Hands &hands) {
+            new_player.on_sight = [&](Stage stage) {
+                if (stage != Stage::LOST)
+                    return;
+                hands.moveMouse(GamePlayer::aimAtButton());
+                hands.pressButton();
+            };
+        });
+    EXPECT_EQ(sv::GameManager::getInstance().getStepCount(),
+              player.stepOf(Stage::LOST) + player.look_steps);
+}
+
+} // namespace
