@@ -170,6 +170,8 @@ struct Leaving {
     Stage stage;
     bool is_by_key; // Otherwise the window is closed.
     const char *name;
+
+    friend void PrintTo(const Leaving &leaving, std::ostream *out) { *out << leaving.name; }
 };
 
 class LeavingInWindow : public GameInWindow, public testing::WithParamInterface<Leaving> {};

@@ -13,6 +13,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -88,6 +89,9 @@ enum class Plan {
     WAIT,    ///< Lets the time run out.
 };
 const char *nameOf(Plan plan);
+inline void PrintTo(Plan plan, std::ostream *out) {
+    *out << nameOf(plan);
+}
 
 class GamePlayer : public sv::Object {
   public:
