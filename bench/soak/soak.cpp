@@ -10,11 +10,11 @@
 #include "core/LogManager.h"
 #include "inhabitants.h"
 #include "loop/GameManager.h"
-#include "memory.h"
 #include "network/EventNetwork.h"
 #include "network/NetworkManager.h"
 #include "resources/ResourceManager.h"
 #include "support/ManualTime.h"
+#include "support/memory.h"
 #include "world/EventView.h"
 #include "world/ViewObject.h"
 #include "world/WorldManager.h"
@@ -137,7 +137,7 @@ class Meter {
 
     void endRound() {
         const double ticks = static_cast<double>(std::clock() - begin);
-        rounds.push_back({soak::heapBytes(), soak::residentBytes(),
+        rounds.push_back({test::heapBytes(), test::residentBytes(),
                           ticks * 1e6 / CLOCKS_PER_SEC / steps_a_round});
         begin = std::clock();
     }
