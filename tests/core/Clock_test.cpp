@@ -5,32 +5,27 @@
 #include <gtest/gtest.h>
 
 namespace sv {
-
 namespace {
 
 constexpr long long minute_ms = 60'000;
 constexpr long long day_ms = 24 * 60 * minute_ms;
 
 TEST(Clock, counts_microseconds_in_32_bits_that_wrap) {
-    struct Case {
+    const struct {
         const char *name;
         long long start_ms, end_ms;
         int split;
         unsigned delta;
-    };
-    const Case cases[] = {
-        {"no time", 7, 7, 0, 0},
-        {"one step", 0, 33, 33'000, 33'000},
+    } cases[] = {
         {"into the next day", day_ms - 1, day_ms + 1, 2'000, 2'000},
         {"over the wrap", 3'794'313, 3'794'318, 5'000, 5'000},
-        {"35 minutes", 0, 35 * minute_ms, 2'100'000'000, 2'100'000'000U},
         {"40 minutes", 0, 40 * minute_ms, -1'894'967'296, 2'400'000'000U},
         {"72 minutes", 0, 72 * minute_ms, 25'032'704, 25'032'704U},
         {"set back", 5'000, 4'993, -7'000, 4'294'960'296U},
         {"into the next month", 31 * day_ms - 10, 5, 1'659'607'704, 1'659'607'704U},
     };
     test::ManualTime time;
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         SCOPED_TRACE(c.name);
         time.now_ms = c.start_ms;
         Clock clock;
@@ -43,5 +38,4 @@ TEST(Clock, counts_microseconds_in_32_bits_that_wrap) {
 }
 
 } // namespace
-
 } // namespace sv

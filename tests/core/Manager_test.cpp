@@ -9,7 +9,6 @@
 #include <functional>
 
 namespace sv {
-
 namespace {
 
 /// Delivers every type that begins with "t".
@@ -19,11 +18,6 @@ class Switchboard : public Manager {
     bool isValid(const std::string &event_type) const override {
         return event_type.starts_with('t');
     }
-};
-
-class PlainEvent : public Event {
-  public:
-    explicit PlainEvent(const std::string &type) : Event(type) {}
 };
 
 /// Adds its letter to what was told, and then acts.
@@ -45,21 +39,13 @@ class Listener : public Object {
     std::string &told;
 };
 
-/// Only objects that the world knows can be made inactive.
-class StartedWorld {
-  public:
-    StartedWorld() { WorldManager::getInstance().startUp(); }
-    ~StartedWorld() { WorldManager::getInstance().shutDown(); }
-    StartedWorld(const StartedWorld &) = delete;
-    StartedWorld &operator=(const StartedWorld &) = delete;
-};
-
 class Dispatch : public test::EngineTest {
   protected:
     /// Delivers an event; who was told, in order. Checks the count that onEvent returns.
     std::string send(const std::string &type = "t") {
         told.clear();
-        const PlainEvent event(type);
+        Event event;
+        event.setType(type);
         const int count = manager.onEvent(&event);
         EXPECT_EQ(count, static_cast<int>(told.size()));
         return told;
@@ -73,7 +59,8 @@ class Dispatch : public test::EngineTest {
         return manager.unregisterInterest(&object, type);
     }
 
-    StartedWorld world; // Ends after the objects: it deletes those that it still has.
+    // Before the objects: only those that the world knows can be made inactive.
+    const int world_start = WorldManager::getInstance().startUp();
     std::string told;
     Switchboard manager;
     Listener a{'a', told};
@@ -85,9 +72,7 @@ TEST_F(Dispatch, tells_the_active_ones_in_the_order_of_registration) {
     add(b);
     add(a);
     add(c, "t2");
-    EXPECT_EQ(send(), "ba");
-    EXPECT_EQ(send("t2"), "c");
-    EXPECT_EQ(send("t3"), "");
+    EXPECT_EQ(send() + send("t2") + send("t3"), "bac");
     b.setActive(false);
     EXPECT_EQ(send(), "a");
     b.setActive(true);
@@ -100,61 +85,43 @@ TEST_F(Dispatch, tells_the_active_ones_in_the_order_of_registration) {
 }
 
 TEST_F(Dispatch, a_handler_may_change_who_is_told_next_time) {
-    struct Case {
-        const char *name;
-        std::function<void()> a_does;
-        const char *told, *told_next;
-    };
-    const Case cases[] = {
-        {"removes the other", [&] { drop(b); }, "ab", "a"},
-        {"adds a third", [&] { add(c); }, "ab", "abc"},
-        {"moves to the end",
-         [&] {
-             drop(a);
-             add(a);
-         },
-         "ab", "ba"},
-        {"silences the other", [&] { b.setActive(false); }, "a", "a"},
-        {"registers for many types",
-         [&] {
-             for (int i = 0; i < 99; ++i)
-                 add(a, "t" + std::to_string(i));
-         },
-         "ab", "ab"},
-    };
-    for (const Case &test_case : cases) {
-        SCOPED_TRACE(test_case.name);
-        add(a);
-        add(b);
-        a.action = test_case.a_does;
-        EXPECT_EQ(send(), test_case.told);
+    const auto handle_with = [&](const std::function<void()> &action) {
+        a.action = action;
+        std::string now_and_next = send();
         a.action = {};
-        EXPECT_EQ(send(), test_case.told_next);
-
-        for (Listener *listener : {&a, &b, &c}) {
-            listener->setActive(true);
-            while (drop(*listener) == 0) {
-            }
-        }
-    }
+        return (now_and_next += " ") += send();
+    };
+    add(a);
+    add(b);
+    EXPECT_EQ(handle_with([&] { drop(b); }), "ab a");
+    EXPECT_EQ(handle_with([&] { add(c); }), "a ac");
+    EXPECT_EQ(handle_with([&] { c.setActive(false); }), "a a");
+    c.setActive(true);
+    EXPECT_EQ(handle_with([&] {
+                  drop(a);
+                  add(a);
+              }),
+              "ac ca");
+    EXPECT_EQ(handle_with([&] {
+                  for (int i = 1; i < MAX_EVENTS; ++i)
+                      add(a, "t" + std::to_string(i)); // The rows move in memory.
+              }),
+              "ca ca");
 }
 
 TEST_F(Dispatch, a_hundred_types_and_no_more_and_no_word_about_it) {
-    EXPECT_EQ(manager.registerInterest(nullptr, "t-none"), -1) << "takes no place";
     startLog(99);
+    EXPECT_EQ(manager.registerInterest(nullptr, "t-none"), -1) << "takes no place";
     for (int i = 0; i < MAX_EVENTS; ++i)
         add(a, "t" + std::to_string(i));
-    const std::string before = logText();
     EXPECT_EQ(manager.registerInterest(&b, "t100"), -1);
-    EXPECT_EQ(logText(), before);
+    EXPECT_EQ(logText(), "");
     add(b, "t99");
     EXPECT_EQ(send("t99"), "ab");
 
     EXPECT_EQ(drop(a, "t50"), 0);
-    EXPECT_EQ(drop(a, "t50"), -1);
     add(b, "t100");
     EXPECT_EQ(send("t49") + send("t50") + send("t51") + send("t100"), "aab");
-    EXPECT_EQ(manager.registerInterest(&b, "t50"), -1);
 }
 
 TEST_F(Dispatch, refuses_what_it_does_not_deliver) {
@@ -169,33 +136,32 @@ TEST_F(Dispatch, refuses_what_it_does_not_deliver) {
     EXPECT_EQ(drop(b), -1);
     EXPECT_EQ(send("other"), "");
     // The first line names the manager twice.
-    EXPECT_EQ(logText(),
+    EXPECT_EQ(said(),
               "Manager(Switchboard)::onEvent(): Warning! Event type Switchboard is undefined.\n"
               "Manager(Switchboard)::registerInterest(): Event 'other' not valid for this Manager\n"
               "Manager(Switchboard)::registerInterest(): Event '' not valid for this Manager\n"
               "Manager(Switchboard)::onEvent(): Error! Event type other not valid.\n");
 
     LogManager::getInstance().setLogLevel(0);
-    const std::size_t before = logLines().size();
     manager.onEvent(&undefined);
     send("other");
     manager.registerInterest(&a, "other");
-    EXPECT_EQ(logLines().size(), before + 1) << "only the last is told at level 0";
+    EXPECT_EQ(
+        said(),
+        "Manager(Switchboard)::registerInterest(): Event 'other' not valid for this Manager\n");
 }
 
 TEST_F(Dispatch, starting_or_stopping_twice_is_a_warning) {
     startLog(1);
-    manager.shutDown();
-    EXPECT_EQ(manager.startUp(), 0);
-    EXPECT_EQ(logText(), "Manager::shutDown(): Warning! Switchboard not started.\n");
-    EXPECT_EQ(manager.startUp(), 0);
-    EXPECT_EQ(logLines().back(), "Manager::startUp(): Warning! Switchboard already started.");
     add(a);
     manager.shutDown();
-    EXPECT_FALSE(manager.isStarted());
+    EXPECT_EQ(manager.startUp(), 0);
+    EXPECT_EQ(manager.startUp(), 0);
+    manager.shutDown();
+    EXPECT_EQ(logText(), "Manager::shutDown(): Warning! Switchboard not started.\n"
+                         "Manager::startUp(): Warning! Switchboard already started.\n");
     EXPECT_EQ(send(), "a") << "interests outlive a stop";
 }
 
 } // namespace
-
 } // namespace sv

@@ -10,6 +10,7 @@
 #include <iterator>
 #include <random>
 #include <sstream>
+#include <utility>
 
 namespace test {
 
@@ -52,8 +53,9 @@ void EngineTest::prepareLog(int level) {
 }
 
 void EngineTest::startLog(int level) {
-    prepareLog(level);
+    prepareLog(0);
     ASSERT_EQ(sv::LogManager::getInstance().startUp(), 0);
+    prepareLog(level);
 }
 
 void EngineTest::shareLog() {
@@ -68,6 +70,12 @@ std::string EngineTest::logText() {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
+std::string EngineTest::said() {
+    const std::string text = logText();
+    const std::size_t before = std::min(std::exchange(said_before, text.size()), text.size());
+    return text.substr(before);
+}
+
 std::vector<std::string> EngineTest::logLines() {
     std::istringstream text(logText());
     std::vector<std::string> lines;
@@ -79,6 +87,11 @@ std::vector<std::string> EngineTest::logLines() {
 int EngineTest::logCount(const std::string &line) {
     const auto lines = logLines();
     return static_cast<int>(std::count(lines.begin(), lines.end(), line));
+}
+
+void EngineTest::expectLogged(std::initializer_list<std::string> lines) {
+    for (const std::string &line : lines)
+        EXPECT_EQ(logCount(line), 1) << line;
 }
 
 void EngineTest::writeFile(const std::string &name, const std::string &content) {

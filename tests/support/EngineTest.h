@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -18,7 +19,7 @@ class EngineTest : public testing::Test {
     /// Makes the log write lines up to that level, for a test that does not open it itself.
     static void prepareLog(int level = 0);
 
-    /// Prepares the log and opens it.
+    /// Prepares the log and opens it, with nothing in it.
     static void startLog(int level = 0);
 
     /// From here on the process of a death test writes into this one's log. A system without fork()
@@ -29,13 +30,20 @@ class EngineTest : public testing::Test {
     static std::vector<std::string> logLines();
     static std::string logText();
 
+    /// What the log file gained since the last call.
+    std::string said();
+
     /// How many lines of the log are exactly that text.
     static int logCount(const std::string &line);
+
+    /// Expects each of these lines once in the log.
+    static void expectLogged(std::initializer_list<std::string> lines);
 
     static void writeFile(const std::string &name, const std::string &content);
 
   private:
     std::filesystem::path folder;
+    std::size_t said_before = 0; // Characters of the log that said() has returned.
 };
 
 /// Standard error while it lives.

@@ -18,10 +18,6 @@ namespace test {
 using Diary = std::vector<std::string>;
 
 class WorldTest : public EngineTest {
-  public:
-    WorldTest(const WorldTest &) = delete;
-    WorldTest &operator=(const WorldTest &) = delete;
-
   protected:
     WorldTest() : world(sv::WorldManager::getInstance()) {
         startLog(10);

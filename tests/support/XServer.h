@@ -8,7 +8,6 @@
 
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace test {
@@ -31,22 +30,22 @@ class XServer {
     bool enterWindow();
 
     /// The name is X's, as "space", "a" or "KP_Add".
-    void pressKey(const std::string &name);
-    void releaseKey(const std::string &name);
+    void pressKey(const std::string &name) { sendKey(name, true); }
+    void releaseKey(const std::string &name) { sendKey(name, false); }
 
     void movePointer(int x, int y);
     /// 1 left, 2 middle, 3 right, 8 a further one.
-    void pressButton(int button);
-    void releaseButton(int button);
+    void pressButton(int button) { sendButton(button, true); }
+    void releaseButton(int button) { sendButton(button, false); }
 
     /// As a person's close button, or a window manager, does.
     void closeWindow();
     void resizeWindow(int width, int height);
-    std::pair<int, int> windowSize();
 
   private:
     struct Connection;
     void sendKey(const std::string &name, bool is_down);
+    void sendButton(int button, bool is_down);
 
     std::unique_ptr<Connection> connection;
 };

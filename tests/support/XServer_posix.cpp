@@ -1,14 +1,13 @@
 #include "support/XServer.h"
 
 #include "support/environment.h"
+#include "support/waitUntil.h"
 
 #include <X11/Xlib.h>
 #include <X11/extensions/XTest.h>
-#include <chrono>
 #include <csignal>
 #include <fcntl.h>
 #include <sys/prctl.h>
-#include <thread>
 #include <unistd.h>
 
 /// Instead of the system's, and does nothing: graphics drivers stay in memory, so that what they
@@ -20,11 +19,6 @@ extern "C" int dlclose(void * /*handle*/) noexcept {
 namespace test {
 
 namespace {
-
-using std::chrono::steady_clock;
-
-constexpr auto patience = std::chrono::seconds(20);
-constexpr auto pause = std::chrono::milliseconds(5);
 
 std::vector<std::string> serverCommand(int width, int height, int answer,
                                        std::vector<std::string> further) {
@@ -59,18 +53,6 @@ std::string readLine(int from) {
     while (read(from, &c, 1) == 1 && c != '\n')
         line += c;
     return line;
-}
-
-/// Asks until it is so.
-template<typename Condition>
-bool eventually(Condition condition) {
-    const auto deadline = steady_clock::now() + patience;
-    while (!condition()) {
-        if (steady_clock::now() > deadline)
-            return false;
-        std::this_thread::sleep_for(pause);
-    }
-    return true;
 }
 
 } // namespace
@@ -132,7 +114,7 @@ bool XServer::isRunning() const {
 }
 
 bool XServer::enterWindow() {
-    if (!eventually([this] { return connection->window() != 0; }))
+    if (!waitUntil([this] { return connection->window() != 0; }))
         return false;
     // A move to where the pointer is already would be none.
     movePointer(1, 1);
@@ -147,14 +129,6 @@ void XServer::sendKey(const std::string &name, bool is_down) {
     XSync(display, False);
 }
 
-void XServer::pressKey(const std::string &name) {
-    sendKey(name, true);
-}
-
-void XServer::releaseKey(const std::string &name) {
-    sendKey(name, false);
-}
-
 void XServer::movePointer(int x, int y) {
     Display *display = connection->display;
     int root_x = 0;
@@ -166,13 +140,9 @@ void XServer::movePointer(int x, int y) {
     XSync(display, False);
 }
 
-void XServer::pressButton(int button) {
-    XTestFakeButtonEvent(connection->display, static_cast<unsigned>(button), True, CurrentTime);
-    XSync(connection->display, False);
-}
-
-void XServer::releaseButton(int button) {
-    XTestFakeButtonEvent(connection->display, static_cast<unsigned>(button), False, CurrentTime);
+void XServer::sendButton(int button, bool is_down) {
+    XTestFakeButtonEvent(connection->display, static_cast<unsigned>(button), is_down ? True : False,
+                         CurrentTime);
     XSync(connection->display, False);
 }
 
@@ -192,12 +162,6 @@ void XServer::resizeWindow(int width, int height) {
     XResizeWindow(connection->display, connection->window(), static_cast<unsigned>(width),
                   static_cast<unsigned>(height));
     XSync(connection->display, False);
-}
-
-std::pair<int, int> XServer::windowSize() {
-    XWindowAttributes attributes{};
-    XGetWindowAttributes(connection->display, connection->window(), &attributes);
-    return {attributes.width, attributes.height};
 }
 
 } // namespace test
