@@ -67,9 +67,10 @@ TEST_F(ShapeTest, a_circle_is_a_polygon_of_three_to_ten_corners) {
         expectSame(frame(make(sv::CIRCLE, size)),
                    frame(corners, size, 0, pixel - sf::Vector2f(size / 2, size / 2)));
     }
+    expectSame(frame(Shape()), frame(10, 24, 0, pixel - sf::Vector2f(12, 12)));
 }
 
-TEST_F(ShapeTest, the_first_square_turns_every_figure_after_it) {
+TEST_F(ShapeTest, the_first_square_turns_every_figure_after_it_and_one_of_no_type_is_as_the_last) {
     startDisplay();
     const sf::Vector2f up_and_left = pixel - sf::Vector2f(12, 12);
     expectSame(frame(make(sv::TRIANGLE, 24)), frame(3, 12, 0, up_and_left));
@@ -77,19 +78,15 @@ TEST_F(ShapeTest, the_first_square_turns_every_figure_after_it) {
                frame(4, 12, 45, pixel + sf::Vector2f(12, -13.714286F)));
     expectSame(frame(make(sv::TRIANGLE, 24)), frame(3, 12, 45, up_and_left));
     expectSame(frame(make(sv::CIRCLE, 24)), frame(10, 24, 45, up_and_left));
+    // One of undefined type repeats the figure before it in its own colour.
+    Shape undefined = make(sv::UNDEFINED_SHAPE, 7);
+    undefined.setColor(sv::CYAN);
+    expectSame(frame(undefined), frame(10, 24, 45, up_and_left, sf::Color::Cyan));
 }
 
 TEST_F(ShapeTest, a_squares_size_is_divided_by_the_font_scale) {
     startDisplay("font_scale:0.5");
     expectSame(frame(make(sv::SQUARE, 10)), frame(4, 20, 45, pixel + sf::Vector2f(5, -10 / 1.75F)));
-}
-
-TEST_F(ShapeTest, one_of_undefined_type_repeats_the_figure_before_it_in_its_own_colour) {
-    startDisplay();
-    frame(make(sv::TRIANGLE, 30));
-    Shape undefined = make(sv::UNDEFINED_SHAPE, 7);
-    undefined.setColor(sv::CYAN);
-    expectSame(frame(undefined), frame(3, 15, 0, pixel - sf::Vector2f(15, 15), sf::Color::Cyan));
 }
 
 TEST_F(ShapeTest, a_custom_colour_shows_the_last_components_it_was_given) {
@@ -109,14 +106,6 @@ TEST_F(ShapeTest, a_custom_colour_shows_the_last_components_it_was_given) {
     expectSame(frame(shape), frame(10, 40, 0, position, sf::Color(0, 0, 255, 100)));
 }
 
-TEST_F(ShapeTest, begins_as_a_white_circle_of_the_texts_height) {
-    startDisplay();
-    const Shape shape;
-    EXPECT_EQ(shape.getType(), sv::CIRCLE);
-    EXPECT_EQ(shape.getSize(), 24);
-    expectSame(frame(shape), frame(10, 24, 0, pixel - sf::Vector2f(12, 12)));
-}
-
 TEST_F(ShapeTest, a_size_that_is_no_length_draws_without_harm) {
     startDisplay();
     constexpr float infinite = std::numeric_limits<float>::infinity();
@@ -128,27 +117,19 @@ TEST_F(ShapeTest, a_size_that_is_no_length_draws_without_harm) {
     EXPECT_EQ(sv::DisplayManager::getInstance().swapBuffers(), 0);
 }
 
-TEST_F(ShapeTest, an_unknown_type_is_refused_and_reported) {
-    startLog();
-    Shape shape;
-    shape.setType(sv::SQUARE);
-    shape.setType(3);
-    shape.setType(-2);
-    EXPECT_EQ(shape.getType(), sv::SQUARE);
-    shape.setType(-1);
-    EXPECT_EQ(shape.getType(), sv::UNDEFINED_SHAPE);
-    EXPECT_EQ(logLines(),
-              (std::vector<std::string>{"Shape::setType(): Unknown shape type 3. Ignoring.",
-                                        "Shape::setType(): Unknown shape type -2. Ignoring."}));
-}
-
-TEST_F(ShapeTest, drawing_says_where_or_that_there_is_no_window) {
+TEST_F(ShapeTest, says_what_it_refuses_and_where_it_is_drawn) {
     startLog(20);
-    Shape().draw(place);
-    EXPECT_EQ(logCount("Shape::draw(): DisplayManager window not defined."), 1);
+    Shape shape;
+    for (const int type : {3, -2})
+        shape.setType(type);
+    EXPECT_EQ(shape.getType(), sv::CIRCLE);
+    shape.draw(place);
+    EXPECT_EQ(logText(), "Shape::setType(): Unknown shape type 3. Ignoring.\n"
+                         "Shape::setType(): Unknown shape type -2. Ignoring.\n"
+                         "Shape::draw(): DisplayManager window not defined.\n");
     startDisplay();
-    Shape().draw(place);
-    EXPECT_EQ(logCount("Shape::draw(): Drawing at (128.00, 320.00)"), 1);
+    shape.draw(place);
+    expectLogged({"Shape::draw(): Drawing at (128.00, 320.00)"});
 }
 
 } // namespace
