@@ -1,17 +1,16 @@
 #include "loop/GameManager.h"
 
 #include "core/Config.h"
-#include "core/EventStep.h"
 #include "core/LogManager.h"
 #include "display/DisplayManager.h"
 #include "input/InputManager.h"
 #include "network/NetworkManager.h"
 #include "path/PathManager.h"
 #include "resources/ResourceManager.h"
+#include "support/Clockwork.h"
 #include "support/EngineTest.h"
 #include "support/ManualTime.h"
 #include "support/environment.h"
-#include "world/Object.h"
 #include "world/WorldManager.h"
 
 #include <algorithm>
@@ -21,27 +20,9 @@
 #include <regex>
 
 namespace sv {
-
 namespace {
 
 using Lines = std::vector<std::string>;
-
-/// Calls a function with the number of each step.
-class StepListener : public Object {
-  public:
-    explicit StepListener(std::function<void(int)> new_action) : action(std::move(new_action)) {}
-
-    int eventHandler(const Event *p_event) override {
-        const auto *p_step = dynamic_cast<const EventStep *>(p_event);
-        if (!p_step)
-            return 0;
-        action(p_step->getStepCount());
-        return 1;
-    }
-
-  private:
-    std::function<void(int)> action;
-};
 
 /// The engine without a window, at a clock of the test's own.
 class Game : public test::EngineTest {
@@ -59,10 +40,8 @@ class Game : public test::EngineTest {
 
     /// Runs the loop with an action in each step.
     void run(const std::function<void(int)> &action) {
-        StepListener listener(action);
-        ASSERT_EQ(game.registerInterest(&listener, STEP_EVENT), 0);
+        const test::Clockwork clockwork(action);
         game.run();
-        EXPECT_EQ(game.unregisterInterest(&listener, STEP_EVENT), 0);
     }
 
     void runSteps(int count) {
@@ -81,7 +60,7 @@ class Game : public test::EngineTest {
     test::ManualTime time;
 };
 
-constexpr char stars[] = "****************************************************";
+const std::string stars = std::string(52, '*') + "\n";
 
 TEST_F(Game, a_log_reads_like_this) {
     writeFile("sv-config.txt", "headless:true,");
@@ -90,21 +69,21 @@ TEST_F(Game, a_log_reads_like_this) {
     LogManager::getInstance().writeLog("after");
     runSteps(3);
     game.shutDown();
-    const std::string row = stars;
-    EXPECT_EQ(logText(), "07:08:09    0 " + row + "\n" +
+    EXPECT_EQ(logText(), "07:08:09    0 " + stars +
                              "07:08:09    0 ** Selvane version 4.18 **\n"
                              "07:08:09    0 ** Game engine started **\n"
                              "07:08:09    0 " +
-                             row + "\n" +
+                             stars +
                              "07:08:09   12 after\n"
                              "07:08:09    3 " +
-                             row + "\n" + "07:08:09    3 ** Game engine stopped **\n");
+                             stars + "07:08:09    3 ** Game engine stopped **\n");
 }
 
 TEST_F(Game, starts_the_managers_in_order_and_stops_them_in_reverse) {
-    ASSERT_EQ(start(5, "frame_time:40,\nrandom_seed:-1,\n"), 0);
+    ASSERT_EQ(start(5, "frame_time:40,\nrandom_seed:-1,\nnetworking:true,\n"), 0);
     EXPECT_FALSE(game.getGameOver());
     EXPECT_EQ(time.open_timer_periods, 1);
+    runSteps(2);
     test::CapturedErrors errors;
     game.shutDown();
     EXPECT_EQ(errors.take(), "") << "the log was closed too early";
@@ -113,9 +92,13 @@ TEST_F(Game, starts_the_managers_in_order_and_stops_them_in_reverse) {
         own += line + "\n";
     EXPECT_EQ(own, "Log Manager started.\nGameManager::startUp(): frame time is 40\n"
                    "Display manager started.\nInput manager started.\n"
-                   "Resource manager started.\nWorld manager started.\n"
-                   "Path manager started.\nGameManager successfully started.\n"
-                   "Path manager stopped\nWorld manager stopped\nResource manager stopped\n"
+                   "Network manager started.\nResource manager started.\n"
+                   "World manager started.\nPath manager started.\n"
+                   "GameManager successfully started.\n"
+                   "GameManager::run(): starting game loop\n"
+                   "GameManager::run(): end of game loop\n"
+                   "Path manager stopped\nWorld manager stopped\n"
+                   "Resource manager stopped\nNetwork manager stopped\n"
                    "Input manager stopped\nDisplay manager stopped\n");
     EXPECT_EQ(logLines().back(), "LogManager::shutDown(): successfully stopped.");
     EXPECT_TRUE(game.getGameOver());
@@ -123,38 +106,26 @@ TEST_F(Game, starts_the_managers_in_order_and_stops_them_in_reverse) {
 }
 
 TEST_F(Game, prints_configuration_and_working_directory_at_level_1) {
-    const std::string here = std::filesystem::current_path().string();
-    const std::filesystem::path deep =
-        here + "/" + std::string(200, 'x') + "/" + std::string(100, 'y');
+    const std::filesystem::path here = std::filesystem::current_path();
+    const std::filesystem::path deep = here / std::string(200, 'x') / std::string(100, 'y');
     std::filesystem::create_directories(deep);
-    const std::string lines[] = {here, "(full path too long)"};
-    for (const std::string &line : lines) {
+    for (const std::string &line : {here.string(), std::string("(full path too long)")}) {
         ASSERT_EQ(start(1), 0);
         EXPECT_NE(logText().find("---\nWorking directory:\n  " + line + "\nLog Manager started.\n"),
                   std::string::npos)
             << logText();
+        EXPECT_EQ(linesLike("Network manager.*"), Lines()) << "only if configured";
         game.shutDown();
         std::filesystem::current_path(deep);
     }
 }
 
-TEST_F(Game, networking_starts_between_input_and_resources_and_only_if_configured) {
-    ASSERT_EQ(start(1, "networking:true,"), 0);
-    runSteps(2);
-    game.shutDown();
-    EXPECT_EQ(
-        linesLike("(Input|Network|Resource) manager .*"),
-        (Lines{"Input manager started.", "Network manager started.", "Resource manager started.",
-               "Resource manager stopped", "Network manager stopped", "Input manager stopped"}));
-}
-
 TEST_F(Game, a_second_start_is_refused_and_changes_nothing) {
     ASSERT_EQ(start(), 0);
     writeFile("sv-config.txt", "frame_time:50,");
-    const std::string before = logText();
+    said();
     EXPECT_EQ(game.startUp(), -1);
-    EXPECT_EQ(logText(),
-              before + "GameManager::startup(): Warning! GameManager already started.\n");
+    EXPECT_EQ(said(), "GameManager::startup(): Warning! GameManager already started.\n");
     EXPECT_TRUE(game.isStarted());
     EXPECT_EQ(Config::getInstance().getFrameTime(), 33);
 }
@@ -167,7 +138,7 @@ TEST_F(Game, a_log_that_cannot_be_opened_fails_the_start) {
     EXPECT_EQ(errors.take(),
               "LogManager::startup(): Warning! Unable to open file 'missing/x.log'.\n"
               "Error starting log manager!\n" +
-                  std::string(stars) + "\n** Game engine stopped **\n");
+                  stars + "** Game engine stopped **\n");
     EXPECT_FALSE(game.isStarted());
 }
 
@@ -205,17 +176,16 @@ TEST_F(Game, a_manager_that_does_not_start_ends_the_start_there) {
 }
 
 TEST_F(Game, seeds_the_random_numbers_as_configured) {
-    struct Case {
+    const struct {
         const char *config;
         unsigned seed;
         Lines said;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"random_seed:42,", 42, {"GameManager()::startUp(): srand() seed with 42"}},
         {"random_seed:-2,", 4'294'967'294U, {"GameManager()::startUp(): srand() seed with -2"}},
         {"random_seed:-1,", 7, {}}, // Goes on with what was seeded before.
     };
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         SCOPED_TRACE(c.config);
         std::srand(c.seed);
         const int expected = std::rand();
@@ -236,18 +206,14 @@ TEST_F(Game, seeds_the_random_numbers_as_configured) {
 }
 
 TEST_F(Game, a_refused_timer_resolution_is_a_warning) {
+    const Lines refusals{
+        "GameManager()::startUp(): Warning!  timeBeginPeriod() cannot accept 1 msec.",
+        "GameManager()::shutDown(): Warning! timeEndPeriod() cannot accept 1 msec."};
     for (const int answer : {97, 1, 0}) {
         time.timer_answer = answer;
         ASSERT_EQ(start(1), 0);
         game.shutDown();
-        EXPECT_EQ(
-            linesLike(".*Period.*"),
-            answer == 97
-                ? (Lines{
-                      "GameManager()::startUp(): Warning!  timeBeginPeriod() cannot accept 1 msec.",
-                      "GameManager()::shutDown(): Warning! timeEndPeriod() cannot accept 1 msec."})
-                : Lines())
-            << answer;
+        EXPECT_EQ(linesLike(".*Period.*"), answer == 97 ? refusals : Lines()) << answer;
     }
 }
 
@@ -276,8 +242,6 @@ TEST_F(Game, each_run_begins_at_step_0_with_a_game_that_is_not_over_and_ends_wit
         EXPECT_EQ(time.sleeps, (std::vector<int>{33, 33, 33}));
     }
     EXPECT_EQ(steps, (std::vector<int>{0, 1, 2, 0, 1, 2}));
-    EXPECT_EQ(logCount("GameManager::run(): starting game loop"), 2);
-    EXPECT_EQ(logCount("GameManager::run(): end of game loop"), 2);
 }
 
 TEST_F(Game, steps_follow_each_other_at_the_frame_time) {
@@ -311,5 +275,4 @@ TEST_F(Game, a_process_may_end_with_everything_started) {
 }
 
 } // namespace
-
 } // namespace sv

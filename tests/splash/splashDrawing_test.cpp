@@ -1,16 +1,15 @@
 #include "splash/Splash.h"
 
-#include "splash/Clockwork.h"
+#include "loop/GameManager.h"
+#include "support/Clockwork.h"
 #include "support/ManualTime.h"
 #include "support/WindowTest.h"
+#include "world/WorldManager.h"
 
 #include <map>
 
 namespace sv {
 namespace {
-
-using test::Clockwork;
-using test::only;
 
 class SplashDrawing : public test::WindowTest {
   protected:
@@ -22,14 +21,14 @@ TEST_F(SplashDrawing, the_banner_changes_its_letters_and_the_landing_blinks) {
     GameManager &game = GameManager::getInstance();
     writeFile("sv-config.txt", std::string("font_file:") + test::FONT + ",");
     ASSERT_EQ(game.startUp(), 0);
-    // What stands on the screen when a step begins is the picture of the step before.
+    // What stands on the screen when a step begins: after how many steps.
     std::map<int, sf::Image> pictures;
     std::map<int, int> letters;
-    new Clockwork([&](int step) {
-        if (const Object *p_banner = only("Splash"))
-            letters[step - 1] = p_banner->getAnimation().getIndex();
-        if (step >= 60 && step <= 62)
-            pictures[step - 1] = picture();
+    new test::Clockwork([&](int step) {
+        if (const Object *p_banner = WorldManager::getInstance().objectsOfType("Splash").at(0))
+            letters[step] = p_banner->getAnimation().getIndex();
+        if (step >= 59 && step <= 61)
+            pictures[step] = picture();
     });
     EXPECT_EQ(splash(), 0);
 

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "core/EventStep.h"
+#include "world/Object.h"
+
+#include <functional>
+#include <utility>
+
+namespace test {
+
+/// Does what a test wants in each step of the game loop; steps are counted from 0.
+class Clockwork : public sv::Object {
+  public:
+    explicit Clockwork(std::function<void(int step)> new_action) : action(std::move(new_action)) {
+        setVisible(false);
+        registerInterest(sv::STEP_EVENT);
+    }
+
+    int eventHandler(const sv::Event *p_event) override {
+        const auto *p_step = dynamic_cast<const sv::EventStep *>(p_event);
+        action(p_step ? p_step->getStepCount() : -1);
+        return 1;
+    }
+
+  private:
+    std::function<void(int step)> action;
+};
+
+} // namespace test
