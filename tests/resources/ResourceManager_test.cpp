@@ -9,12 +9,11 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
 
 namespace {
 
-using test::EngineTest;
-
-class Resources : public EngineTest {
+class Resources : public test::EngineTest {
   protected:
     Resources() {
         // OpenAL plays to nowhere, whatever this machine can do.
@@ -38,7 +37,6 @@ TEST_F(Resources, the_first_of_two_with_one_label_is_found_and_labels_are_exact)
     EXPECT_EQ(resources.loadSprite("spr2.txt", "it"), 0);
     EXPECT_EQ(resources.getSprite("it")->getColor(), sv::RED);
     EXPECT_EQ(resources.loadSound("beep.wav", "it"), 0);
-    EXPECT_EQ(resources.loadSound("beep.wav", "it"), 0);
     EXPECT_EQ(resources.loadSound("beep.wav", ""), 0);
     EXPECT_EQ(resources.loadMusic("beep.wav", "it"), 0);
     EXPECT_NE(resources.getSound("it"), nullptr);
@@ -46,12 +44,13 @@ TEST_F(Resources, the_first_of_two_with_one_label_is_found_and_labels_are_exact)
     EXPECT_NE(resources.getMusic("it"), nullptr);
 
     for (const std::string label : {"It", "it ", "[Undefined]"}) {
+        said();
         EXPECT_EQ(resources.getSprite(label), nullptr);
-        EXPECT_EQ(lastLine(), "RM::getSprite(): Warning! Sprite '" + label + "' not found.");
         EXPECT_EQ(resources.getSound(label), nullptr);
-        EXPECT_EQ(lastLine(), "RM::getSound(): Warning! Sound '" + label + "' not found.");
         EXPECT_EQ(resources.getMusic(label), nullptr);
-        EXPECT_EQ(lastLine(), "RM::getMusic(): Warning! Music '" + label + "' not found.");
+        EXPECT_EQ(said(), "RM::getSprite(): Warning! Sprite '" + label + "' not found.\n" +
+                              "RM::getSound(): Warning! Sound '" + label + "' not found.\n" +
+                              "RM::getMusic(): Warning! Music '" + label + "' not found.\n");
     }
 }
 
@@ -78,9 +77,11 @@ TEST_F(Resources, a_file_that_cannot_be_read_is_refused_and_takes_no_place) {
     EXPECT_EQ(lastLine(), "RM::loadMusic(): Error! Must provide label for music.");
     EXPECT_EQ(resources.loadSprite("missing/x", "p"), -1);
     EXPECT_EQ(lastLine(), "RM::loadSprite(): Sprite 'p' not loaded.");
-    EXPECT_EQ(logCount("RM::loadSprite(): Error! Cannot open file 'missing/x'."), 1);
+    expectLogged({"RM::loadSprite(): Error! Cannot open file 'missing/x'."});
     EXPECT_EQ(resources.loadSprite("folder", "p"), -1);
-    EXPECT_EQ(lastLine(), "RM::loadSprite(): Sprite 'p' NOT loaded.");
+    const bool opens_folders = std::ifstream("folder").is_open(); // Not every system does.
+    EXPECT_EQ(lastLine(), opens_folders ? "RM::loadSprite(): Sprite 'p' NOT loaded."
+                                        : "RM::loadSprite(): Sprite 'p' not loaded.");
     EXPECT_EQ(resources.getSound("s"), nullptr);
 
     EXPECT_EQ(resources.loadSound("beep.wav", "s"), 0);
@@ -108,24 +109,19 @@ TEST_F(Resources, what_the_media_library_says_about_a_file_is_in_the_log) {
 
 TEST_F(Resources, each_store_has_its_limit) {
     for (int i = 0; i < 1000; ++i)
-        ASSERT_EQ(resources.loadSprite("spr.txt", std::to_string(i)), 0);
-    EXPECT_EQ(resources.loadSprite("spr.txt", "more"), -1);
-    EXPECT_EQ(logCount("RM::loadRobustSprite(): Error! Cannot add more Sprites (max is 1000)."), 1);
-    EXPECT_EQ(lastLine(), "RM::loadRobustSprite(): Sprite 'more' not loaded.");
-
+        ASSERT_EQ(resources.loadSprite("spr.txt", "it"), 0);
     for (int i = 0; i < 100; ++i)
-        ASSERT_EQ(resources.loadSound("beep.wav", std::to_string(i)), 0);
-    EXPECT_EQ(resources.loadSound("beep.wav", "more"), -1);
-    EXPECT_EQ(lastLine(), "RM::loadSound(): Error! Unable to add more sounds (max is 100).");
-
+        ASSERT_EQ(resources.loadSound("beep.wav", "it"), 0);
     for (int i = 0; i < 50; ++i)
-        ASSERT_EQ(resources.loadMusic("beep.wav", std::to_string(i)), 0);
+        ASSERT_EQ(resources.loadMusic("beep.wav", "it"), 0);
+    said();
+    EXPECT_EQ(resources.loadSprite("spr.txt", "more"), -1);
+    EXPECT_EQ(resources.loadSound("beep.wav", "more"), -1);
     EXPECT_EQ(resources.loadMusic("beep.wav", "more"), -1);
-    EXPECT_EQ(lastLine(), "RM::loadMusic(): Error! Unable to add more musics (max is 50).");
-
-    EXPECT_NE(resources.getSprite("999"), nullptr);
-    EXPECT_NE(resources.getSound("99"), nullptr);
-    EXPECT_NE(resources.getMusic("49"), nullptr);
+    EXPECT_EQ(said(), "RM::loadRobustSprite(): Error! Cannot add more Sprites (max is 1000).\n"
+                      "RM::loadRobustSprite(): Sprite 'more' not loaded.\n"
+                      "RM::loadSound(): Error! Unable to add more sounds (max is 100).\n"
+                      "RM::loadMusic(): Error! Unable to add more musics (max is 50).\n");
 }
 
 TEST_F(Resources, as_many_tracks_are_stopped_as_there_are_sounds) {
@@ -133,23 +129,26 @@ TEST_F(Resources, as_many_tracks_are_stopped_as_there_are_sounds) {
         resources.loadMusic("beep.wav", "m");
         for (int i = 0; i < sounds; ++i)
             resources.loadSound("beep.wav", "s");
+        said();
         sv::LogManager::getInstance().setLogLevel(5);
-        const int before = logCount("Music::stop(): Stopping music.");
         resources.shutDown();
-        EXPECT_EQ(logCount("Music::stop(): Stopping music.") - before, std::min(sounds, 50));
+        std::string expected;
+        for (int i = 0; i < std::min(sounds, 50); ++i)
+            expected += "Music::stop(): Stopping music.\n";
+        EXPECT_EQ(said(), expected + "RM::shutDown(): successfully stopped.\n");
         sv::LogManager::getInstance().setLogLevel(0);
         resources.startUp();
     }
 }
 
 TEST_F(Resources, is_empty_after_a_stop_and_a_start_and_loads_nothing_in_between) {
-    for (int round = 0; round < 3; ++round) {
-        EXPECT_EQ(resources.startUp(), -1) << "started already";
+    for (int round = 0; round < 2; ++round) {
         resources.loadSprite("spr.txt", "it");
         resources.loadSound("beep.wav", "it");
         resources.loadMusic("beep.wav", "it");
         resources.getSound("it")->play(true);
         resources.getMusic("it")->play(true);
+        EXPECT_EQ(resources.startUp(), -1) << "started already";
         resources.shutDown();
 
         EXPECT_EQ(resources.getSprite("it"), nullptr) << "sprites go with the stop";
@@ -158,36 +157,33 @@ TEST_F(Resources, is_empty_after_a_stop_and_a_start_and_loads_nothing_in_between
         EXPECT_EQ(resources.loadSprite("spr.txt", "it"), -1);
         EXPECT_EQ(resources.loadSound("beep.wav", "it"), -1);
         EXPECT_EQ(resources.loadMusic("beep.wav", "it"), -1);
-        EXPECT_EQ(lastLine(), "ResourceManager not started!");
 
         EXPECT_EQ(resources.startUp(), 0);
         EXPECT_EQ(resources.getSound("it"), nullptr);
         EXPECT_EQ(resources.getMusic("it"), nullptr);
     }
-    EXPECT_EQ(logCount("ResourceManager not started!"), 9);
-    EXPECT_EQ(logCount("ResourceManager::startup(): Warning! ResourceManager already started."), 3);
+    EXPECT_EQ(logCount("ResourceManager not started!"), 6);
+    EXPECT_EQ(logCount("ResourceManager::startup(): Warning! ResourceManager already started."), 2);
 }
 
 TEST_F(Resources, each_step_is_told_at_its_level) {
     resources.shutDown();
     sv::LogManager::getInstance().setLogLevel(5);
     sv::hasAudioDevice(); // That there is none is said once.
-    const std::string before = logText();
+    said();
     resources.startUp();
     resources.loadSound("beep.wav", "s");
     resources.loadMusic("beep.wav", "m");
     resources.getSound("s")->play();
-    resources.getSound("s")->stop();
     resources.getMusic("m")->play(true);
     resources.shutDown();
-    EXPECT_EQ(logText(), before + "RM::startUp(): successfully started.\n"
-                                  "RM::loadSound(): Sound 's' successfully loaded.\n"
-                                  "RM::loadMusic(): Music 'm' successfully loaded.\n"
-                                  "RM::getSound(): Looking for sound 's'.\n"
-                                  "Sound::play(): Playing sound.\n"
-                                  "RM::getSound(): Looking for sound 's'.\n"
-                                  "RM::getMusic(): Looking for music 'm'.\n"
-                                  "Music::play(): Playing music.\n"
-                                  "Music::stop(): Stopping music.\n"
-                                  "RM::shutDown(): successfully stopped.\n");
+    EXPECT_EQ(said(), "RM::startUp(): successfully started.\n"
+                      "RM::loadSound(): Sound 's' successfully loaded.\n"
+                      "RM::loadMusic(): Music 'm' successfully loaded.\n"
+                      "RM::getSound(): Looking for sound 's'.\n"
+                      "Sound::play(): Playing sound.\n"
+                      "RM::getMusic(): Looking for music 'm'.\n"
+                      "Music::play(): Playing music.\n"
+                      "Music::stop(): Stopping music.\n"
+                      "RM::shutDown(): successfully stopped.\n");
 }

@@ -3,23 +3,19 @@
 #include "resources/Sound.h"
 #include "support/EngineTest.h"
 #include "support/environment.h"
+#include "support/waitUntil.h"
 #include "support/waveFile.h"
 
-#include <chrono>
 #include <fstream>
-#include <functional>
-#include <thread>
 
 namespace {
-
-using test::EngineTest;
 
 constexpr int samples_per_second = 8000;
 constexpr double beep_seconds = 0.1;
 // The library reads three seconds of a track before it can know that it is to be played in a loop.
 constexpr int track_seconds = 4;
 
-class Playing : public EngineTest {
+class Playing : public test::EngineTest {
   protected:
     Playing() {
         startLog();
@@ -42,21 +38,14 @@ class Playing : public EngineTest {
         test::setEnvironment("ALSOFT_CONF", "alsoft.conf");
     }
 
-    static bool waitUntil(const std::function<bool()> &is_so) {
-        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-        while (!is_so() && std::chrono::steady_clock::now() < deadline)
-            std::this_thread::sleep_for(std::chrono::milliseconds(10));
-        return is_so();
-    }
-
     /// Waits until that many more seconds were played, silence included.
     static bool waitForPlayed(double seconds) {
         const double wanted = lengthOf(played()) + seconds;
-        return waitUntil([&] { return lengthOf(played()) >= wanted; });
+        return test::waitUntil([&] { return lengthOf(played()) >= wanted; });
     }
 
     static bool waitForHeard(double seconds) {
-        return waitUntil([&] { return heard() >= seconds; });
+        return test::waitUntil([&] { return heard() >= seconds; });
     }
 
     /// The file as stereo floats, its header included: too short to matter.

@@ -6,8 +6,7 @@
 #include "support/waveFile.h"
 
 #include <algorithm>
-#include <chrono>
-#include <thread>
+#include <vector>
 
 namespace {
 
@@ -15,9 +14,6 @@ class Silence : public test::EngineTest {
   protected:
     Silence() { startLog(); }
 };
-
-constexpr char no_device[] =
-    "hasAudioDevice(): Note! No audio device can be opened. Sounds and music stay silent.";
 
 } // namespace
 
@@ -36,22 +32,19 @@ TEST_F(Silence, a_machine_without_a_device_is_told_once_and_stays_silent) {
             ASSERT_EQ(track.loadMusic("beep.wav"), 0);
             track.play(true);
         }
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
         sounds[0].stop();
         tracks[0].stop();
-        EXPECT_EQ(sounds[0].loadSound("missing.wav"), -1);
-        EXPECT_EQ(tracks[0].loadMusic("missing.wav"), -1);
     }
-    const std::string said = errors.take();
-    EXPECT_LT(std::count(said.begin(), said.end(), '\n'), 20);
-    EXPECT_EQ(logCount(no_device), 1);
+    const std::string on_screen = errors.take();
+    EXPECT_LT(std::count(on_screen.begin(), on_screen.end(), '\n'), 20);
+    EXPECT_EQ(logText(), "hasAudioDevice(): Note! No audio device can be opened. Sounds and music "
+                         "stay silent.\n");
 }
 
 TEST_F(Silence, an_unknown_label_plays_nothing) {
     sv::LogManager::getInstance().setLogLevel(5);
-    const auto before = logLines();
     sv::play(static_cast<sv::Sound *>(nullptr));
     sv::play(static_cast<sv::Music *>(nullptr), true);
     sv::stop(nullptr);
-    EXPECT_EQ(logLines(), before);
+    EXPECT_EQ(logText(), "");
 }
