@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
 #include <optional>
 
 namespace sv {
@@ -79,7 +80,9 @@ TEST_F(MachineFaults, what_is_no_text_is_no_configuration) {
                                      "ELF\2\1\1\0\0\nheadless:true,frame_time:5,",
                                      36));
     writeFile("endless", "headless:true,frame_time:5," + std::string(MAX_CONFIG_BYTES, 'x'));
-    std::vector<std::string> names{"folder", "program", "endless"};
+    std::vector<std::string> names{"program", "endless"};
+    if (std::ifstream("folder").is_open()) // Some systems open no folder.
+        names.emplace_back("folder");
     if (std::filesystem::exists("/dev/zero"))
         names.emplace_back("/dev/zero");
     prepareLog();
