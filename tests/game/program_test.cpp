@@ -31,7 +31,7 @@ class GameProgram : public test::EngineTest {
                     const std::string &name) {
         constexpr int enough = 1000; // Of hundreds of letters in it, none of them whole.
         sf::Image picture;
-        EXPECT_TRUE(test::eventually([&] {
+        EXPECT_TRUE(test::waitUntil([&] {
             picture = game.picture();
             return pixelsOf(color, picture) > enough;
         })) << name

@@ -20,7 +20,7 @@ namespace sv {
 
 namespace {
 
-using test::eventually;
+using test::waitUntil;
 
 /// Does something in the middle of one step.
 class InStep : public Object {
@@ -191,9 +191,9 @@ TEST_F(MachineFaults, a_peer_that_sends_a_byte_a_step_delays_nobody) {
     ASSERT_EQ(network.setServer(0), 0);
     network.setMaxSockets(2);
     test::Peer slow(network.getPort());
-    ASSERT_TRUE(eventually([&] { return network.accept() == 0; }));
+    ASSERT_TRUE(waitUntil([&] { return network.accept() == 0; }));
     test::Peer good(network.getPort());
-    ASSERT_TRUE(eventually([&] { return network.accept() == 1; }));
+    ASSERT_TRUE(waitUntil([&] { return network.accept() == 1; }));
     std::vector<std::string> heard;
     new test::Ear([&](const EventNetwork &event) {
         std::string message;
@@ -205,12 +205,12 @@ TEST_F(MachineFaults, a_peer_that_sends_a_byte_a_step_delays_nobody) {
         heard.clear();
         slow.send(dripping.substr(i, 1));
         good.send(makeMessage("good"));
-        ASSERT_TRUE(eventually([&] { return network.isData(1) == 8; }));
+        ASSERT_TRUE(waitUntil([&] { return network.isData(1) == 8; }));
         runSteps(1);
         ASSERT_EQ(time.sleeps[0], 33);
         ASSERT_EQ(std::count(heard.begin(), heard.end(), "good"), 1);
     }
-    EXPECT_TRUE(eventually([&] {
+    EXPECT_TRUE(waitUntil([&] {
         runSteps(1);
         return std::count(heard.begin(), heard.end(), "drop by drop") == 1;
     }));

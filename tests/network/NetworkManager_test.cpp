@@ -11,9 +11,9 @@ namespace sv {
 
 namespace {
 
-using test::eventually;
 using test::Peer;
 using test::Told;
+using test::waitUntil;
 
 /// Bytes that begin with that length, whatever it is.
 std::string withLength(int length, std::size_t size) {
@@ -45,13 +45,13 @@ class Network : public test::WorldTest {
         network.setMaxSockets(100);
         for (int i = 0; i < count; ++i) {
             peers.push_back(std::make_unique<Peer>(network.getPort()));
-            ASSERT_TRUE(eventually([&] { return network.accept() >= 0; }));
+            ASSERT_TRUE(waitUntil([&] { return network.accept() >= 0; }));
         }
         told.clear();
     }
 
     void arrive(int index, int bytes) {
-        ASSERT_TRUE(eventually([&] { return network.isData(index) == bytes; }));
+        ASSERT_TRUE(waitUntil([&] { return network.isData(index) == bytes; }));
     }
 
     int connectionsAtNextStep() {
@@ -95,12 +95,12 @@ TEST_F(Network, takes_connections_up_to_the_limit) {
     EXPECT_EQ(logLines().back(), "NetworkManager::accept(): No new connection. Not blocking.");
 
     const Peer first(network.getPort());
-    ASSERT_TRUE(eventually([&] { return network.accept() == 0; }));
+    ASSERT_TRUE(waitUntil([&] { return network.accept() == 0; }));
     EXPECT_TRUE(hasLine("NetworkManager::accept(): New connection."));
     EXPECT_EQ(told, (Told{{NETWORK_ACCEPTED, 0, 0}}));
 
     const Peer second(network.getPort());
-    EXPECT_TRUE(eventually([&] {
+    EXPECT_TRUE(waitUntil([&] {
         EXPECT_EQ(network.accept(), -1);
         return second.seesEnd();
     }));
@@ -217,7 +217,7 @@ TEST_F(Network, a_length_that_makes_no_sense_closes_the_connection_with_one_line
 TEST_F(Network, the_longest_message_travels_and_a_longer_one_is_refused) {
     join(1);
     ASSERT_EQ(network.connect("127.0.0.1", network.getPort()), 1);
-    ASSERT_TRUE(eventually([&] { return network.accept() == 2; }));
+    ASSERT_TRUE(waitUntil([&] { return network.accept() == 2; }));
     const std::string longest =
         makeMessage(std::string(MAX_MESSAGE_BYTES - MESSAGE_LENGTH_BYTES, 'x'));
     ASSERT_EQ(network.send(longest, 1), 0);
@@ -240,12 +240,12 @@ TEST_F(Network, a_slow_reader_gets_whole_messages_or_none) {
     };
     flood('a');
     std::string read;
-    ASSERT_TRUE(eventually([&] {
+    ASSERT_TRUE(waitUntil([&] {
         network.endStep();
         return (read += peers[0]->take()).size() > accepted.size() / 2;
     }));
     flood('b');
-    EXPECT_TRUE(eventually([&] {
+    EXPECT_TRUE(waitUntil([&] {
         network.endStep();
         return (read += peers[0]->take()).size() >= accepted.size();
     })) << read.size();
@@ -273,7 +273,7 @@ TEST_F(Network, a_peer_that_is_gone_is_closed_when_no_whole_message_waits) {
         leaving.send(each.sent);
         if (each.is_reset) {
             EXPECT_EQ(network.send(makeMessage("unread"), 0), 0);
-            EXPECT_TRUE(eventually([&] { return leaving.waiting() == 10; }));
+            EXPECT_TRUE(waitUntil([&] { return leaving.waiting() == 10; }));
         }
         arrive(0, static_cast<int>(each.sent.size()));
         leaving.close();
@@ -283,7 +283,7 @@ TEST_F(Network, a_peer_that_is_gone_is_closed_when_no_whole_message_waits) {
             std::string buffer;
             EXPECT_EQ(network.receive(buffer, 0), 10);
         }
-        EXPECT_TRUE(eventually([&] { return connectionsAtNextStep() == 1; }));
+        EXPECT_TRUE(waitUntil([&] { return connectionsAtNextStep() == 1; }));
         EXPECT_EQ(told, (Told{{NETWORK_CLOSED, 0, 0}}));
         network.close(0);
     }
@@ -292,7 +292,7 @@ TEST_F(Network, a_peer_that_is_gone_is_closed_when_no_whole_message_waits) {
 TEST_F(Network, sending_to_a_peer_that_is_gone_fails_and_ends_the_connection) {
     join(1);
     peers[0]->close();
-    EXPECT_TRUE(eventually([&] { return network.send(makeMessage("x"), 0) == -1; }));
+    EXPECT_TRUE(waitUntil([&] { return network.send(makeMessage("x"), 0) == -1; }));
     EXPECT_TRUE(hasLine("NetworkManager::send(): Error! send() returned:\n\t"));
     EXPECT_EQ(connectionsAtNextStep(), 0);
 }
@@ -300,11 +300,11 @@ TEST_F(Network, sending_to_a_peer_that_is_gone_fails_and_ends_the_connection) {
 TEST_F(Network, a_connection_that_failed_gives_its_first_reason_and_takes_no_more) {
     join(1);
     peers[0]->send(makeMessage("a message that waits keeps the connection in the list"));
-    ASSERT_TRUE(eventually([&] { return network.isData(0) > 0; }));
+    ASSERT_TRUE(waitUntil([&] { return network.isData(0) > 0; }));
     ASSERT_EQ(network.send(makeMessage("unread"), 0), 0);
-    ASSERT_TRUE(eventually([&] { return peers[0]->waiting() > 0; }));
+    ASSERT_TRUE(waitUntil([&] { return peers[0]->waiting() > 0; }));
     peers[0]->close();
-    ASSERT_TRUE(eventually([&] { return network.send(makeMessage("x"), 0) == -1; }));
+    ASSERT_TRUE(waitUntil([&] { return network.send(makeMessage("x"), 0) == -1; }));
     const std::string reason = logLines().back();
     const std::string longest(MAX_MESSAGE_BYTES - MESSAGE_LENGTH_BYTES, 'x');
     for (int sent = 0; sent <= 2 * MAX_UNSENT_BYTES; sent += MAX_MESSAGE_BYTES) {
@@ -322,7 +322,7 @@ TEST_F(Network, who_comes_has_the_index_that_handlers_have_left_it) {
         [&] { // The one that has connected before.
             int index = -1;
             EXPECT_TRUE(
-                eventually([&] { return (index = network.accept()) >= 0 || !told.empty(); }));
+                waitUntil([&] { return (index = network.accept()) >= 0 || !told.empty(); }));
             return index;
         }};
     const struct {
@@ -360,7 +360,7 @@ TEST_F(Network, a_handler_may_close_and_connect_as_it_likes) {
         network.connect(LOOPBACK_ADDRESS, platform::localPort(hanging_up));
         platform::closeSocket(platform::acceptFrom(hanging_up));
     };
-    EXPECT_TRUE(eventually([&] {
+    EXPECT_TRUE(waitUntil([&] {
         network.endStep();
         return !told.empty();
     }));
@@ -380,14 +380,14 @@ TEST_F(Network, shut_down_leaves_every_second_connection_and_the_next_start_drop
     EXPECT_EQ(told, (Told{{NETWORK_CLOSED, 0, 0}, {NETWORK_CLOSED, 1, 0}, {NETWORK_CLOSED, 2, 0}}));
     EXPECT_FALSE(network.isServer());
     for (std::size_t i = 0; i < 5; ++i)
-        EXPECT_EQ(eventually([&] { return i % 2 == 1 || peers[i]->seesEnd(); }), true) << i;
+        EXPECT_EQ(waitUntil([&] { return i % 2 == 1 || peers[i]->seesEnd(); }), true) << i;
     EXPECT_FALSE(peers[1]->seesEnd() || peers[3]->seesEnd());
 
     told.clear();
     ASSERT_EQ(network.startUp(), 0);
     EXPECT_EQ(network.getNumConnections(), 0);
     EXPECT_EQ(network.getMaxSockets(), 1);
-    EXPECT_TRUE(eventually([&] { return peers[1]->seesEnd() && peers[3]->seesEnd(); }));
+    EXPECT_TRUE(waitUntil([&] { return peers[1]->seesEnd() && peers[3]->seesEnd(); }));
     EXPECT_EQ(told, Told());
     EXPECT_EQ(network.setServer(port), 0) << "the port was not given up";
 }

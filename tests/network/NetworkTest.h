@@ -5,27 +5,15 @@
 #include "network/EventNetwork.h"
 #include "network/NetworkManager.h"
 #include "platform/sockets.h"
-#include "platform/system.h"
 #include "support/WorldTest.h"
+#include "support/waitUntil.h"
 
 #include <array>
-#include <chrono>
 #include <functional>
 #include <string>
 #include <vector>
 
 namespace test {
-
-template<class Predicate>
-bool eventually(const Predicate &holds) {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-    while (!holds()) {
-        if (std::chrono::steady_clock::now() > deadline)
-            return false;
-        sv::platform::systemTimeSource().sleep(1);
-    }
-    return true;
-}
 
 /// The other end of a connection.
 class Peer {

@@ -12,8 +12,8 @@ namespace sv {
 
 namespace {
 
-using test::eventually;
 using test::Peer;
+using test::waitUntil;
 
 constexpr char residual[] = "GameManager::run(): Warning! Residual network data.";
 
@@ -26,7 +26,7 @@ class NetworkStep : public test::EngineTest {
         ASSERT_EQ(game.startUp(), 0);
         ASSERT_EQ(network.setServer(0), 0);
         peer.emplace(network.getPort());
-        ASSERT_TRUE(eventually([&] { return network.accept() == 0; }));
+        ASSERT_TRUE(waitUntil([&] { return network.accept() == 0; }));
     }
 
     ~NetworkStep() override {
@@ -36,8 +36,7 @@ class NetworkStep : public test::EngineTest {
 
     void arrive(const std::string &bytes) {
         peer->send(bytes);
-        ASSERT_TRUE(
-            eventually([&] { return network.isData(0) == static_cast<int>(bytes.size()); }));
+        ASSERT_TRUE(waitUntil([&] { return network.isData(0) == static_cast<int>(bytes.size()); }));
     }
 
     void runSteps(int count) {
@@ -93,7 +92,7 @@ TEST_F(NetworkStep, a_step_takes_one_connection_and_closes_those_whose_peer_is_g
     runSteps(1);
     EXPECT_EQ(network.getNumConnections(), 2);
     peer->close();
-    EXPECT_TRUE(eventually([&] {
+    EXPECT_TRUE(waitUntil([&] {
         runSteps(1);
         return network.getNumConnections() == 2 && network.accept() == -1;
     }));
@@ -120,7 +119,7 @@ TEST_F(NetworkStep, bad_peers_do_not_disturb_a_good_one) {
         peer->send(makeMessage("good"));
         runSteps(1);
     }
-    EXPECT_TRUE(eventually([&] {
+    EXPECT_TRUE(waitUntil([&] {
         runSteps(1);
         return network.getNumConnections() == 1 && network.isData(0) == 0;
     }));
@@ -218,7 +217,7 @@ TEST_F(NetworkStep, ten_thousand_attempts_to_connect_in_a_minute_stretch_no_step
     EXPECT_GT(storm.attempts, 10000U);
     EXPECT_GT(taken_in_all, steps / 2);
     storm.end();
-    EXPECT_TRUE(eventually([&] {
+    EXPECT_TRUE(waitUntil([&] {
         runSteps(1);
         return network.getNumConnections() == 1 && network.accept() == -1;
     }));

@@ -22,7 +22,7 @@ TEST_F(SharedObject, moves_in_another_process_as_in_its_own) {
     // for a guest that never comes.
     auto served = std::async(std::launch::async, run, "serve 0 4000 > port.txt");
     std::string port;
-    ASSERT_TRUE(test::eventually([&] {
+    ASSERT_TRUE(test::waitUntil([&] {
         std::ifstream file("port.txt");
         return std::getline(file, port) && !file.eof();
     }));

@@ -34,16 +34,16 @@ TEST(WindowsSockets, may_be_of_more_bits_than_an_int) {
     const Socket client = connectTo("127.0.0.1", localPort(listener));
     ASSERT_GT(client, std::int64_t{1} << 32);
     Socket server = no_socket;
-    ASSERT_TRUE(test::eventually([&] { return (server = acceptFrom(listener)) != no_socket; }));
+    ASSERT_TRUE(test::waitUntil([&] { return (server = acceptFrom(listener)) != no_socket; }));
     ASSERT_EQ(send(client, "abc", 3), 3);
-    ASSERT_TRUE(test::eventually([&] { return waitingBytes(server) == 3; }));
+    ASSERT_TRUE(test::waitUntil([&] { return waitingBytes(server) == 3; }));
     char bytes[3] = {};
     EXPECT_EQ(peek(server, bytes, 3), 3);
     EXPECT_EQ(receive(server, bytes, 3), 3);
     EXPECT_EQ((std::string{bytes, 3}), "abc");
     EXPECT_FALSE(isPeerGone(server));
     EXPECT_EQ(closeSocket(client), 0);
-    EXPECT_TRUE(test::eventually([&] { return isPeerGone(server); }));
+    EXPECT_TRUE(test::waitUntil([&] { return isPeerGone(server); }));
     EXPECT_EQ(closeSocket(server), 0);
     EXPECT_EQ(closeSocket(listener), 0);
 }
