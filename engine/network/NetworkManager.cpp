@@ -97,16 +97,12 @@ int NetworkManager::accept() {
     const platform::Socket accepted = platform::acceptFrom(server_socket);
     if (accepted == platform::no_socket) {
         if (!platform::isWouldBlock(platform::lastSocketError())) {
-            // Once: what is in the way stays there for many steps.
-            if (!std::exchange(accept_has_failed, true))
-                logSocketFailure("accept(): Error! accept()");
+            logSocketFailure("accept(): Error! accept()");
             return accept_error;
         }
-        accept_has_failed = false;
         log.writeLog(15, "NetworkManager::accept(): No new connection. Not blocking.");
         return -1;
     }
-    accept_has_failed = false;
     if (getNumConnections() >= max_sock) {
         log.writeLog(1,
                      "NetworkManager::accept(): Warning! accept() connection, but at limit (%d).",

@@ -53,8 +53,7 @@ class NetworkManager : public Manager {
     int getNumConnections() const { return static_cast<int>(connections.size()); }
 
     /// Takes one waiting connection and tells of it (NETWORK_ACCEPTED): its index; -1 if there is
-    /// none or no room for it, or if a receiver has closed it already; -2 on an error, which is
-    /// said in the log when it begins.
+    /// none or no room for it, or if a receiver has closed it already; -2 on an error.
     int accept();
 
     /// Connects to a server and tells of it (NETWORK_CONNECTED): the index; -1 with a line in the
@@ -112,7 +111,6 @@ class NetworkManager : public Manager {
     std::vector<Connection> connections;
     std::uint64_t next_id = 0;
     int max_sock = 1;
-    bool accept_has_failed = false; // When it was last tried.
 };
 
 } // namespace sv

@@ -206,42 +206,21 @@ std::optional<Vector> parseWaypoint(const std::string &piece) {
                                                                   : std::nullopt;
 }
 
-/// Tells of the first pieces of a path that are no waypoints, and counts the others: a short text
-/// can hold thousands, and must not fill the log.
-class MalformedNodes {
-  public:
-    ~MalformedNodes() {
-        if (count > most_told)
-            LogManager::getInstance().writeLog("%s %d more malformed nodes not added.", log_prefix,
-                                               count - most_told);
-    }
-
-    void add(const std::string &piece) {
-        if (++count > most_told)
-            return;
-        LogManager &log = LogManager::getInstance();
-        log.writeLog("%s malformed node %s.", log_prefix, piece.c_str());
-        log.writeLog("\tNot added.");
-    }
-
-  private:
-    static constexpr int most_told = 10;
-    int count = 0;
-};
-
 void readPath(Object &object, const std::string &text) {
     const std::string waypoints = attributeText(text, "path");
     if (waypoints.empty())
         return;
     Path path;
-    MalformedNodes malformed;
+    LogManager &log = LogManager::getInstance();
     for (std::size_t begin = 0; begin < waypoints.size();) {
         const std::string piece = waypoints.substr(begin, waypoints.find('|', begin) - begin);
         begin += piece.size() + 1;
-        if (const auto waypoint = parseWaypoint(piece))
+        if (const auto waypoint = parseWaypoint(piece)) {
             path.waypoints.push_back(*waypoint);
-        else
-            malformed.add(piece);
+        } else {
+            log.writeLog("%s malformed node %s.", log_prefix, piece.c_str());
+            log.writeLog("\tNot added.");
+        }
     }
     object.setPath(path);
 }
