@@ -31,16 +31,13 @@ class Shape : public sv::Object {
     /// Shows the sprite of its kind and colour, if it is loaded.
     void updateSprite();
 
-    // Cells. No rule reads them: a target answers within a cell of its position, however large.
-    float getWidth() const { return width; }
-    float getHeight() const { return height; }
-
   protected:
     void become(const char *new_type, ShapeKind new_kind, float new_width, float new_height = 0);
 
   private:
     ShapeColor color;
     ShapeKind kind = ShapeKind::SQUARE;
+    // Cells. No rule reads them: a target answers within a cell of its position, however large.
     float width = 0;
     float height = 0;
 };
