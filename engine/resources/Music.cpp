@@ -7,7 +7,24 @@
 #include <SFML/Audio/InputSoundFile.hpp>
 #include <SFML/Audio/Music.hpp>
 
+#include <array>
+
 namespace sv {
+
+namespace {
+
+/// Whether the track says that it goes on where its file has come to an end. Formats without a word
+/// on their length are whole wherever they end. The library, which would go back to the beginning
+/// at the end that was claimed, never gets there: such a track stops after its first round.
+bool isCutShort(sf::InputSoundFile &file) {
+    if (file.getSampleCount() == 0)
+        return false;
+    std::array<sf::Int16, MOST_CHANNELS> last{};
+    file.seek(file.getSampleCount() - 1);
+    return file.read(last.data(), file.getChannelCount()) == 0;
+}
+
+} // namespace
 
 Music::Music() = default;
 Music::~Music() = default;
@@ -19,6 +36,10 @@ int Music::loadMusic(const std::string &filename) {
     sf::InputSoundFile file;
     if (!openSoundFile(file, filename))
         return -1;
+    if (isCutShort(file))
+        LogManager::getInstance().writeLog(
+            "Music::loadMusic(): Warning! '%s' is cut short. It plays once, as far as it goes.",
+            filename.c_str());
     if (!has_device)
         return 0;
     auto opened = std::make_unique<sf::Music>();

@@ -14,7 +14,7 @@ namespace sv {
 namespace {
 
 /// Those that the library has a layout for.
-constexpr unsigned playable_channels[] = {1, 2, 4, 6, 7, 8};
+constexpr unsigned playable_channels[] = {1, 2, 4, 6, 7, MOST_CHANNELS};
 constexpr unsigned most_samples_per_second = 384'000;
 
 /// The library opens the device with its first object and answers nothing: that it complains is

@@ -9,6 +9,9 @@ class InputSoundFile;
 
 namespace sv {
 
+/// No sound file that openSoundFile() lets through has more.
+inline constexpr unsigned MOST_CHANNELS = 8;
+
 /// Whether an audio device can be opened. The first call tries, and says in the log if there is
 /// none; the answer holds for the process. Game-loop thread only.
 ///

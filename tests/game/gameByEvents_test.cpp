@@ -7,6 +7,7 @@
 #include "game/Shape.h"
 #include "game/Timer.h"
 #include "game/playGame.h"
+#include "game/resources.h"
 #include "loop/GameManager.h"
 #include "resources/Sprite.h"
 #include "support/EngineTest.h"
@@ -16,6 +17,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
+#include <iterator>
 #include <regex>
 
 namespace {
@@ -24,6 +26,7 @@ using test::GamePlayer;
 using test::inWorld;
 using test::Plan;
 using test::Stage;
+namespace fs = std::filesystem;
 
 constexpr int no_way = 3; // Exit status of a game in which the targets stood in each other's way.
 // One pass of this animation: four frames of ten steps, longer than any player looks.
@@ -40,12 +43,34 @@ struct Game {
     sv::EventKeyboardAction press = sv::KEY_PRESSED;
 };
 
+/// The label of the one picture or sound whose file is broken; "*" if no picture is there.
+std::string broken;
+
+bool isBroken(const std::string &label) {
+    return broken == "*" || broken == label;
+}
+
+std::string withBlanks(std::string text) {
+    std::ranges::replace(text, '-', ' ');
+    return text;
+}
+
+/// What the log says of files that were not loaded, or not wholly.
+std::vector<std::string> complaintsIn(const std::vector<std::string> &log) {
+    const std::regex complaint("RM::.*(ot|OT) loaded.*|RM::.*Cannot load.*|.* is cut short.*");
+    std::vector<std::string> found;
+    std::ranges::copy_if(log, std::back_inserter(found), [&](const std::string &line) {
+        return std::regex_match(line, complaint);
+    });
+    return found;
+}
+
 bool isScreen(Stage stage) {
     return (stage >= Stage::LEVEL && stage <= Stage::GO) || stage == Stage::WON;
 }
 
 /// What is true of every game at this point.
-void checkStage(Stage stage, bool has_sprites) {
+void checkStage(Stage stage) {
     const LevelManager &level = LevelManager::getInstance();
     if (isScreen(stage)) {
         EXPECT_EQ(sv::WorldManager::getInstance().getAllObjects().getCount(), 2)
@@ -66,12 +91,9 @@ void checkStage(Stage stage, bool has_sprites) {
                                     }),
               level.getNumber() + 2);
     for (const Shape *p_target : targets) {
-        const sv::Animation animation = p_target->getAnimation();
-        ASSERT_EQ(animation.getSprite() != nullptr, has_sprites);
-        if (has_sprites) {
-            EXPECT_EQ(animation.getSprite()->getLabel(),
-                      wordOf(p_target->getKind()) + " " + wordOf(p_target->getColor()));
-        }
+        const sv::Sprite *p_sprite = p_target->getAnimation().getSprite();
+        const std::string label = wordOf(p_target->getKind()) + " " + wordOf(p_target->getColor());
+        EXPECT_EQ(p_sprite ? p_sprite->getLabel() : "none", isBroken(label) ? "none" : label);
     }
     const auto timers = inWorld<Timer>();
     ASSERT_EQ(timers.size(), 2U);
@@ -116,7 +138,7 @@ class GameByEvents : public test::EngineTest {
     using Tweak = std::function<void(GamePlayer &, test::Hands &)>;
 
     GameByEvents() {
-        std::filesystem::copy(SPRITES, "sprites");
+        fs::copy(SPRITES, "sprites");
         writeFile("sprites/gameover-spr.txt", game_over_sprite);
     }
 
@@ -128,10 +150,9 @@ class GameByEvents : public test::EngineTest {
         prepareLog();
         static test::EventHands hands(game.press);
         static GamePlayer &player = *new GamePlayer(hands, game.plan, game.last_level);
-        const bool has_sprites = std::filesystem::exists("sprites");
         // The level begins at any distance from the timer's next tick.
         player.look_steps = 2 + game.seed % 30;
-        player.on_sight = [&](Stage stage) { checkStage(stage, has_sprites); };
+        player.on_sight = checkStage;
         if (tweak)
             tweak(player, hands);
         EXPECT_EQ(playGame(), 0);
@@ -141,7 +162,6 @@ class GameByEvents : public test::EngineTest {
     }
 
     [[noreturn]] static void playAndExit(const Game &game) {
-        const bool has_sprites = std::filesystem::exists("sprites");
         const auto *p_test = testing::UnitTest::GetInstance()->current_test_info();
         const int results = p_test->result()->total_part_count();
         const GamePlayer &player = play(game);
@@ -154,9 +174,14 @@ class GameByEvents : public test::EngineTest {
         } else {
             EXPECT_TRUE(std::regex_match(told, std::regex(expectedStory(game)))) << told;
         }
+        if (fs::exists("whole")) {
+            const auto complaints = complaintsIn(logLines());
+            EXPECT_EQ(complaints.size(), 1U) << logText();
+            EXPECT_NE(withBlanks(complaints.at(0)).find(broken), std::string::npos) << logText();
+        }
         const int lost = player.stepOf(Stage::LOST);
         if (lost >= 0) {
-            EXPECT_EQ(end - lost, has_sprites ? game_over_steps : 1);
+            EXPECT_EQ(end - lost, isBroken(label::GAME_OVER_SPRITE) ? 1 : game_over_steps);
         }
         if (game.plan == Plan::WAIT && !is_blocked) {
             const int steps = lost - player.stepOf(Stage::SHOOTING);
@@ -212,12 +237,13 @@ TEST_F(GameByEvents, held_keys_and_released_ones_count_as_pressed) {
 }
 
 TEST_F(GameByEvents, goes_to_either_end_without_a_single_sprite) {
-    std::filesystem::remove_all("sprites");
+    fs::remove_all("sprites");
+    broken = "*";
     for (const Plan plan : {Plan::RIGHT, Plan::WRONG_SHOT, Plan::WAIT})
         playAsPlanned({plan});
 }
 
-TEST_F(GameByEvents, goes_on_without_a_sprite_whose_file_is_broken) {
+TEST_F(GameByEvents, goes_on_without_a_sprite_whose_file_has_a_key_without_a_value) {
     writeFile("sprites/button-spr.txt", "<HEADER>\nframes\nwidth 1\nheight 1\n</HEADER>\n"
                                         "<BODY>\na\nend\n</BODY>\n"
                                         "<FOOTER>\nversion 1\n</FOOTER>\n");
@@ -227,6 +253,61 @@ TEST_F(GameByEvents, goes_on_without_a_sprite_whose_file_is_broken) {
                  "value."),
         1);
 }
+
+struct Damage {
+    const char *name;
+    void (*befall)(const fs::path &file);
+
+    friend void PrintTo(const Damage &damage, std::ostream *out) { *out << damage.name; }
+};
+
+class OneFileBroken : public GameByEvents, public testing::WithParamInterface<Damage> {
+  protected:
+    OneFileBroken() { fs::copy(SOUNDS, "sounds"); }
+
+    static std::vector<fs::path> files() {
+        std::vector<fs::path> found;
+        for (const char *folder : {"sprites", "sounds"})
+            for (const auto &entry : fs::directory_iterator(folder))
+                found.push_back(entry.path());
+        return found;
+    }
+
+    /// "sprites/square-red-spr.txt" holds what is called "square red".
+    static std::string labelOf(const fs::path &file) {
+        const std::string name = file.stem().string();
+        return withBlanks(name.substr(0, name.find("-spr")));
+    }
+};
+
+TEST_P(OneFileBroken, is_told_in_one_line_and_the_game_goes_to_its_end) {
+    ASSERT_EQ(files().size(), 19U);
+    for (const fs::path &file : files()) {
+        SCOPED_TRACE(file.string());
+        fs::rename(file, "whole");
+        fs::copy_file("whole", file);
+        GetParam().befall(file);
+        broken = labelOf(file);
+        playAsPlanned({broken == label::LEVEL_UP_SOUND ? Plan::RIGHT : Plan::NO_SHOT});
+        fs::remove(file);
+        fs::rename("whole", file);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Damages, OneFileBroken,
+    testing::Values(Damage{"missing", [](const fs::path &file) { fs::remove(file); }},
+                    Damage{"empty", [](const fs::path &file) { fs::resize_file(file, 0); }},
+                    Damage{"half",
+                           [](const fs::path &file) {
+                               fs::resize_file(file, fs::file_size(file) / 2);
+                           }},
+                    Damage{"a_folder",
+                           [](const fs::path &file) {
+                               fs::remove(file);
+                               fs::create_directory(file);
+                           }}),
+    [](const auto &damage) { return damage.param.name; });
 
 TEST_F(GameByEvents, each_screen_has_an_ear_for_its_own_key_alone) {
     play({}, [&](GamePlayer &new_player, test::Hands &hands) {

@@ -68,7 +68,7 @@ TEST_F(Resources, a_file_that_cannot_be_read_is_refused_and_takes_no_place) {
         EXPECT_EQ(lastLine(),
                   "RM::loadSound(): Error! Cannot load sound from file '" + file + "'.");
         if (file == "cut.wav")
-            continue; // A track is read no further than its header.
+            continue; // A track plays as far as it goes.
         EXPECT_EQ(resources.loadMusic(file, "m"), -1);
         EXPECT_EQ(lastLine(),
                   "RM::loadmusic(): Error! Cannot load music from file '" + file + "'.");
@@ -88,6 +88,29 @@ TEST_F(Resources, a_file_that_cannot_be_read_is_refused_and_takes_no_place) {
     EXPECT_EQ(resources.loadMusic("beep.wav", "m"), 0);
     EXPECT_NE(resources.getSound("s"), nullptr);
     EXPECT_NE(resources.getMusic("m"), nullptr);
+}
+
+TEST_F(Resources, a_track_that_is_cut_short_is_loaded_with_a_warning) {
+    const std::string whole = test::waveFile({1, 2, 3, 4});
+    const struct {
+        std::string content;
+        int warnings;
+    } cases[] = {
+        {whole, 0},
+        {whole.substr(0, whole.size() - 1), 1},
+        {whole.substr(0, whole.size() - 7), 1},
+        {test::waveFile({}), 0},
+    };
+    for (const auto &c : cases) {
+        writeFile("track.wav", c.content);
+        said();
+        EXPECT_EQ(resources.loadMusic("track.wav", "m"), 0);
+        EXPECT_EQ(said(), c.warnings == 0
+                              ? ""
+                              : "Music::loadMusic(): Warning! 'track.wav' is cut short. "
+                                "It plays once, as far as it goes.\n")
+            << c.content.size();
+    }
 }
 
 TEST_F(Resources, what_the_media_library_says_about_a_file_is_in_the_log) {
