@@ -2,10 +2,12 @@
 
 #include "core/Config.h"
 #include "core/text.h"
+#include "platform/system.h"
 
 #include <cerrno>
 #include <cstdlib>
 #include <system_error>
+#include <utility>
 
 namespace sv {
 
@@ -26,12 +28,13 @@ int LogManager::startUp() {
         return refuseSecondStart();
 
     const char *variable = std::getenv(LOG_FILE_VARIABLE);
-    const std::string name = variable ? variable : Config::getInstance().getLogFile();
-    p_f.reset(std::fopen(name.c_str(), "w"));
+    file_name = variable ? variable : Config::getInstance().getLogFile();
+    p_f.reset(std::fopen(file_name.c_str(), "w"));
     if (!p_f)
         return logFailure("LogManager::startup(): Warning! Unable to open file '%s'.",
-                          name.c_str());
+                          file_name.c_str());
     unwritable_is_said = false;
+    is_irreplaceable = false;
     Manager::startUp();
     writeLog(5, "LogManager::startUp(): successfully started.");
     return 0;
@@ -65,6 +68,8 @@ int LogManager::writeLog(const char *fmt, ...) {
 int LogManager::vwriteLog(int line_level, const char *fmt, std::va_list args) {
     if (line_level > log_level)
         return 0;
+    if (p_f && do_flush)
+        replaceDeletedFile();
     std::FILE *out = p_f ? p_f.get() : stderr;
     // A part that fails does not keep the others from being tried.
     bool failed = false;
@@ -89,6 +94,20 @@ void LogManager::sayUnwritable() {
     unwritable_is_said = true;
     std::fprintf(stderr, "LogManager::writeLog(): Warning! Unable to write the log file: %s.\n",
                  std::generic_category().message(errno).c_str());
+}
+
+/// Only the lines to come can be saved. What is written without a flush may be of any age, and
+/// stays with its file.
+void LogManager::replaceDeletedFile() {
+    if (is_irreplaceable || !platform::isDeleted(p_f.get()))
+        return;
+    File fresh(std::fopen(file_name.c_str(), "w"));
+    is_irreplaceable = !fresh || platform::isDeleted(fresh.get());
+    std::fprintf(stderr, "LogManager::writeLog(): Warning! The log file '%s' was deleted. %s\n",
+                 file_name.c_str(),
+                 is_irreplaceable ? "No other can be made." : "The log goes on in a new one.");
+    if (!is_irreplaceable)
+        p_f = std::move(fresh);
 }
 
 int logFailure(const char *fmt, ...) {

@@ -34,7 +34,8 @@ class LogManager : public Manager {
     /// Writes one line if `line_level` is at most the log level. Returns the length of the message
     /// in bytes, prefixes and line end left out; 0 for a dropped line; -1 if any part of the line
     /// could not be written. The first time that happens to a log file, a line on standard error
-    /// says so.
+    /// says so. A flushed line whose log file has been deleted begins a new one, and that is said
+    /// there, too.
     int writeLog(int line_level, const char *fmt, ...) SV_PRINTF_FORMAT(3, 4);
 
     /// Writes one line at any log level.
@@ -73,13 +74,16 @@ class LogManager : public Manager {
     LogManager();
 
     void sayUnwritable();
+    void replaceDeletedFile();
 
     bool do_flush = false;
     int log_level = 0;
     bool log_time_string = true;
     bool log_step_count = true;
     File p_f; // Null: standard error.
+    std::string file_name;
     bool unwritable_is_said = false;
+    bool is_irreplaceable = false; // Deleted, and no other could be made.
     // Further log files by name. Nothing opens one yet; each is closed with the log.
     std::map<std::string, File> extra_files;
     int step_count = 0;

@@ -1,10 +1,12 @@
-/// The clock, the sleep and the working folder, as the operating system has them.
+/// The clock, the sleep, the working folder and the state of files, as the operating system has
+/// them.
 ///
 /// Everything above this folder takes its time from timeSource(), so that a test can put a clock
 /// of its own there and move it by hand. Game-loop thread only.
 #pragma once
 
 #include <cstddef>
+#include <cstdio>
 #include <ctime>
 #include <string>
 
@@ -55,5 +57,13 @@ void setTimeSource(TimeSource *source);
 /// The working folder in UTF-8, or an empty text if its name cannot be had or does not fit into
 /// `capacity` bytes, the terminating zero included.
 std::string workingDirectory(std::size_t capacity);
+
+/// Whether that name is a folder's, a device's or of something else that is no file; false if it is
+/// nobody's. The name is as fopen() takes it.
+bool isOtherThanFile(const std::string &name);
+
+/// Whether an open file has been deleted meanwhile, so that nobody can read what is written to it.
+/// A system that does not delete open files answers false.
+bool isDeleted(std::FILE *file);
 
 } // namespace sv::platform

@@ -1,13 +1,13 @@
 #include "resources/audioDevice.h"
 
 #include "core/LogManager.h"
+#include "platform/system.h"
 #include "resources/LibraryMessages.h"
 
 #include <SFML/Audio/InputSoundFile.hpp>
 #include <SFML/Audio/SoundBuffer.hpp>
 
 #include <algorithm>
-#include <filesystem>
 
 namespace sv {
 
@@ -33,13 +33,6 @@ bool findDevice() {
     return false;
 }
 
-/// A folder or a device, in which the library would look for the beginning of a track for ever.
-bool isNoFile(const std::string &filename) {
-    std::error_code ignored;
-    return std::filesystem::exists(filename, ignored) &&
-           !std::filesystem::is_regular_file(filename, ignored);
-}
-
 } // namespace
 
 bool hasAudioDevice() {
@@ -48,7 +41,8 @@ bool hasAudioDevice() {
 }
 
 bool openSoundFile(sf::InputSoundFile &file, const std::string &filename) {
-    if (isNoFile(filename) || !file.openFromFile(filename))
+    // In a folder or a device the library would look for the beginning of a track for ever.
+    if (platform::isOtherThanFile(filename) || !file.openFromFile(filename))
         return false;
     const unsigned rate = file.getSampleRate();
     return 1 <= rate && rate <= most_samples_per_second &&

@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <ctime>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace sv::platform {
@@ -66,6 +67,16 @@ TimeSource &systemTimeSource() {
 std::string workingDirectory(std::size_t capacity) {
     std::string folder(capacity, '\0');
     return getcwd(folder.data(), capacity) != nullptr ? folder.c_str() : "";
+}
+
+bool isOtherThanFile(const std::string &name) {
+    struct stat status {};
+    return stat(name.c_str(), &status) == 0 && !S_ISREG(status.st_mode);
+}
+
+bool isDeleted(std::FILE *file) {
+    struct stat status {};
+    return fstat(fileno(file), &status) == 0 && status.st_nlink == 0;
 }
 
 } // namespace sv::platform

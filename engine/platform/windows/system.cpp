@@ -57,4 +57,14 @@ std::string workingDirectory(std::size_t capacity) {
     return folder.size() < capacity ? folder : std::string();
 }
 
+bool isOtherThanFile(const std::string &name) {
+    const DWORD attributes = GetFileAttributesA(name.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES &&
+           (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE)) != 0;
+}
+
+bool isDeleted(std::FILE *) {
+    return false;
+}
+
 } // namespace sv::platform
