@@ -2,6 +2,7 @@
 
 #include "core/LogManager.h"
 #include "core/text.h"
+#include "platform/system.h"
 #include "resources/robustSprite.h"
 #include "resources/simpleSprite.h"
 #include "resources/spriteReading.h"
@@ -114,8 +115,9 @@ int ResourceManager::loadSprite(const std::string &filename, const std::string &
         return logFailure("RM::loadRobustSprite(): Sprite '%s' not loaded.", label.c_str());
     }
     log.writeLog("RM::loadSprite(): Loading sprite '%s'.", filename.c_str());
+    // Some systems open a folder, as a file with nothing in it.
     std::ifstream file(filename, std::ios::binary);
-    if (!file) {
+    if (!file || platform::isOtherThanFile(filename)) {
         log.writeLog("RM::loadSprite(): Error! Cannot open file '%s'.", filename.c_str());
         return logFailure("RM::loadSprite(): Sprite '%s' not loaded.", label.c_str());
     }
