@@ -34,7 +34,7 @@ int LogManager::startUp() {
         return logFailure("LogManager::startup(): Warning! Unable to open file '%s'.",
                           file_name.c_str());
     unwritable_is_said = false;
-    is_irreplaceable = false;
+    is_irreplaceable = platform::isDeleted(p_f.get()); // Somebody's standard output, say.
     Manager::startUp();
     writeLog(5, "LogManager::startUp(): successfully started.");
     return 0;
@@ -101,13 +101,15 @@ void LogManager::sayUnwritable() {
 void LogManager::replaceDeletedFile() {
     if (is_irreplaceable || !platform::isDeleted(p_f.get()))
         return;
-    File fresh(std::fopen(file_name.c_str(), "w"));
-    is_irreplaceable = !fresh || platform::isDeleted(fresh.get());
+    File fresh(std::fopen(file_name.c_str(), "wx")); // Not what others have put there meanwhile.
+    is_irreplaceable = !fresh;
     std::fprintf(stderr, "LogManager::writeLog(): Warning! The log file '%s' was deleted. %s\n",
                  file_name.c_str(),
                  is_irreplaceable ? "No other can be made." : "The log goes on in a new one.");
-    if (!is_irreplaceable)
-        p_f = std::move(fresh);
+    if (!fresh)
+        return;
+    p_f = std::move(fresh);
+    unwritable_is_said = false;
 }
 
 int logFailure(const char *fmt, ...) {

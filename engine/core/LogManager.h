@@ -83,7 +83,7 @@ class LogManager : public Manager {
     File p_f; // Null: standard error.
     std::string file_name;
     bool unwritable_is_said = false;
-    bool is_irreplaceable = false; // Deleted, and no other could be made.
+    bool is_irreplaceable = false; // If it is deleted, no other is made.
     // Further log files by name. Nothing opens one yet; each is closed with the log.
     std::map<std::string, File> extra_files;
     int step_count = 0;
