@@ -3,6 +3,7 @@
 #include "core/LogManager.h"
 #include "resources/LibraryMessages.h"
 #include "resources/audioDevice.h"
+#include "resources/soundFile.h"
 
 #include <SFML/Audio/InputSoundFile.hpp>
 #include <SFML/Audio/Music.hpp>

@@ -3,6 +3,7 @@
 #include "core/LogManager.h"
 #include "resources/LibraryMessages.h"
 #include "resources/audioDevice.h"
+#include "resources/soundFile.h"
 
 #include <SFML/Audio/InputSoundFile.hpp>
 #include <SFML/Audio/Sound.hpp>
@@ -21,17 +22,29 @@ struct Samples {
     unsigned per_second = 0;
 };
 
-/// False if the file is none that can be decoded, or holds less than it claims. Takes memory for
-/// what is there, where the library would take it for what is claimed.
+bool isTooLong(std::size_t samples, const std::string &filename) {
+    if (samples > MAX_SOUND_SAMPLES)
+        LogManager::getInstance().writeLog(
+            "Sound::loadSound(): Error! '%s' has more than %d samples. Play it as music.",
+            filename.c_str(), MAX_SOUND_SAMPLES);
+    return samples > MAX_SOUND_SAMPLES;
+}
+
+/// False if the file is none that can be decoded, holds less than it claims, or more than a sound
+/// may have: two megabytes can hold hours of silence. Takes memory for what is there, where the
+/// library would take it for what is claimed.
 bool decode(const std::string &filename, Samples &samples) {
     sf::InputSoundFile file;
-    if (!openSoundFile(file, filename))
+    if (!openSoundFile(file, filename) || isTooLong(file.getSampleCount(), filename))
         return false;
     samples.channels = file.getChannelCount();
     samples.per_second = file.getSampleRate();
     std::array<sf::Int16, 16384> piece{};
-    while (const auto count = static_cast<std::ptrdiff_t>(file.read(piece.data(), piece.size())))
+    std::ptrdiff_t count = 0;
+    do {
+        count = static_cast<std::ptrdiff_t>(file.read(piece.data(), piece.size()));
         samples.values.insert(samples.values.end(), piece.begin(), piece.begin() + count);
+    } while (count > 0 && samples.values.size() <= file.getSampleCount());
     return !samples.values.empty() && samples.values.size() == file.getSampleCount();
 }
 

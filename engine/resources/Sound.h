@@ -14,6 +14,10 @@
 
 namespace sv {
 
+/// The samples that a sound may have, those of all channels counted: over six minutes of stereo at
+/// 44100 a second, which take 64 MB decoded.
+inline constexpr int MAX_SOUND_SAMPLES = 32 * 1024 * 1024;
+
 class Sound {
   public:
     Sound();
@@ -22,7 +26,7 @@ class Sound {
     Sound &operator=(const Sound &) = delete;
 
     /// Decodes a file of any format that the media library knows, in place of what was loaded
-    /// before. 0, or -1 if it cannot be read whole; then there is nothing to play.
+    /// before. 0, or -1 if it cannot be read whole or is too long; then there is nothing to play.
     int loadSound(const std::string &filename);
 
     const std::string &getLabel() const { return label; }

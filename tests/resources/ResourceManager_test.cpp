@@ -60,9 +60,13 @@ TEST_F(Resources, a_file_that_cannot_be_read_is_refused_and_takes_no_place) {
     writeFile("fast.wav", test::waveFile({1, 2, 3, 4}, 2'000'000'000));
     writeFile("still.wav", test::waveFile({1, 2, 3, 4}, 0));
     writeFile("empty.wav", "");
+    // A bit fell over in the format's name: its samples have no size.
+    std::string damaged = test::waveFile({1, 2, 3, 4});
+    damaged[15] = '!';
+    writeFile("damaged.wav", damaged);
     std::filesystem::create_directory("folder");
-    for (const std::string file :
-         {"missing/x", "empty.wav", "folder", "noise.wav", "fast.wav", "still.wav", "cut.wav"}) {
+    for (const std::string file : {"missing/x", "empty.wav", "folder", "noise.wav", "fast.wav",
+                                   "still.wav", "damaged.wav", "cut.wav"}) {
         EXPECT_EQ(resources.loadSound(file, "s"), -1);
         EXPECT_EQ(lastLine(),
                   "RM::loadSound(): Error! Cannot load sound from file '" + file + "'.");
@@ -85,6 +89,16 @@ TEST_F(Resources, a_file_that_cannot_be_read_is_refused_and_takes_no_place) {
     EXPECT_EQ(resources.loadMusic("beep.wav", "m"), 0);
     EXPECT_NE(resources.getSound("s"), nullptr);
     EXPECT_NE(resources.getMusic("m"), nullptr);
+}
+
+TEST_F(Resources, a_sound_that_takes_too_much_memory_is_refused_before_it_takes_any) {
+    std::string endless = test::waveFile({1, 2, 3, 4});
+    endless.replace(40, 4, std::string("\x02\x00\x00\x04", 4)); // Bytes: one sample too many.
+    writeFile("endless.wav", endless);
+    EXPECT_EQ(resources.loadSound("endless.wav", "s"), -1);
+    EXPECT_EQ(logText(), "Sound::loadSound(): Error! 'endless.wav' has more than 33554432 samples. "
+                         "Play it as music.\n"
+                         "RM::loadSound(): Error! Cannot load sound from file 'endless.wav'.\n");
 }
 
 TEST_F(Resources, a_track_that_is_cut_short_is_loaded_with_a_warning) {

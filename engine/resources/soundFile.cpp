@@ -1,0 +1,53 @@
+#include "resources/soundFile.h"
+
+#include "platform/system.h"
+
+#include <SFML/Audio/InputSoundFile.hpp>
+
+#include <algorithm>
+#include <array>
+#include <fstream>
+#include <string_view>
+
+namespace sv {
+
+namespace {
+
+/// Those that the library has a layout for.
+constexpr unsigned playable_channels[] = {1, 2, 4, 6, 7, MOST_CHANNELS};
+constexpr unsigned most_samples_per_second = 384'000;
+
+/// Whether a wave file's samples come before the chunk that says how large one is. The library
+/// divides by that size as soon as it meets them, and a division by 0 ends the process.
+bool hasSamplesOfNoSize(const std::string &filename) {
+    std::ifstream file(filename, std::ios::binary);
+    std::array<char, 12> head{}; // "RIFF", the size of what follows, "WAVE".
+    if (!file.read(head.data(), head.size()) || std::string_view(head.data(), 4) != "RIFF" ||
+        std::string_view(head.data() + 8, 4) != "WAVE")
+        return false;
+    std::array<unsigned char, 8> chunk{}; // Its name, and its size without these 8 bytes.
+    while (file.read(reinterpret_cast<char *>(chunk.data()), chunk.size())) {
+        const std::string_view name(reinterpret_cast<const char *>(chunk.data()), 4);
+        if (name == "fmt " || name == "data")
+            return name == "data";
+        const auto size = std::streamoff{chunk[4]} | std::streamoff{chunk[5]} << 8 |
+                          std::streamoff{chunk[6]} << 16 | std::streamoff{chunk[7]} << 24;
+        file.seekg(size, std::ios::cur);
+    }
+    return false;
+}
+
+} // namespace
+
+bool openSoundFile(sf::InputSoundFile &file, const std::string &filename) {
+    // In a folder or a device the library would look for the beginning of a track for ever.
+    if (platform::isOtherThanFile(filename) || hasSamplesOfNoSize(filename) ||
+        !file.openFromFile(filename))
+        return false;
+    const unsigned rate = file.getSampleRate();
+    return 1 <= rate && rate <= most_samples_per_second &&
+           std::ranges::find(playable_channels, file.getChannelCount()) !=
+               std::end(playable_channels);
+}
+
+} // namespace sv
