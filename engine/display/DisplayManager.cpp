@@ -68,6 +68,13 @@ bool loadFont(sf::Font &font, const std::string &filename) {
     return font.loadFromFile(filename);
 }
 
+/// A font of pictures has a few sizes only, and no text shows in another. The library would say so
+/// on standard error alone.
+void sayIfSizeIsMissing(const sf::Font &font, unsigned size) {
+    const LibraryMessages messages;
+    font.getGlyph('A', size, true);
+}
+
 int nextShake(int scale) {
     return scale - std::rand() % (scale + 1) * 2 + 1;
 }
@@ -165,6 +172,7 @@ int DisplayManager::prepareCells() {
     p_text->setFont(*font);
     p_text->setStyle(sf::Text::Bold);
     p_text->setCharacterSize(characterSize(config.getFontScale()));
+    sayIfSizeIsMissing(*font, p_text->getCharacterSize());
 
     window_background_color = config.getWindowBackgroundColor();
     p_rectangle->setFillColor(colorToSFML(window_background_color));
