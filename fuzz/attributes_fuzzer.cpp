@@ -7,6 +7,7 @@
 #include "world/ViewObject.h"
 #include "world/WorldManager.h"
 
+#include <cmath>
 #include <fstream>
 
 namespace {
@@ -46,7 +47,8 @@ void travelAsAnimation(const std::string &text) {
 
 void live(sv::WorldManager &world, const std::string &text) {
     new sv::Object; // One that the others may meet.
-    (new sv::Object)->deserialize(text);
+    auto *p_o = new sv::Object;
+    p_o->deserialize(text);
     new sv::ViewObject;
     const sv::EventView points("Points", 10, true);
     for (int step = 0; step < 2; ++step) {
@@ -54,6 +56,8 @@ void live(sv::WorldManager &world, const std::string &text) {
         world.update();
         world.draw();
     }
+    const sv::Vector position = p_o->getPosition();
+    fuzz::require(std::isfinite(position.x) && std::isfinite(position.y));
 }
 
 } // namespace

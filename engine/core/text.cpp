@@ -118,6 +118,16 @@ bool isParsed(const std::string &text) {
     return LogManager::getInstance().getLogLevel() < parse_log_level && text == parsed;
 }
 
+/// Of a number that no double can hold, whether that is because it is so near to 0.
+bool isTiny(std::string_view number) {
+    const std::size_t end = std::min(number.find_first_of("eE"), number.size());
+    const std::string_view digits = number.substr(0, end);
+    const auto point = static_cast<std::int64_t>(std::min(digits.find('.'), end));
+    const auto first = static_cast<std::int64_t>(digits.find_first_of("123456789"));
+    const int exponent = end < number.size() ? parseInt(number.substr(end + 1)) : 0;
+    return point - first + exponent < 0;
+}
+
 } // namespace
 
 std::string match(const std::string &str, const std::string &find) {
@@ -170,9 +180,7 @@ float parseFloat(std::string_view text) {
     if (result.ec == std::errc::result_out_of_range) {
         const std::string_view number =
             text.substr(0, static_cast<std::size_t>(result.ptr - text.data()));
-        const bool tiny = number.find("e-") != std::string_view::npos ||
-                          number.find("E-") != std::string_view::npos;
-        value = tiny ? 0 : (number.front() == '-' ? -2 * limit : 2 * limit);
+        value = isTiny(number) ? 0 : (number.front() == '-' ? -2 * limit : 2 * limit);
     }
     if (value > limit)
         return std::numeric_limits<float>::infinity();

@@ -25,7 +25,14 @@ std::optional<int> readInt(const std::string &text, const std::string &key) {
     return number;
 }
 
-/// Nothing also for a number that is not finite: no position or speed could recover from one.
+/// Whether a position or speed can live with a number: far beyond any world, but so that what moves
+/// with it stays finite. Nothing recovers from infinity.
+bool isUsable(float number) {
+    constexpr float most = 1e9F;
+    return std::abs(number) <= most; // NaN is not.
+}
+
+/// Nothing also for a number that is not usable.
 std::optional<float> readFloat(const std::string &text, const std::string &key) {
     const std::string value = match(text, key);
     if (value.empty())
@@ -33,7 +40,7 @@ std::optional<float> readFloat(const std::string &text, const std::string &key) 
     const float number = parseFloat(value);
     LogManager::getInstance().writeLog(20, "%s %s is %.2f", log_prefix, key.c_str(),
                                        double{number});
-    return std::isfinite(number) ? std::optional(number) : std::nullopt;
+    return isUsable(number) ? std::optional(number) : std::nullopt;
 }
 
 std::optional<bool> readBool(const std::string &text, const std::string &key) {
@@ -177,7 +184,7 @@ void readShape(Object &object, const std::string &text) {
     Shape shape = object.getShape();
     if (!type.empty())
         shape.setType(parseInt(type));
-    if (!size.empty() && std::isfinite(parseFloat(size)))
+    if (!size.empty() && isUsable(parseFloat(size)))
         shape.setSize(parseFloat(size));
     if (!color.empty())
         shape.setColor(static_cast<Color>(parseInt(color)));
@@ -202,8 +209,7 @@ std::optional<Vector> parseWaypoint(const std::string &piece) {
     if (blank == std::string::npos)
         return std::nullopt;
     const Vector waypoint{parseFloat(piece.substr(0, blank)), parseFloat(piece.substr(blank))};
-    return std::isfinite(waypoint.x) && std::isfinite(waypoint.y) ? std::optional(waypoint)
-                                                                  : std::nullopt;
+    return isUsable(waypoint.x) && isUsable(waypoint.y) ? std::optional(waypoint) : std::nullopt;
 }
 
 void readPath(Object &object, const std::string &text) {

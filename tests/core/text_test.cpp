@@ -95,6 +95,11 @@ TEST(ParseFloat, reads_the_number_at_the_start) {
     for (const auto &c : cases)
         EXPECT_EQ(parseFloat(c.text), c.value) << "'" << c.text << "'";
     EXPECT_TRUE(std::isnan(parseFloat("nan")));
+    const std::string zeros(400, '0');
+    EXPECT_EQ(parseFloat("-0." + zeros + "1"), 0);
+    EXPECT_EQ(parseFloat("1" + zeros + "e-50"), infinite);
+    EXPECT_EQ(parseFloat("-1" + zeros + "e-99999999999"), 0);
+    EXPECT_EQ(parseFloat("0." + zeros + "1e400"), 0.1F);
 }
 
 TEST(ToString, writes_floats_in_six_digits_at_most) {

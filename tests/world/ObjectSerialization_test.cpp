@@ -89,11 +89,10 @@ TEST_F(SerializationTest, values_that_are_missing_or_no_sense_leave_theirs_alone
     // An empty text is nothing, and not the text before it once more.
     for (const char *text :
          {":::", "pos-x:5,", "", "pos-y:5,", "box-corner-x:3,", "pos-x:nan,pos-y:1,", "speed:inf,",
-          "size:nan,", "path:nan 1,", "shape:77,", "altitude:99,", "solidness:2147483648,", "id:,",
-          "type:,", "event_count:-5,", "no_such_key:1,"}) {
+          "speed:3e38,x_direction:-1e10,y_acceleration:1.1e9,", "size:nan,", "shape:77,",
+          "altitude:99,", "solidness:2147483648,", "id:,", "type:,", "event_count:-5,",
+          "no_such_key:1,"}) {
         p_o->deserialize(text);
-        p_o->setPath({});
-        p_o->setFollowPath(false);
         EXPECT_EQ(p_o->serialize("ALL"), before) << "'" << text << "'";
     }
     EXPECT_EQ(logCount("Object::deserialize(): position not complete, so ignoring."), 3);
@@ -110,16 +109,17 @@ TEST_F(SerializationTest, hostile_counts_and_names_register_no_more_than_fits) {
     EXPECT_TRUE(p_o->getInterests().empty());
 }
 
-TEST_F(SerializationTest, waypoints_without_a_blank_are_skipped_with_a_word_each) {
-    std::string text = "path:1 2|34|5 6|";
+TEST_F(SerializationTest, waypoints_of_no_sense_are_skipped_with_a_word_each) {
+    std::string text = "path:1 2|34|nan 1|5 6|1 1e10|";
     for (int i = 0; i < 100; ++i)
         text += "7|";
     p_o->deserialize(text + ",");
     const std::vector<Vector> expected{{1, 2}, {5, 6}};
     EXPECT_EQ(p_o->getPath().waypoints, expected);
     EXPECT_EQ(logCount("Object::deserialize(): malformed node 34."), 1);
+    EXPECT_EQ(logCount("Object::deserialize(): malformed node nan 1."), 1);
     EXPECT_EQ(logCount("Object::deserialize(): malformed node 7."), 100);
-    EXPECT_EQ(logCount("\tNot added."), 101);
+    EXPECT_EQ(logCount("\tNot added."), 103);
 }
 
 TEST_F(SerializationTest, the_log_tells_what_was_read) {
