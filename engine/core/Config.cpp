@@ -60,6 +60,8 @@ std::optional<std::string> readText(std::istream &file) {
     if (file.bad() || file.gcount() > MAX_CONFIG_BYTES)
         return std::nullopt;
     text.resize(static_cast<std::size_t>(file.gcount()));
+    if (text.starts_with(BYTE_ORDER_MARK))
+        text.erase(0, BYTE_ORDER_MARK.size());
     return text.find('\0') == std::string::npos ? std::optional(text) : std::nullopt;
 }
 

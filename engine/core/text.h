@@ -7,6 +7,9 @@
 
 namespace sv {
 
+/// What some editors write in front of a text, and do not show.
+inline constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
+
 /// Looks a key up in a text of the form `key:value,key:value,` and returns its value; an empty
 /// text if the key is absent or has none.
 ///

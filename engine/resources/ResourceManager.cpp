@@ -31,13 +31,23 @@ auto findLabel(Store &store, int count, const std::string &label) {
     return found != filled.end() ? &*found : nullptr;
 }
 
+std::streamoff sizeOf(std::istream &file) {
+    file.seekg(0, std::ios::end);
+    const std::streamoff size = file.tellg();
+    file.seekg(0);
+    return size;
+}
+
 /// Reads a sprite in the format that the file's first line tells; null, with log lines, if there
 /// is none to read.
 std::unique_ptr<Sprite> readSprite(std::istream &file) {
     LogManager &log = LogManager::getInstance();
     line_number = 0;
-    const std::string first_line = getLine(file, false);
-    file.seekg(0);
+    std::string first_line = getLine(file, false);
+    const bool is_marked = first_line.starts_with(BYTE_ORDER_MARK);
+    const std::size_t begin = is_marked ? BYTE_ORDER_MARK.size() : 0;
+    first_line.erase(0, begin);
+    file.seekg(static_cast<std::streamoff>(begin));
     if (first_line == "<HEADER>") {
         log.writeLog(1, "RM::loadSprite(): assuming robust sprite file format.");
         return loadRobustSprite(file);
@@ -115,10 +125,18 @@ int ResourceManager::loadSprite(const std::string &filename, const std::string &
         return logFailure("RM::loadRobustSprite(): Sprite '%s' not loaded.", label.c_str());
     }
     log.writeLog("RM::loadSprite(): Loading sprite '%s'.", filename.c_str());
-    // Some systems open a folder, as a file with nothing in it.
-    std::ifstream file(filename, std::ios::binary);
-    if (!file || platform::isOtherThanFile(filename)) {
+    std::ifstream file;
+    // Some systems open a folder, as a file with nothing in it, and wait for somebody to fill a
+    // pipe.
+    if (!platform::isOtherThanFile(filename))
+        file.open(filename, std::ios::binary);
+    if (!file.is_open()) {
         log.writeLog("RM::loadSprite(): Error! Cannot open file '%s'.", filename.c_str());
+        return logFailure("RM::loadSprite(): Sprite '%s' not loaded.", label.c_str());
+    }
+    if (sizeOf(file) > MAX_SPRITE_BYTES) {
+        log.writeLog("RM::loadSprite(): Error! File '%s' has more than %d bytes.", filename.c_str(),
+                     MAX_SPRITE_BYTES);
         return logFailure("RM::loadSprite(): Sprite '%s' not loaded.", label.c_str());
     }
     auto sprite = readSprite(file);

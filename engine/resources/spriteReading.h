@@ -21,6 +21,9 @@ using Lines = std::deque<std::string>;
 /// The longest line that is read, in bytes without its end. A longer one counts as a read error.
 inline constexpr int MAX_LINE_LENGTH = 65535;
 
+/// The largest file that is read: its lines take some sixteen times as much while they are sorted.
+inline constexpr int MAX_SPRITE_BYTES = 16 * 1024 * 1024;
+
 /// Lines of the file that were counted so far, for messages. Whoever begins a file sets it to 0.
 extern int line_number;
 

@@ -106,6 +106,7 @@ TEST_F(ConfigTest, a_file_is_joined_line_to_line) {
         {"# a\n#b\na:1,#c\n", "a:1,#c"},
         {" #a:1,\nb:2,\n", " #a:1,b:2,"},
         {"a:\rb\n", "a:\rb"},
+        {"\xEF\xBB\xBF# a\nb:2,\n", "b:2,"},
     };
     for (const auto &c : cases) {
         writeFile("sv-config.txt", c.content);

@@ -78,6 +78,8 @@ TEST_F(SpriteFiles, good_files_load_without_a_complaint) {
         "2\n3\n2\n4\ncyan\nabc\ndef\nghi\njkl\n",
         "1\r\n2\r\n1\r\n0\r\nred\r\nab\r\n",
         "1\n2\n1\n0\nred\nab",
+        "\xEF\xBB\xBF"
+        "1\n2\n1\n0\nred\nab\n",
         "1\n2\n1\n0\nred\nab\n\r",
         "  1 frame\n2 wide\n +1\n0x\nred\nab\n",
         robustFile(two_by_one + "color red\n", "ab\nend\n"),
