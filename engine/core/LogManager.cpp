@@ -103,9 +103,11 @@ void LogManager::replaceDeletedFile() {
         return;
     File fresh(std::fopen(file_name.c_str(), "wx")); // Not what others have put there meanwhile.
     is_irreplaceable = !fresh;
-    std::fprintf(stderr, "LogManager::writeLog(): Warning! The log file '%s' was deleted. %s\n",
-                 file_name.c_str(),
-                 is_irreplaceable ? "No other can be made." : "The log goes on in a new one.");
+    const std::string then =
+        fresh ? "The log goes on in a new one"
+              : "No other can be made: " + std::generic_category().message(errno);
+    std::fprintf(stderr, "LogManager::writeLog(): Warning! The log file '%s' was deleted. %s.\n",
+                 file_name.c_str(), then.c_str());
     if (!fresh)
         return;
     p_f = std::move(fresh);

@@ -14,10 +14,12 @@ namespace sv {
 
 namespace {
 
-/// Whether the track says that it goes on where its file has come to an end. Formats without a word
-/// on their length are whole wherever they end. The library, which would go back to the beginning
-/// at the end that was claimed, never gets there: such a track stops after its first round.
+/// Whether the track says that it goes on where its file has come to an end, or ends in the middle
+/// of a frame, between two channels. A format without a word on its length is whole wherever it
+/// ends.
 bool isCutShort(sf::InputSoundFile &file) {
+    if (file.getSampleCount() % file.getChannelCount() != 0)
+        return true;
     if (file.getSampleCount() == 0)
         return false;
     std::array<sf::Int16, MOST_CHANNELS> last{};
@@ -37,9 +39,11 @@ int Music::loadMusic(const std::string &filename) {
     sf::InputSoundFile file;
     if (!openSoundFile(file, filename))
         return -1;
+    // Half a track is better than none, though the library goes back to the beginning only at the
+    // end that was claimed, and may garble the last second.
     if (isCutShort(file))
         LogManager::getInstance().writeLog(
-            "Music::loadMusic(): Warning! '%s' is cut short. It plays once, as far as it goes.",
+            "Music::loadMusic(): Warning! '%s' is cut short and may not play as it should.",
             filename.c_str());
     if (!has_device)
         return 0;

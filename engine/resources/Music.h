@@ -25,8 +25,8 @@ class Music {
     Music &operator=(const Music &) = delete;
 
     /// Opens a file of any format that the media library knows, in place of the one opened before.
-    /// 0, or -1 if that fails; then there is nothing to play. A track whose file ends too early
-    /// plays once, as far as it goes, and the log warns of it.
+    /// 0, or -1 if that fails; then there is nothing to play. Of a track that is cut short the log
+    /// warns: it plays, but not in a loop, and may end in noise.
     int loadMusic(const std::string &filename);
 
     const std::string &getLabel() const { return label; }

@@ -14,9 +14,9 @@
 
 namespace sv {
 
-/// The samples that a sound may have, those of all channels counted: over six minutes of stereo at
-/// 44100 a second, which take 64 MB decoded.
-inline constexpr int MAX_SOUND_SAMPLES = 32 * 1024 * 1024;
+/// The samples that a sound may have, those of all channels counted: three minutes of stereo at
+/// 44100 a second, which take 32 MB decoded.
+inline constexpr int MAX_SOUND_SAMPLES = 16 * 1024 * 1024;
 
 class Sound {
   public:
@@ -27,6 +27,7 @@ class Sound {
 
     /// Decodes a file of any format that the media library knows, in place of what was loaded
     /// before. 0, or -1 if it cannot be read whole or is too long; then there is nothing to play.
+    /// An Ogg file does not tell how long it is, and is whole wherever it ends.
     int loadSound(const std::string &filename);
 
     const std::string &getLabel() const { return label; }

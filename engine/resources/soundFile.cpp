@@ -17,21 +17,29 @@ namespace {
 constexpr unsigned playable_channels[] = {1, 2, 4, 6, 7, MOST_CHANNELS};
 constexpr unsigned most_samples_per_second = 384'000;
 
-/// Whether a wave file's samples come before the chunk that says how large one is. The library
-/// divides by that size as soon as it meets them, and a division by 0 ends the process.
-bool hasSamplesOfNoSize(const std::string &filename) {
-    std::ifstream file(filename, std::ios::binary);
+/// Whether a wave file's parts do not follow each other as they have to. At samples that come
+/// before the format the library divides by their size, which is 0 then, and ends the process; and
+/// a part that reaches beyond the file can lead it back into what it has read, for ever, where it
+/// counts with 32 bits. The samples themselves may be cut.
+bool isMisleading(const std::string &filename) {
+    std::ifstream file(filename, std::ios::binary | std::ios::ate);
+    const std::streamoff end = file.tellg();
+    file.seekg(0);
     std::array<char, 12> head{}; // "RIFF", the size of what follows, "WAVE".
     if (!file.read(head.data(), head.size()) || std::string_view(head.data(), 4) != "RIFF" ||
         std::string_view(head.data() + 8, 4) != "WAVE")
         return false;
-    std::array<unsigned char, 8> chunk{}; // Its name, and its size without these 8 bytes.
-    while (file.read(reinterpret_cast<char *>(chunk.data()), chunk.size())) {
-        const std::string_view name(reinterpret_cast<const char *>(chunk.data()), 4);
-        if (name == "fmt " || name == "data")
-            return name == "data";
-        const auto size = std::streamoff{chunk[4]} | std::streamoff{chunk[5]} << 8 |
-                          std::streamoff{chunk[6]} << 16 | std::streamoff{chunk[7]} << 24;
+    bool has_format = false;
+    std::array<unsigned char, 8> part{}; // Its name, and its size without these 8 bytes.
+    while (file.read(reinterpret_cast<char *>(part.data()), part.size())) {
+        const std::string_view name(reinterpret_cast<const char *>(part.data()), 4);
+        if (name == "data")
+            return !has_format;
+        has_format |= name == "fmt ";
+        const auto size = std::streamoff{part[4]} | std::streamoff{part[5]} << 8 |
+                          std::streamoff{part[6]} << 16 | std::streamoff{part[7]} << 24;
+        if (size > end - file.tellg())
+            return true;
         file.seekg(size, std::ios::cur);
     }
     return false;
@@ -41,7 +49,7 @@ bool hasSamplesOfNoSize(const std::string &filename) {
 
 bool openSoundFile(sf::InputSoundFile &file, const std::string &filename) {
     // In a folder or a device the library would look for the beginning of a track for ever.
-    if (platform::isOtherThanFile(filename) || hasSamplesOfNoSize(filename) ||
+    if (platform::isOtherThanFile(filename) || isMisleading(filename) ||
         !file.openFromFile(filename))
         return false;
     const unsigned rate = file.getSampleRate();

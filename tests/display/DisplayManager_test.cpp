@@ -200,6 +200,22 @@ TEST_F(DisplayManagerTest, a_font_file_that_is_none_fails_the_start_with_its_nam
     }
 }
 
+TEST_F(DisplayManagerTest, a_font_without_the_size_is_told_of) {
+    server.emplace();
+    startLog();
+    // One letter, eight pixels high.
+    writeFile("letter.bdf",
+              "STARTFONT 2.1\nFONT -test-letter-medium-r-normal--8-80-75-75-c-80-iso10646-1\n"
+              "SIZE 8 75 75\nFONTBOUNDINGBOX 8 8 0 0\nSTARTPROPERTIES 4\n"
+              "CHARSET_REGISTRY \"ISO10646\"\nCHARSET_ENCODING \"1\"\nFONT_ASCENT 8\n"
+              "FONT_DESCENT 0\nENDPROPERTIES\nCHARS 1\nSTARTCHAR A\nENCODING 65\n"
+              "SWIDTH 500 0\nDWIDTH 8 0\nBBX 8 8 0 0\nBITMAP\n18\n24\n42\n42\n7E\n42\n42\n42\n"
+              "ENDCHAR\nENDFONT\n");
+    configure("font_file:letter.bdf,");
+    EXPECT_EQ(display().startUp(), 0);
+    EXPECT_NE(logText().find("SFML: Failed to set bitmap font size to "), std::string::npos);
+}
+
 TEST_F(DisplayManagerTest, starts_and_stops_again_and_again_in_any_size) {
     server.emplace();
     startLog();

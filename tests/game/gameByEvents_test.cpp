@@ -12,6 +12,7 @@
 #include "resources/Sprite.h"
 #include "support/EngineTest.h"
 #include "support/GamePlayer.h"
+#include "support/environment.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -192,12 +193,13 @@ class GameByEvents : public test::EngineTest {
         std::exit(failed != 0 ? failed : is_blocked ? no_way : 0);
     }
 
-    /// With the first seed that lets it go as planned.
+    /// With a few seeds, of which one at least lets it go as planned. Always as many: a system
+    /// without fork() finds the game that a process is to play by counting them.
     static void playAsPlanned(Game game) {
-        constexpr int most_seeds = 10;
-        for (game.seed = 1; game.seed <= most_seeds && !playElsewhere(game);)
-            ++game.seed;
-        EXPECT_LE(game.seed, most_seeds);
+        int as_planned = 0;
+        for (game.seed = 1; game.seed <= 3; ++game.seed)
+            as_planned += playElsewhere(game) ? 1 : 0;
+        EXPECT_GT(as_planned, 0);
     }
 
     /// Whether it went as planned; with a failure if it went wrong.
@@ -263,7 +265,10 @@ struct Damage {
 
 class OneFileBroken : public GameByEvents, public testing::WithParamInterface<Damage> {
   protected:
-    OneFileBroken() { fs::copy(SOUNDS, "sounds"); }
+    OneFileBroken() {
+        test::setEnvironment("ALSOFT_DRIVERS", "there-is-none");
+        fs::copy(SOUNDS, "sounds");
+    }
 
     static std::vector<fs::path> files() {
         std::vector<fs::path> found;
@@ -280,7 +285,7 @@ class OneFileBroken : public GameByEvents, public testing::WithParamInterface<Da
     }
 };
 
-TEST_P(OneFileBroken, is_told_in_one_line_and_the_game_goes_to_its_end) {
+TEST_P(OneFileBroken, is_refused_once_and_the_game_goes_to_its_end) {
     ASSERT_EQ(files().size(), 19U);
     for (const fs::path &file : files()) {
         SCOPED_TRACE(file.string());
@@ -288,7 +293,7 @@ TEST_P(OneFileBroken, is_told_in_one_line_and_the_game_goes_to_its_end) {
         fs::copy_file("whole", file);
         GetParam().befall(file);
         broken = labelOf(file);
-        playAsPlanned({broken == label::LEVEL_UP_SOUND ? Plan::RIGHT : Plan::NO_SHOT});
+        playElsewhere({broken == label::LEVEL_UP_SOUND ? Plan::RIGHT : Plan::NO_SHOT});
         fs::remove(file);
         fs::rename("whole", file);
     }

@@ -141,7 +141,7 @@ TEST_F(MachineFaults, a_log_that_is_deleted_goes_on_in_a_new_file) {
     expect_end(goes_on, "step 1\nstep 2\n");
     std::filesystem::remove("logs/game.log");
     writeFile("logs/game.log", "another game's");
-    expect_end(deleted + "No other can be made.\n", "another game's");
+    expect_end(deleted + "No other can be made: File exists.\n", "another game's");
     expect_end("", "another game's");
 }
 

@@ -64,9 +64,13 @@ TEST_F(Resources, a_file_that_cannot_be_read_is_refused_and_takes_no_place) {
     std::string damaged = test::waveFile({1, 2, 3, 4});
     damaged[15] = '!';
     writeFile("damaged.wav", damaged);
+    // With 32 bits such a part leads to itself.
+    std::string circular = test::waveFile({1, 2, 3, 4});
+    circular.replace(16, 4, "\xF8\xFF\xFF\xFF");
+    writeFile("circular.wav", circular);
     std::filesystem::create_directory("folder");
     for (const std::string file : {"missing/x", "empty.wav", "folder", "noise.wav", "fast.wav",
-                                   "still.wav", "damaged.wav", "cut.wav"}) {
+                                   "still.wav", "damaged.wav", "circular.wav", "cut.wav"}) {
         EXPECT_EQ(resources.loadSound(file, "s"), -1);
         EXPECT_EQ(lastLine(),
                   "RM::loadSound(): Error! Cannot load sound from file '" + file + "'.");
@@ -93,16 +97,18 @@ TEST_F(Resources, a_file_that_cannot_be_read_is_refused_and_takes_no_place) {
 
 TEST_F(Resources, a_sound_that_takes_too_much_memory_is_refused_before_it_takes_any) {
     std::string endless = test::waveFile({1, 2, 3, 4});
-    endless.replace(40, 4, std::string("\x02\x00\x00\x04", 4)); // Bytes: one sample too many.
+    endless.replace(40, 4, std::string("\x02\x00\x00\x02", 4)); // Bytes: one sample too many.
     writeFile("endless.wav", endless);
     EXPECT_EQ(resources.loadSound("endless.wav", "s"), -1);
-    EXPECT_EQ(logText(), "Sound::loadSound(): Error! 'endless.wav' has more than 33554432 samples. "
+    EXPECT_EQ(logText(), "Sound::loadSound(): Error! 'endless.wav' has more than 16777216 samples. "
                          "Play it as music.\n"
                          "RM::loadSound(): Error! Cannot load sound from file 'endless.wav'.\n");
 }
 
 TEST_F(Resources, a_track_that_is_cut_short_is_loaded_with_a_warning) {
     const std::string whole = test::waveFile({1, 2, 3, 4});
+    std::string half_a_frame = test::waveFile({1, 2, 3});
+    half_a_frame[22] = 2; // Channels.
     const struct {
         std::string content;
         int warnings;
@@ -111,15 +117,15 @@ TEST_F(Resources, a_track_that_is_cut_short_is_loaded_with_a_warning) {
         {whole.substr(0, whole.size() - 1), 1},
         {whole.substr(0, whole.size() - 7), 1},
         {test::waveFile({}), 0},
+        {half_a_frame, 1},
     };
     for (const auto &c : cases) {
         writeFile("track.wav", c.content);
         said();
         EXPECT_EQ(resources.loadMusic("track.wav", "m"), 0);
-        EXPECT_EQ(said(), c.warnings == 0
-                              ? ""
-                              : "Music::loadMusic(): Warning! 'track.wav' is cut short. "
-                                "It plays once, as far as it goes.\n")
+        EXPECT_EQ(said(), c.warnings == 0 ? ""
+                                          : "Music::loadMusic(): Warning! 'track.wav' is cut short "
+                                            "and may not play as it should.\n")
             << c.content.size();
     }
 }
