@@ -24,6 +24,12 @@ class Resources : public test::EngineTest {
         writeFile("beep.wav", test::waveFile({1000, -1000, 1000, -1000}));
     }
 
+    /// Has the log say before a comparison that there is no device, which it does once.
+    void settleDevice() {
+        sv::hasAudioDevice();
+        said();
+    }
+
     static std::string lastLine() { return logLines().back(); }
 
     sv::ResourceManager &resources = sv::ResourceManager::getInstance();
@@ -99,10 +105,11 @@ TEST_F(Resources, a_sound_that_takes_too_much_memory_is_refused_before_it_takes_
     std::string endless = test::waveFile({1, 2, 3, 4});
     endless.replace(40, 4, std::string("\x02\x00\x00\x02", 4)); // Bytes: one sample too many.
     writeFile("endless.wav", endless);
+    settleDevice();
     EXPECT_EQ(resources.loadSound("endless.wav", "s"), -1);
-    EXPECT_EQ(logText(), "Sound::loadSound(): Error! 'endless.wav' has more than 16777216 samples. "
-                         "Play it as music.\n"
-                         "RM::loadSound(): Error! Cannot load sound from file 'endless.wav'.\n");
+    EXPECT_EQ(said(), "Sound::loadSound(): Error! 'endless.wav' has more than 16777216 samples. "
+                      "Play it as music.\n"
+                      "RM::loadSound(): Error! Cannot load sound from file 'endless.wav'.\n");
 }
 
 TEST_F(Resources, a_track_that_is_cut_short_is_loaded_with_a_warning) {
@@ -119,6 +126,7 @@ TEST_F(Resources, a_track_that_is_cut_short_is_loaded_with_a_warning) {
         {test::waveFile({}), 0},
         {half_a_frame, 1},
     };
+    settleDevice();
     for (const auto &c : cases) {
         writeFile("track.wav", c.content);
         said();
@@ -209,8 +217,7 @@ TEST_F(Resources, is_empty_after_a_stop_and_a_start_and_loads_nothing_in_between
 TEST_F(Resources, each_step_is_told_at_its_level) {
     resources.shutDown();
     sv::LogManager::getInstance().setLogLevel(5);
-    sv::hasAudioDevice(); // That there is none is said once.
-    said();
+    settleDevice();
     resources.startUp();
     resources.loadSound("beep.wav", "s");
     resources.loadMusic("beep.wav", "m");
