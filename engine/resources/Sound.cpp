@@ -45,11 +45,11 @@ bool decode(const std::string &filename, Samples &samples) {
         count = static_cast<std::ptrdiff_t>(file.read(piece.data(), piece.size()));
         samples.values.insert(samples.values.end(), piece.begin(), piece.begin() + count);
     } while (count > 0 && samples.values.size() <= file.getSampleCount());
-    if (samples.values.empty() || samples.values.size() != file.getSampleCount())
+    if (samples.values.size() != file.getSampleCount())
         return false;
-    // Of half a frame at the end the library would make nothing of all the rest.
+    // With half a frame at the end the library would take none of it.
     samples.values.resize(samples.values.size() - samples.values.size() % samples.channels);
-    return true;
+    return !samples.values.empty();
 }
 
 } // namespace

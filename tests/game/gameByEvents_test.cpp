@@ -275,6 +275,7 @@ class OneFileBroken : public GameByEvents, public testing::WithParamInterface<Da
         for (const char *folder : {"sprites", "sounds"})
             for (const auto &entry : fs::directory_iterator(folder))
                 found.push_back(entry.path());
+        std::ranges::sort(found); // A process of its own has to find them in the same order.
         return found;
     }
 

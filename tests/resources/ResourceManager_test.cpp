@@ -81,7 +81,7 @@ TEST_F(Resources, a_file_that_cannot_be_read_is_refused_and_takes_no_place) {
         EXPECT_EQ(lastLine(),
                   "RM::loadSound(): Error! Cannot load sound from file '" + file + "'.");
         if (file == "cut.wav")
-            continue; // A track plays as far as it goes.
+            continue; // A track that is cut is loaded.
         EXPECT_EQ(resources.loadMusic(file, "m"), -1);
         EXPECT_EQ(lastLine(),
                   "RM::loadmusic(): Error! Cannot load music from file '" + file + "'.");
@@ -136,6 +136,13 @@ TEST_F(Resources, a_track_that_is_cut_short_is_loaded_with_a_warning) {
                                             "and may not play as it should.\n")
             << c.content.size();
     }
+    // A sound loses what is left of the frame, and is no sound if that was all.
+    EXPECT_EQ(resources.loadSound("track.wav", "s"), 0);
+    EXPECT_EQ(said(), "");
+    half_a_frame = test::waveFile({1});
+    half_a_frame[22] = 2;
+    writeFile("track.wav", half_a_frame);
+    EXPECT_EQ(resources.loadSound("track.wav", "s"), -1);
 }
 
 TEST_F(Resources, what_the_media_library_says_about_a_file_is_in_the_log) {
