@@ -82,7 +82,7 @@ constexpr char ruler[] = "-----------------------------------";
 } // namespace
 
 Config &Config::getInstance() {
-    static Config instance;
+    static Config &instance = *new Config;
     return instance;
 }
 

@@ -12,13 +12,12 @@
 namespace sv {
 
 LogManager &LogManager::getInstance() {
-    static LogManager instance;
+    static LogManager &instance = *new LogManager;
     return instance;
 }
 
 LogManager::LogManager() {
     setType("LogManager");
-    Config::getInstance(); // Read at every start, so it must outlive the log.
     if (const char *level = std::getenv(LOG_LEVEL_VARIABLE))
         log_level = parseInt(level);
 }

@@ -82,7 +82,7 @@ int nextShake(int scale) {
 } // namespace
 
 DisplayManager &DisplayManager::getInstance() {
-    static DisplayManager instance;
+    static DisplayManager &instance = *new DisplayManager;
     return instance;
 }
 
@@ -123,6 +123,7 @@ int DisplayManager::takeSizes() {
 }
 
 int DisplayManager::openWindow() {
+    closeAtExit();
     const Config &config = Config::getInstance();
     const platform::DisplayCheck display;
     if (display.obstacle() != nullptr)
@@ -180,7 +181,13 @@ int DisplayManager::prepareCells() {
     return 0;
 }
 
-void DisplayManager::shutDown() {
+/// A process that ends without a shut-down gives a full screen its old mode back, too.
+void DisplayManager::closeAtExit() {
+    static const int registered = std::atexit([] { getInstance().closeWindow(); });
+    static_cast<void>(registered);
+}
+
+void DisplayManager::closeWindow() {
     // What lies in the graphics card's memory goes while the window is still there.
     cells.reset();
     p_text.reset();
@@ -189,6 +196,10 @@ void DisplayManager::shutDown() {
     if (p_window)
         p_window->close();
     p_window.reset();
+}
+
+void DisplayManager::shutDown() {
+    closeWindow();
     setShake(0, 0, 0);
     shake_x = 0;
     shake_y = 0;

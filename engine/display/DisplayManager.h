@@ -89,6 +89,8 @@ class DisplayManager : public Manager {
 
     int takeSizes();
     int openWindow();
+    void closeWindow();
+    static void closeAtExit();
     int prepareCells();
     void shakeCells();
     int refuseUnstarted() const;

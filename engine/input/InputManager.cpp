@@ -45,7 +45,7 @@ EventMouse mouseEvent(EventMouseAction action, EventMouseButton button, int x, i
 } // namespace
 
 InputManager &InputManager::getInstance() {
-    static InputManager instance;
+    static InputManager &instance = *new InputManager;
     return instance;
 }
 

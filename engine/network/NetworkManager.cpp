@@ -29,7 +29,7 @@ int logUncounted() {
 } // namespace
 
 NetworkManager &NetworkManager::getInstance() {
-    static NetworkManager instance;
+    static NetworkManager &instance = *new NetworkManager;
     return instance;
 }
 

@@ -27,8 +27,6 @@ inline constexpr int timer_period_refused = 97;
 /// Wall clock, sleep and timer resolution.
 class TimeSource {
   public:
-    virtual ~TimeSource() = default;
-
     virtual UtcTime utcNow() = 0;
 
     /// Writes the local calendar time to `local`; false if it cannot be had.
@@ -42,6 +40,11 @@ class TimeSource {
     /// given back with endTimerPeriod.
     virtual int beginTimerPeriod(unsigned milliseconds) = 0;
     virtual int endTimerPeriod(unsigned milliseconds) = 0;
+
+  protected:
+    // Nobody deletes one through this class, and with a virtual destructor the system's own would
+    // be gone at the end of the process while globals still log.
+    ~TimeSource() = default;
 };
 
 /// The system's own time source, whichever is in use.

@@ -79,7 +79,7 @@ void logFrames(const Sprite &sprite) {
 } // namespace
 
 ResourceManager &ResourceManager::getInstance() {
-    static ResourceManager instance;
+    static ResourceManager &instance = *new ResourceManager;
     return instance;
 }
 

@@ -11,7 +11,7 @@ namespace test {
 class ManualTime final : public sv::platform::TimeSource {
   public:
     ManualTime() { sv::platform::setTimeSource(this); }
-    ~ManualTime() override { sv::platform::setTimeSource(nullptr); }
+    ~ManualTime() { sv::platform::setTimeSource(nullptr); }
     ManualTime(const ManualTime &) = delete;
     ManualTime &operator=(const ManualTime &) = delete;
 

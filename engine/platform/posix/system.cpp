@@ -55,7 +55,7 @@ class SystemTime final : public TimeSource {
     int endTimerPeriod(unsigned) override { return 0; }
 };
 
-// There before main() and until the managers, which are made later, are gone: one may still log.
+// There before main() and after it: a global's constructor or destructor may log.
 constinit SystemTime system_time;
 
 } // namespace

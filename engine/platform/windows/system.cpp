@@ -40,7 +40,7 @@ class SystemTime final : public TimeSource {
     }
 };
 
-// There before main() and until the managers, which are made later, are gone: one may still log.
+// There before main() and after it: a global's constructor or destructor may log.
 constinit SystemTime system_time;
 
 } // namespace
