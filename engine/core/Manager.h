@@ -1,8 +1,9 @@
 /// What every manager has: a name for the log, a started flag, and for each event type that it
 /// delivers the objects that asked for it.
 ///
-/// A manager is a single instance of its process, reached through its own getInstance(), built on
-/// first use and destroyed at exit. It borrows the objects. Game-loop thread only.
+/// A manager of the engine is a single instance of its process, reached through its own
+/// getInstance(), built on first use and never destroyed, so that globals may use it before main()
+/// and after it. It borrows the objects, and forgets one that is destroyed. Game-loop thread only.
 #pragma once
 
 #include "core/ObjectList.h"
@@ -23,7 +24,7 @@ class Manager {
     /// Whether this manager delivers events of that type. The base delivers none.
     virtual bool isValid(const std::string &event_type) const;
 
-    virtual ~Manager() = default;
+    virtual ~Manager();
 
     /// 0 on success. The base also answers 0, with a warning, when it is started already.
     virtual int startUp();
@@ -40,21 +41,27 @@ class Manager {
 
     /// Gives the event to the handler of every active object that is interested in its type, in
     /// the order of registration, and returns how many were called. The receivers are those of the
-    /// moment it begins: a handler may register and unregister whom it likes. Only a type that
-    /// loses its last object meanwhile and finds one again counts as new, and may be told once
-    /// more.
+    /// moment it begins: a handler may register and unregister whom it likes, and one that is
+    /// destroyed meanwhile is not called. Only a type that loses its last object meanwhile and
+    /// finds one again counts as new, and may be told once more.
+    ///
+    /// 0, with a line in the log, for null, and where handlers send events from within events
+    /// NestingLimit::MOST deep.
     int onEvent(const Event *p_event);
 
     /// Adds an object to those that are told of events of that type; one that registers twice is
-    /// told twice. 0, or -1 if the type is not this manager's, if the object is null, or if
+    /// told twice. 0, or -1 if the type is not this manager's, if the object is null or dead, or if
     /// MAX_EVENTS types are in use already.
     int registerInterest(Object *p_o, const std::string &event_type);
 
     /// Takes back one registration; 0, or -1 if there is none.
     int unregisterInterest(Object *p_o, const std::string &event_type);
 
+    /// Called when an object is destroyed: no manager, a game's own included, keeps it.
+    static void forgetEverywhere(const Object *p_o);
+
   protected:
-    Manager() = default;
+    Manager();
 
     /// Logs that this manager is started already and returns -1.
     int refuseSecondStart() const;
@@ -66,6 +73,9 @@ class Manager {
     };
 
     std::vector<Interest>::iterator findInterest(const std::string &event_type);
+    int deliver(const Event *p_event, const std::string &event_type);
+    int addInterest(Object *p_o, const std::string &event_type);
+    void forget(const Object *p_o);
 
     std::string type = "Manager";
     // In the order of first registration, never one without objects.

@@ -41,6 +41,8 @@ class ObjectList {
     auto end() const { return objects.end(); }
 
   private:
+    friend class ObjectWatch;
+
     std::vector<Object *> objects;
 };
 

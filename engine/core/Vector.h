@@ -24,6 +24,11 @@ constexpr Vector operator*(Vector v, float factor) {
     return {v.x * factor, v.y * factor};
 }
 
+/// Whether neither component is infinite or no number at all.
+inline bool isFinite(Vector v) {
+    return std::isfinite(v.x) && std::isfinite(v.y);
+}
+
 inline float length(Vector v) {
     return std::sqrt(v.x * v.x + v.y * v.y);
 }

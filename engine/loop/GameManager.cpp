@@ -4,6 +4,7 @@
 #include "core/Config.h"
 #include "core/EventStep.h"
 #include "core/LogManager.h"
+#include "core/ObjectWatch.h"
 #include "display/DisplayManager.h"
 #include "input/InputManager.h"
 #include "loop/FramePace.h"
@@ -16,6 +17,7 @@
 #include <array>
 #include <cstdlib>
 #include <ctime>
+#include <utility>
 
 namespace sv {
 
@@ -25,7 +27,6 @@ constexpr double engine_version = 4.18;
 constexpr char ruler[] = "****************************************************";
 constexpr unsigned timer_period_ms = 1;
 constexpr int unseeded = -1;
-constexpr float one_third = 0.33333334F;
 
 /// A manager between the log, which is up before it and longer, and the game loop.
 struct Managed {
@@ -73,9 +74,15 @@ void fitWorldToWindow() {
                      static_cast<float>(display.getHorizontal()),
                      static_cast<float>(display.getVertical())};
     WorldManager &world = WorldManager::getInstance();
-    world.setBoundary(window);
-    world.setView(window);
-    world.setViewSlack({one_third, one_third});
+    world.setWindow(window);
+    world.fitToWindow();
+}
+
+/// At the end of the process no handler is running any more, even if one has called exit(): a
+/// global's destructor may still stop the engine.
+void endHandlersAtExit() {
+    static const int registered = std::atexit(ObjectWatch::endAll);
+    static_cast<void>(registered);
 }
 
 void seedRandom() {
@@ -91,16 +98,12 @@ void seedRandom() {
 } // namespace
 
 GameManager &GameManager::getInstance() {
-    static GameManager instance;
+    static GameManager &instance = *new GameManager;
     return instance;
 }
 
 GameManager::GameManager() {
     setType("GameManager");
-    // Statics die in the reverse order of their making: the managers outlive the game manager, and
-    // the log outlives them all.
-    LogManager::getInstance();
-    managedInOrder();
 }
 
 bool GameManager::isValid(const std::string &event_type) const {
@@ -110,6 +113,10 @@ bool GameManager::isValid(const std::string &event_type) const {
 int GameManager::startUp() {
     if (isStarted())
         return refuseSecondStart();
+    if (is_start_failed)
+        shutDown();
+    is_start_failed = true; // Until it has not.
+    is_stopped_by_run = false;
     Config &config = Config::getInstance();
     config.loadConfig("");
     LogManager &log = LogManager::getInstance();
@@ -130,6 +137,7 @@ int GameManager::startUp() {
         log.writeLog(1, "GameManager()::startUp(): Warning!  timeBeginPeriod() cannot accept 1 "
                         "msec.");
     game_over = false;
+    is_start_failed = false;
     Manager::startUp();
     log.writeLog(1, "GameManager successfully started.");
     return 0;
@@ -147,7 +155,19 @@ int GameManager::startManagers() {
 }
 
 void GameManager::shutDown() {
+    if (is_stopping)
+        return; // A destructor asks for what is under way.
     game_over = true;
+    if (ObjectWatch::isAny())
+        is_stop_wanted = true;
+    else if (!std::exchange(is_stopped_by_run, false))
+        stopManagers();
+}
+
+void GameManager::stopManagers() {
+    is_stopping = true;
+    is_stop_wanted = false;
+    is_start_failed = false;
     LogManager &log = LogManager::getInstance();
     if (platform::timeSource().endTimerPeriod(timer_period_ms) == platform::timer_period_refused)
         log.writeLog(1,
@@ -164,9 +184,31 @@ void GameManager::shutDown() {
     log.writeLog("** Game engine stopped **");
     log.shutDown();
     Manager::shutDown();
+    WorldManager::getInstance().setWindow({});
+    is_stopping = false;
 }
 
 void GameManager::run() {
+    if (!isStarted()) {
+        logFailure(
+            "GameManager::run(): Error! The engine is not started. Does startUp() return 0?");
+        return;
+    }
+    if (ObjectWatch::isAny()) {
+        logFailure("GameManager::run(): Error! Called from a handler, draw() or destructor of an "
+                   "object. Ignored. The loop that called it goes on.");
+        return;
+    }
+    endHandlersAtExit();
+    if (!is_stop_wanted)
+        runLoop();
+    if (is_stop_wanted) {
+        stopManagers();
+        is_stopped_by_run = true;
+    }
+}
+
+void GameManager::runLoop() {
     LogManager &log = LogManager::getInstance();
     Clock clock;
     log.writeLog(1, "GameManager::run(): starting game loop");

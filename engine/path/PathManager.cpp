@@ -2,6 +2,7 @@
 
 #include "core/Clock.h"
 #include "core/LogManager.h"
+#include "core/ObjectWatch.h"
 #include "loop/GameManager.h"
 #include "path/PathFind.h"
 #include "world/EventPath.h"
@@ -40,7 +41,7 @@ class PathManager::Budget {
 };
 
 PathManager &PathManager::getInstance() {
-    static PathManager instance;
+    static PathManager &instance = *new PathManager;
     return instance;
 }
 
@@ -90,6 +91,7 @@ void PathManager::deliver(PathFind *p_search, int status) {
     const EventPath result(status, p_search->getPath());
     remove(p_search);
     const Object *outer = std::exchange(told, p_o);
+    const ObjectWatch handlers;
     p_o->eventHandler(&result);
     told = outer;
 }

@@ -3,6 +3,7 @@
 #include "core/Config.h"
 #include "core/Event.h"
 #include "core/LogManager.h"
+#include "core/ObjectWatch.h"
 #include "loop/GameManager.h"
 #include "resources/Sprite.h"
 #include "splash/SplashSelvane.h"
@@ -32,6 +33,9 @@ int splash() {
     if (!game.isStarted())
         return logFailure(
             "splash(): Error! Cannot run splash screen until game manger is started.");
+    if (ObjectWatch::isAny())
+        return logFailure("splash(): Error! Called from a handler, draw() or destructor of an "
+                          "object. Ignored. It has its place before run().");
     new Splash;
     game.run();
 

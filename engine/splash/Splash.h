@@ -14,7 +14,7 @@ class Sprite;
 
 /// Shows the title sequence: runs the game loop until the game is over, which is what the end of
 /// the sequence, any key, and closing the window make it. The flag stays set, and nothing of the
-/// sequence is left in the world. 0, or -1 if the game manager is not started.
+/// sequence is left in the world. 0, or -1 if the game manager is not started, or from a handler.
 int splash();
 
 /// The banner.

@@ -2,6 +2,7 @@
 
 #include "core/Event.h"
 #include "core/LogManager.h"
+#include "core/ObjectWatch.h"
 #include "input/InputManager.h"
 #include "loop/GameManager.h"
 #include "network/NetworkManager.h"
@@ -47,7 +48,7 @@ Manager &managerOf(const std::string &event_type) {
 
 Object::Object() : id(takeNextId()) {
     shape.setType(UNDEFINED_SHAPE);
-    WorldManager::getInstance().insertObject(this);
+    WorldManager::getInstance().greet(this, claimNewBlock());
 }
 
 Object::~Object() {
@@ -57,7 +58,10 @@ Object::~Object() {
             event_name.pop_back();
     }
     dropPathFind();
-    WorldManager::getInstance().removeObject(this);
+    WorldManager::getInstance().bury(this);
+    if (registrations > 0)
+        Manager::forgetEverywhere(this);
+    ObjectWatch::forget(this);
 }
 
 int Object::eventHandler(const Event *p_event) {
@@ -109,7 +113,8 @@ void Object::setId(int new_id) {
 void Object::setType(const std::string &new_type) {
     // Stored whatever the scene graph says: an inactive object is not filed by its type, and must
     // be able to change it.
-    sceneGraph().updateType(this, new_type);
+    if (isFiled())
+        sceneGraph().updateType(this, new_type);
     type = new_type;
     setModified(Attribute::TYPE);
 }
@@ -117,7 +122,7 @@ void Object::setType(const std::string &new_type) {
 int Object::setActive(bool new_is_active) {
     if (new_is_active == is_active)
         return 0;
-    if (sceneGraph().updateActive(this, new_is_active) != 0)
+    if (isFiled() && sceneGraph().updateActive(this, new_is_active) != 0)
         return -1;
     is_active = new_is_active;
     setModified(Attribute::ACTIVE);
@@ -127,7 +132,7 @@ int Object::setActive(bool new_is_active) {
 int Object::setVisible(bool new_is_visible) {
     if (new_is_visible == is_visible)
         return 0;
-    if (sceneGraph().updateVisible(this, new_is_visible) != 0)
+    if (isFiled() && sceneGraph().updateVisible(this, new_is_visible) != 0)
         return -1;
     is_visible = new_is_visible;
     setModified(Attribute::VISIBLE);
@@ -140,7 +145,7 @@ int Object::setAltitude(int new_altitude) {
     if (new_altitude < 0 || new_altitude > MAX_ALTITUDE)
         return logFailure("Object::setAltitude(): Altitude %d not in range [%d,%d].  Ignored.",
                           new_altitude, 0, MAX_ALTITUDE);
-    if (sceneGraph().updateAltitude(this, new_altitude) != 0)
+    if (isFiled() && sceneGraph().updateAltitude(this, new_altitude) != 0)
         return -1;
     altitude = new_altitude;
     setModified(Attribute::ALTITUDE);
@@ -153,7 +158,7 @@ int Object::setSolidness(Solidness new_solidness) {
     if (new_solidness < HARD || new_solidness > SPECTRAL)
         return logFailure("Object::setSolidness(): Solidness %d not one of HARD, SOFT or SPECTRAL.",
                           int{new_solidness});
-    if (sceneGraph().updateSolidness(this, new_solidness) != 0)
+    if (isFiled() && sceneGraph().updateSolidness(this, new_solidness) != 0)
         return -1;
     solidness = new_solidness;
     setModified(Attribute::SOLIDNESS);
@@ -164,40 +169,72 @@ int Object::setBox(const Box &new_box) {
     return new_box == box ? 0 : refile(new_box);
 }
 
-/// Files the object anew under its new box: a scene graph may keep it by where it reaches.
+/// Files the object anew under its new box: a scene graph may keep it by where it reaches. One that
+/// the world has refused stays out of it.
 int Object::refile(const Box &new_box) {
+    setModified(Attribute::BOX);
+    if (!isFiled()) {
+        box = new_box;
+        return 0;
+    }
     sceneGraph().removeObject(this);
     box = new_box;
-    const int result = sceneGraph().insertObject(this);
-    setModified(Attribute::BOX);
-    return result;
+    return sceneGraph().insertObject(this);
 }
 
 int Object::setPosition(Vector new_position) {
     if (new_position == position)
         return 0;
+    if (isRefused("position", new_position))
+        return -1;
     sceneGraph().updatePosition(this, new_position);
     position = new_position;
     setModified(Attribute::POSITION);
     return 0;
 }
 
+/// Numbers that are none, or infinite, spread to whatever they meet and never leave it.
+bool Object::isRefused(const char *name, Vector value) {
+    if (isFinite(value))
+        return false;
+    if (isNews(Notice::NOT_FINITE))
+        logFailure("Object: Warning! Object %d: %s (%g, %g) refused.", id, name, double{value.x},
+                   double{value.y});
+    return true;
+}
+
+bool Object::isNews(Notice notice) {
+    const auto flag = static_cast<std::size_t>(notice);
+    const bool is_news = !said.test(flag);
+    said.set(flag);
+    return is_news;
+}
+
 void Object::setDirection(Vector new_direction) {
+    if (isRefused("direction", new_direction))
+        return;
     direction = new_direction;
     setModified(Attribute::DIRECTION);
 }
 
 void Object::setSpeed(float new_speed) {
+    if (isRefused("speed", {new_speed, 0}))
+        return;
     speed = new_speed;
     setModified(Attribute::SPEED);
 }
 
 void Object::setVelocity(Vector velocity) {
-    setSpeed(length(velocity));
+    const float new_speed = length(velocity);
+    if (isRefused("velocity", velocity) || isRefused("speed", {new_speed, 0}))
+        return;
+    setSpeed(new_speed);
     setDirection(normalized(velocity));
 }
 
 void Object::setAcceleration(Vector new_acceleration) {
+    if (isRefused("acceleration", new_acceleration))
+        return;
     acceleration = new_acceleration;
     setModified(Attribute::ACCELERATION);
 }
@@ -240,6 +277,9 @@ void Object::setShape(const Shape &new_shape) {
 }
 
 void Object::setPath(const Path &new_path) {
+    for (const Vector waypoint : new_path.waypoints)
+        if (isRefused("waypoint", waypoint))
+            return;
     path = new_path;
     setModified(Attribute::PATH);
 }
@@ -258,6 +298,10 @@ int Object::findPath(Vector to) {
 int Object::findPath(const Object *p_target) {
     if (!p_target)
         return logFailure("Object::findPath(): Warning! Object %d has no target.", id);
+    if (!WorldManager::getInstance().isLiving(p_target))
+        return logFailure("Object::findPath(): Warning! The target of Object %d, %p, is no living "
+                          "object. Ignored.",
+                          id, static_cast<const void *>(p_target));
     return startSearch(p_target->getPosition(), p_target);
 }
 
@@ -275,14 +319,24 @@ int Object::startSearch(Vector to, const Object *p_target) {
 }
 
 int Object::registerInterest(const std::string &event_type) {
-    if (event_name.size() >= MAX_OBJ_EVENTS)
-        return logFailure("Object::registerInterest(): maximum (%d) reached, cannot register for "
-                          "event '%s'",
-                          MAX_OBJ_EVENTS, event_type.c_str());
+    if (event_name.size() >= MAX_OBJ_EVENTS) {
+        if (isNews(Notice::TOO_MANY_EVENTS))
+            logFailure("Object::registerInterest(): maximum (%d) reached, cannot register for "
+                       "event '%s'",
+                       MAX_OBJ_EVENTS, event_type.c_str());
+        return -1;
+    }
+    const bool is_registered =
+        std::find(event_name.begin(), event_name.end(), event_type) != event_name.end();
     if (managerOf(event_type).registerInterest(this, event_type) != 0)
         return -1;
     event_name.push_back(event_type);
     setModified(Attribute::EVENTS);
+    if (is_registered && isNews(Notice::TOLD_TWICE))
+        LogManager::getInstance().writeLog(
+            "Object::registerInterest(): Warning! Object %d has registered for '%s' before, and is "
+            "told of it once more each time.",
+            id, event_type.c_str());
     return 0;
 }
 
@@ -332,9 +386,8 @@ void Object::dropWaypoints(std::size_t count) {
 
 /// Once for each object: it may stand there for as long as the game runs.
 void Object::sayIfStill() {
-    if (speed != 0 || stillness_is_said)
+    if (speed != 0 || !isNews(Notice::NO_SPEED))
         return;
-    stillness_is_said = true;
     LogManager::getInstance().writeLog(
         "Object::stepPath(): Warning! Object %d follows a path with speed 0.", id);
 }

@@ -3,7 +3,9 @@
 ///
 /// An object files itself with the world manager when it is made and takes itself out when it is
 /// destroyed. Game code makes one with `new` and never deletes it: the world manager does, after
-/// WorldManager::markForDelete() or at its shut-down. Game-loop thread only.
+/// WorldManager::markForDelete() or at its shut-down. One that is a variable or a member lives in
+/// the world like the others and is taken out instead; an object in a std::unique_ptr would be
+/// deleted twice. Game-loop thread only.
 #pragma once
 
 #include "core/Box.h"
@@ -15,6 +17,7 @@
 #include <bitset>
 #include <cstddef>
 #include <memory>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -66,7 +69,9 @@ class Object {
     virtual ~Object();
 
     /// In cells of the world. Moves the object and nothing else: no collision, no "sv-out", no view
-    /// that follows; WorldManager::moveObject() has those. Returns 0.
+    /// that follows; WorldManager::moveObject() has those. 0, or -1 for a position that is not
+    /// finite; here and in the other setters, the object then keeps what it had, and the first time
+    /// the log says so.
     virtual int setPosition(Vector new_position);
 
     /// Receives an event, which is gone when the handler has returned; 1 if it was handled, 0 if
@@ -94,6 +99,18 @@ class Object {
     Object(const Object &) = delete;
     Object &operator=(const Object &) = delete;
 
+    // What C++ has for `new`, except that the world learns which objects it may delete. An array of
+    // objects is none of them, and does not compile.
+    static void *operator new(std::size_t size);
+    static void *operator new(std::size_t size, const std::nothrow_t &) noexcept;
+    static void *operator new(std::size_t size, std::align_val_t alignment);
+    static void *operator new(std::size_t /*size*/, void *place) noexcept { return place; }
+    static void *operator new[](std::size_t size) = delete;
+    static void operator delete(void *p_block) noexcept;
+    static void operator delete(void *p_block, const std::nothrow_t &) noexcept;
+    static void operator delete(void *p_block, std::align_val_t alignment) noexcept;
+    static void operator delete(void * /*p_block*/, void * /*place*/) noexcept {}
+
     /// From 1 in the order of making. Objects made after this one get ids above `new_id`.
     void setId(int new_id);
     int getId() const { return id; }
@@ -104,7 +121,10 @@ class Object {
     // The setters below change nothing if the value is the one it has. They answer 0, or -1 if the
     // value is out of range or the scene graph refuses; the object then keeps what it had.
 
-    /// An inactive object is neither moved, collided with nor drawn, and gets no events.
+    /// An inactive object is neither moved, collided with nor drawn, and gets no events. One that
+    /// becomes inactive while a step moves it still ends that move, and one that is marked for
+    /// deletion lives, moves and collides on until the step ends: to leave the stage at once, do
+    /// both.
     int setActive(bool new_is_active);
     bool isActive() const { return is_active; }
 
@@ -121,11 +141,12 @@ class Object {
     bool isSolid() const { return solidness == HARD || solidness == SOFT; }
 
     /// Relative to the position. Default: corner (-0.5, -0.5), 0.99 by 0.99, just short of touching
-    /// the neighbouring cells.
+    /// the neighbouring cells. A new box brings the object to the front of its altitude: it is
+    /// drawn after the others there.
     int setBox(const Box &new_box);
     const Box &getBox() const { return box; }
 
-    // From here on setters store what they are given.
+    // From here on setters store what they are given, if its numbers are finite.
 
     Vector getPosition() const { return position; }
 
@@ -191,8 +212,9 @@ class Object {
     /// Gives up its search for a path, if there is one: no event will come.
     void dropPathFind();
 
-    /// Asks for events of that type, from the manager that delivers them. 0, or -1 if that manager
-    /// does not, or if it has MAX_OBJ_EVENTS interests already.
+    /// Asks for events of that type, from the manager that delivers them. One that asks twice is
+    /// told twice, and the log says so once. 0, or -1 if that manager does not, or if it has
+    /// MAX_OBJ_EVENTS interests already.
     int registerInterest(const std::string &event_type);
 
     /// 0, or -1 if it was not registered.
@@ -210,6 +232,16 @@ class Object {
     void stepAcceleration();
 
   private:
+    friend class Manager;    // Counts its registrations.
+    friend class SceneGraph; // Counts its filings.
+
+    /// What the log says once for each object, since it may be true in every step.
+    enum class Notice { NO_SPEED, NOT_FINITE, TOLD_TWICE, TOO_MANY_EVENTS };
+
+    bool claimNewBlock() const;
+    bool isNews(Notice notice);
+    bool isRefused(const char *name, Vector value);
+    bool isFiled() const { return filings > 0; }
     void setModified(Attribute attribute) { modified.set(static_cast<std::size_t>(attribute)); }
     int refile(const Box &new_box);
     void dropWaypoints(std::size_t count);
@@ -236,8 +268,10 @@ class Object {
     std::unique_ptr<PathFind, PathFindDeleter> path_finder; // A search under way.
     Path path;
     bool follow_path = false;
-    bool stillness_is_said = false; // That it has a path to follow, and no speed.
     bool avoid_collisions = false;
+    std::bitset<4> said;   // By Notice.
+    int registrations = 0; // With all managers, those included that the game made directly.
+    int filings = 0;       // How often a scene graph has it: 0 if the world refused it.
 };
 
 } // namespace sv

@@ -4,6 +4,9 @@
 #include "loop/GameManager.h"
 #include "world/geometry.h"
 
+#include <algorithm>
+#include <new>
+
 namespace sv {
 
 namespace {
@@ -37,6 +40,7 @@ void SceneGraph::shutDown() {
 }
 
 int SceneGraph::insertObject(Object *p_o) {
+    ++p_o->filings;
     if (!p_o->isActive())
         return inactive_objects.insert(p_o);
     if (objects.insert(p_o) != 0)
@@ -64,9 +68,12 @@ int SceneGraph::insertObject(Object *p_o) {
 }
 
 int SceneGraph::removeObject(Object *p_o) {
-    if (remove(p_o) == 0)
+    const bool is_removed = remove(p_o) == 0;
+    if (!is_removed || p_o->filings > 1)
+        removeEverywhere(p_o);
+    p_o->filings = std::max(0, p_o->filings - 1);
+    if (is_removed)
         return 0;
-    removeEverywhere(p_o);
     return logFailure("SceneGraph::removeObject(): Error removing Object (id %d)! Pointer is %p.",
                       p_o->getId(), static_cast<const void *>(p_o));
 }
@@ -84,8 +91,8 @@ int SceneGraph::remove(Object *p_o) {
     return sum;
 }
 
-/// An object that was not filed as its fields say may stand in a list that they do not name, and
-/// a list must not outlive it.
+/// An object that was not filed as its fields say, or more than once, may stand in a list that
+/// remove() has not looked through to the end, and a list must not keep what is gone.
 void SceneGraph::removeEverywhere(const Object *p_o) {
     const auto purge = [p_o](ObjectList &list) {
         while (list.remove(p_o) == 0) {
@@ -224,7 +231,11 @@ ObjectList SceneGraph::getCollisions(const Object *p_o, Vector where) const {
 }
 
 int SceneGraph::insertIntoType(Object *p_o, const std::string &type) {
-    return types[type].insert(p_o);
+    try {
+        return types[type].insert(p_o);
+    } catch (const std::bad_alloc &) {
+        return -1;
+    }
 }
 
 int SceneGraph::removeFromType(Object *p_o, const std::string &type) {

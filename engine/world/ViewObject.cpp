@@ -68,9 +68,11 @@ void ViewObject::setLocation(int new_location) {
 int ViewObject::setPosition(Vector new_position) {
     if (new_position == getPosition())
         return 0;
+    if (Object::setPosition(new_position) != 0)
+        return -1;
     location = FREE_PLACEMENT;
     setModified(ViewAttribute::LOCATION);
-    return Object::setPosition(new_position);
+    return 0;
 }
 
 void ViewObject::setBorder(bool new_border) {

@@ -1,6 +1,8 @@
 // How the world manager moves an object: whom it meets, who is told, and when it stays.
 
 #include "core/LogManager.h"
+#include "core/NestingLimit.h"
+#include "core/ObjectWatch.h"
 #include "world/EventCollision.h"
 #include "world/EventOut.h"
 #include "world/Object.h"
@@ -9,10 +11,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace sv {
 
 namespace {
+
+NestingLimit nested_moves;
 
 Object *firstHard(const ObjectList &list) {
     const auto found = std::find_if(list.begin(), list.end(),
@@ -37,14 +42,21 @@ bool stops(const Object *p_mover, const Object *p_other) {
     return p_mover->getNoSoft() && p_other->getSolidness() == SOFT;
 }
 
-/// Tells both sides of each collision, also after one has stopped the mover; false if one did.
-bool collide(Object *p_o, const ObjectList &list, Vector where) {
+/// Tells both sides of each collision, also after one has stopped the mover; false if one did, or
+/// if the mover is gone. Who is gone is not told, nor is the other side of its collision.
+bool collide(Object *const &p_o, ObjectList list, Vector where) {
+    const ObjectWatch watch(list);
     bool do_move = true;
-    for (Object *p_other : list) {
+    for (Object *const &p_other : list) {
+        if (!p_other)
+            continue;
         const EventCollision collision(p_o, p_other, where);
         p_o->eventHandler(&collision);
-        p_other->eventHandler(&collision);
-        if (stops(p_o, p_other))
+        if (p_o && p_other)
+            p_other->eventHandler(&collision);
+        if (!p_o)
+            return false;
+        if (p_other && stops(p_o, p_other))
             do_move = false;
     }
     return do_move;
@@ -53,7 +65,7 @@ bool collide(Object *p_o, const ObjectList &list, Vector where) {
 } // namespace
 
 /// False if the object stays where it is; otherwise `where` is where it comes to stand.
-bool WorldManager::resolveCollisions(Object *p_o, Vector &where) const {
+bool WorldManager::resolveCollisions(Object *const &p_o, Vector &where) const {
     if (!p_o->isSolid())
         return true;
     ObjectList list = getCollisions(p_o, where);
@@ -69,21 +81,41 @@ bool WorldManager::resolveCollisions(Object *p_o, Vector &where) const {
             }
         }
     }
-    return collide(p_o, list, where);
+    return collide(p_o, std::move(list), where);
 }
 
 int WorldManager::moveObject(Object *p_o, Vector where) {
+    if (!isLiving(p_o))
+        return refuseDead("moveObject", p_o);
+    return moveLiving(p_o, where);
+}
+
+int WorldManager::moveLiving(Object *p_o, Vector where) {
+    if (!isFinite(where))
+        return p_o->Object::setPosition(where); // Which refuses it.
+    const NestingLimit::Call call(nested_moves);
+    if (call.isRefused()) {
+        if (nested_moves.isNews())
+            logFailure(
+                "WorldManager::moveObject(): Error! %d moves are under way, each made from a "
+                "handler or setPosition() of the one before. Ignored.",
+                NestingLimit::MOST);
+        return -1;
+    }
+    const ObjectWatch watch(p_o);
     if (!resolveCollisions(p_o, where))
         return -1;
 
     const Box before = getWorldBox(p_o);
     p_o->setPosition(where);
+    if (!p_o)
+        return -1;
     const Box after = getWorldBox(p_o);
     if (boxIntersectsBox(before, boundary) && !boxIntersectsBox(after, boundary)) {
         const EventOut out;
         p_o->eventHandler(&out);
     }
-    if (p_o == view_following)
+    if (p_o && p_o == view_following)
         setViewPosition(followedCentre(view, view_slack, p_o->getPosition()));
     return 0;
 }

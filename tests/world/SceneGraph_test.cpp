@@ -126,16 +126,17 @@ TEST_F(SceneGraphTest, an_active_invisible_object_cannot_change_its_altitude) {
     EXPECT_EQ(countOf(graph.visibleObjects(3), p_o), 1);
 }
 
-// An object made before the world is in no list. What its setters then leave behind must not
-// outlive it, or the world's shut-down deletes it twice.
+// An object made before the world is in no list. What is then done to it in the scene graph must
+// not outlive it, or the world's shut-down deletes it twice.
 TEST_F(SceneGraphTest, an_object_that_was_never_filed_leaves_nothing_behind) {
     world.shutDown();
     auto stray = std::make_unique<Object>();
     ASSERT_EQ(world.startUp(), 0);
     stray->setType("Stray");
-    EXPECT_EQ(stray->setActive(false), -1);
-    EXPECT_EQ(stray->setVisible(false), -1);
-    expectLogged({"SceneGraph::updateType(): Error! Unable to remove Object (1) type (Undefined)",
+    EXPECT_EQ(graph.updateType(stray.get(), "Other"), -1);
+    EXPECT_EQ(graph.updateActive(stray.get(), false), -1);
+    EXPECT_EQ(graph.updateVisible(stray.get(), false), -1);
+    expectLogged({"SceneGraph::updateType(): Error! Unable to remove Object (1) type Stray",
                   "SceneGraph::updateVisible(): unable to remove visible object (Stray)",
                   "SceneGraph::updateActive(): remove object (Stray) failed for objects!",
                   "SceneGraph::updateActive(): remove visible object (Stray) failed for "

@@ -1,0 +1,47 @@
+/// Ends a recursion that runs through a game's handlers and has no end of its own. No game nests
+/// calls this deep on purpose, and the stack still has room here.
+///
+/// Beyond the limit every call is refused until the outermost one has returned: with two handlers
+/// that each call twice, refusing the deepest calls alone would leave 2^100 of them.
+#pragma once
+
+namespace sv {
+
+class NestingLimit {
+  public:
+    static constexpr int MOST = 100;
+
+    /// One call, while it lives.
+    class Call {
+      public:
+        explicit Call(NestingLimit &new_limit) : limit(new_limit) {
+            ++limit.depth;
+            limit.is_reached = limit.is_reached || limit.depth > MOST;
+        }
+        ~Call() {
+            --limit.depth;
+            limit.is_reached = limit.is_reached && limit.depth > 0;
+        }
+        Call(const Call &) = delete;
+        Call &operator=(const Call &) = delete;
+
+        bool isRefused() const { return limit.is_reached; }
+
+      private:
+        NestingLimit &limit;
+    };
+
+    /// True the first time: what is refused in every step needs no line in every step.
+    bool isNews() {
+        const bool is_news = !is_said;
+        is_said = true;
+        return is_news;
+    }
+
+  private:
+    int depth = 0;
+    bool is_reached = false;
+    bool is_said = false;
+};
+
+} // namespace sv

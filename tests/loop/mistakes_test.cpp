@@ -1,0 +1,367 @@
+// What a game's author gets wrong, and what the engine makes of it: a line in the log, and the game
+// goes on.
+
+#include "core/LogManager.h"
+#include "display/DisplayManager.h"
+#include "loop/GameManager.h"
+#include "splash/Splash.h"
+#include "support/EngineTest.h"
+#include "support/ManualTime.h"
+#include "world/EventCollision.h"
+#include "world/ViewObject.h"
+#include "world/WorldManager.h"
+
+#include <deque>
+#include <functional>
+#include <limits>
+#include <memory>
+
+namespace sv {
+namespace {
+
+constexpr char DRAWN[] = "drawn";
+constexpr char GONE[] = "gone";
+constexpr float INFINITE = std::numeric_limits<float>::infinity();
+constexpr float NO_NUMBER = std::numeric_limits<float>::quiet_NaN();
+
+GameManager &game() {
+    return GameManager::getInstance();
+}
+WorldManager &world() {
+    return WorldManager::getInstance();
+}
+
+/// Does one thing at one moment: at an event of that type, when drawn, or when it is destroyed.
+class Actor : public Object {
+  public:
+    Actor(std::string new_moment, std::function<void(Actor *)> new_action)
+        : moment(std::move(new_moment)), action(std::move(new_action)) {
+        setSolidness(moment == COLLISION_EVENT ? SOFT : SPECTRAL);
+        if (moment == STEP_EVENT || moment == "boom")
+            registerInterest(moment);
+        if (moment == OUT_EVENT)
+            setVelocity({-100, 0});
+    }
+    ~Actor() override { act(GONE); }
+    int eventHandler(const Event *p_event) override {
+        act(p_event->getType());
+        return 1;
+    }
+    int draw() override {
+        act(DRAWN);
+        return 0;
+    }
+
+  private:
+    // Nothing of this object after the action: it may be gone.
+    void act(const std::string &now) {
+        const auto copy = action;
+        if (now == moment)
+            copy(this);
+    }
+
+    std::string moment;
+    std::function<void(Actor *)> action;
+};
+
+class Mistakes : public test::EngineTest, public testing::WithParamInterface<std::string> {
+  protected:
+    Mistakes() {
+        writeFile("sv-config.txt", "headless:true,");
+        prepareLog();
+        EXPECT_EQ(game().startUp(), 0);
+        said();
+    }
+    ~Mistakes() override {
+        if (game().isStarted())
+            game().shutDown();
+    }
+
+    /// Two steps of the game.
+    static void play() {
+        int left = 2;
+        const Actor counter(STEP_EVENT, [&](Actor *) { game().setGameOver(--left <= 0); });
+        game().run();
+    }
+
+    /// Has the action done at the moment that the parameter names, and plays on.
+    static void playWith(const std::function<void(Actor *)> &action) {
+        auto *p_actor = new Actor(GetParam(), action);
+        if (GetParam() == COLLISION_EVENT) {
+            auto *p_mover = new Object; // Starts where the actor is, and stays in touch.
+            p_mover->setSolidness(SOFT);
+            p_mover->setVelocity({0.1F, 0});
+        }
+        if (GetParam() == GONE)
+            world().markForDelete(p_actor);
+        play();
+    }
+
+    test::ManualTime time;
+};
+
+constexpr auto each_moment = [] {
+    return testing::Values(STEP_EVENT, COLLISION_EVENT, OUT_EVENT, DRAWN, GONE);
+};
+using AtEachMoment = Mistakes;
+INSTANTIATE_TEST_SUITE_P(Moments, AtEachMoment, each_moment());
+
+TEST_P(AtEachMoment, shut_down_waits_for_the_step) {
+    playWith([](Actor *) { game().shutDown(); });
+    EXPECT_FALSE(game().isStarted());
+    EXPECT_FALSE(DisplayManager::getInstance().isStarted());
+    EXPECT_NE(said().find("** Game engine stopped **"), std::string::npos);
+    test::CapturedErrors errors;
+    game().shutDown();
+    EXPECT_EQ(errors.take(), "");
+    EXPECT_EQ(game().startUp(), 0);
+}
+
+TEST_P(AtEachMoment, what_the_step_does_is_refused) {
+    bool done = false;
+    playWith([&](Actor *) {
+        if (std::exchange(done, true))
+            return;
+        world().update();
+        world().draw();
+        world().deleteMarked();
+        world().shutDown();
+        game().run();
+        EXPECT_EQ(splash(), -1);
+    });
+    const std::string why = "(): Error! Called from a handler, draw() or destructor of an object. "
+                            "Ignored. ";
+    const std::string step = why + "The step that is under way does it.\n";
+    EXPECT_EQ(said(), "WorldManager::update" + step + "WorldManager::draw" + step +
+                          "WorldManager::deleteMarked" + step + "WorldManager::shutDown" + why +
+                          "GameManager::shutDown() waits for the end of the step.\n"
+                          "GameManager::run" +
+                          why + "The loop that called it goes on.\nsplash" + why +
+                          "It has its place before run().\n");
+}
+
+TEST_P(AtEachMoment, deleting_by_hand_survives) {
+    Object *p_next = nullptr;
+    playWith([&](Actor *) { delete std::exchange(p_next, nullptr); });
+    playWith([&](Actor *p_me) {
+        p_next = new Actor(GetParam(), [](Actor *) {}); // For the one before to delete.
+        if (GetParam() != GONE)
+            delete p_me;
+    });
+    play();
+    const std::size_t count = GetParam() == GONE ? 0 : 1; // A destructor may delete.
+    EXPECT_EQ(logLines().size(), 4 + count) << logText();
+    EXPECT_EQ(logText().find("in the middle of a step. Objects are deleted by "
+                             "WorldManager::markForDelete().") != std::string::npos,
+              count > 0);
+}
+
+using Mistake = Mistakes;
+
+TEST_F(Mistake, dead_objects_are_refused) {
+    auto *p_dead = new Object;
+    auto *p_alive = new Object;
+    delete p_dead;
+    EXPECT_EQ(world().markForDelete(p_dead), -1);
+    EXPECT_EQ(world().moveObject(p_dead, {3, 3}), -1);
+    EXPECT_EQ(world().insertObject(p_dead), -1);
+    EXPECT_EQ(world().removeObject(nullptr), -1);
+    EXPECT_EQ(world().setViewFollowing(p_dead), -1);
+    EXPECT_EQ(world().registerInterest(p_dead, "boom"), -1);
+    EXPECT_EQ(p_alive->findPath(p_dead), -1);
+    EXPECT_EQ(world().onEvent(nullptr), 0);
+    EXPECT_TRUE(world().getCollisions(nullptr, {}).isEmpty());
+    play();
+    EXPECT_EQ(logLines().size(), 4 + 9U) << logText();
+}
+
+TEST_F(Mistake, endless_recursion_ends) {
+    const auto push = [](Actor *p_me) { world().moveObject(p_me, p_me->getPosition()); };
+    const auto boom = [](Actor *) {
+        Event event;
+        event.setType("boom");
+        world().onEvent(&event);
+    };
+    // Two of each: with both calling on, 2^100 calls would be under way.
+    for (int i = 0; i < 2; ++i) {
+        new Actor("boom", boom);
+        new Actor(COLLISION_EVENT, push);
+    }
+    play();
+    for (Object *p_o : world().getAllObjects())
+        p_o->setVelocity({0.1F, 0});
+    play();
+    boom(nullptr);
+    const std::string log = said();
+    EXPECT_NE(log.find("moveObject(): Error! 100 moves are under way"), std::string::npos) << log;
+    EXPECT_NE(log.find("onEvent(): Error! 100 events are under way"), std::string::npos) << log;
+    EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 2) << log;
+}
+
+TEST_F(Mistake, a_setPosition_that_moves_ends) {
+    struct Runner : Object {
+        int setPosition(Vector v) override { return world().moveObject(this, v); }
+    };
+    auto *p_runner = new Runner;
+    p_runner->setVelocity({1, 0});
+    play();
+    EXPECT_EQ(p_runner->getPosition(), (Vector{1, 1}));
+}
+
+/// Counts those that live.
+struct Counted : Object {
+    Counted() { ++count; }
+    ~Counted() override { --count; }
+    static int count;
+};
+int Counted::count = 0;
+
+TEST_F(Mistake, what_new_has_not_made_is_not_deleted) {
+    struct Ship : Counted {
+        explicit Ship(Object *p_new_turret = nullptr) : p_turret(p_new_turret) { setType("Ship"); }
+        Object *p_turret;
+        Counted radar;
+    };
+    struct alignas(64) Tank : Counted {};
+    struct Wreck : Counted {
+        Wreck() { throw 1; }
+    };
+    const Ship stack;
+    const std::deque<Counted> deque(3);
+    const auto shared = std::make_shared<Counted>();
+    alignas(Counted) std::byte room[sizeof(Counted)];
+    auto *p_placed = new (room) Counted;
+    EXPECT_THROW(new Wreck, int);
+    new Ship(new Ship);
+    new (std::nothrow) Counted;
+    EXPECT_EQ(reinterpret_cast<std::uintptr_t>(new Tank) % 64, 0U);
+    EXPECT_EQ(Counted::count, 2 + 3 + 1 + 1 + 4 + 1 + 1);
+    world().markForDelete(shared.get());
+    play();
+    game().shutDown();
+    EXPECT_EQ(Counted::count, 2 + 3 + 1 + 1);
+    EXPECT_EQ(logText().find("not made by new"), logText().rfind("not made by new"));
+    EXPECT_NE(
+        logText().find("was not made by new, so it is not deleted but taken out of the world."),
+        std::string::npos);
+    ASSERT_EQ(game().startUp(), 0);
+    shared->setVelocity({1, 0});
+    play();
+    EXPECT_EQ(shared->getPosition(), (Vector{1, 1})) << "it is back in the world";
+    p_placed->~Counted();
+    EXPECT_EQ(logText().find("Error removing"), std::string::npos) << logText();
+}
+
+TEST_F(Mistake, refused_objects_stay_out) {
+    game().shutDown();
+    Counted early;
+    prepareLog();
+    ASSERT_EQ(game().startUp(), 0);
+    EXPECT_EQ(early.setBox({{0, 0}, 3, 3}), 0);
+    EXPECT_EQ(early.setActive(false), 0);
+    EXPECT_EQ(early.setActive(true), 0);
+    EXPECT_EQ(early.setAltitude(3), 0);
+    early.setType("Early");
+    early.setVelocity({1, 0});
+    play();
+    EXPECT_EQ(early.getPosition(), (Vector{1, 1}));
+    EXPECT_EQ(early.getAltitude(), 3);
+    EXPECT_TRUE(world().objectsOfType("Early").isEmpty());
+    EXPECT_EQ(world().insertObject(&early), 0) << "unless the game brings it in";
+    play();
+    EXPECT_EQ(early.getPosition(), (Vector{3, 1}));
+}
+
+TEST_F(Mistake, destructors_may_make_objects) {
+    struct Saucer : Counted {
+        ~Saucer() override { (new Counted)->setBox({{0, 0}, 9, 9}); }
+    };
+    struct Spark : Counted {
+        explicit Spark(int new_number) : number(new_number) { world().markForDelete(this); }
+        ~Spark() override {
+            if (number < 100)
+                new Spark(number + 1);
+        }
+        int number;
+    };
+    new Saucer;
+    new Spark(0);
+    play();
+    EXPECT_EQ(world().getAllObjects().getCount(), 2) << "the saucer, and a spark for each step";
+    game().shutDown();
+    EXPECT_EQ(Counted::count, 2) << "those that the stopped world has refused";
+    EXPECT_LE(logLines().size(), 4 + 2U) << logText();
+}
+
+TEST_F(Mistake, registering_too_often_is_told_once) {
+    auto *p_o = new Actor(STEP_EVENT, [](Actor *p_me) { p_me->registerInterest(STEP_EVENT); });
+    for (int i = 0; i < 6; ++i)
+        play();
+    EXPECT_EQ(p_o->getInterests().size(), 100U);
+    EXPECT_EQ(said(), "Object::registerInterest(): Warning! Object 1 has registered for 'sv-step' "
+                      "before, and is told of it once more each time.\n"
+                      "Object::registerInterest(): maximum (100) reached, cannot register for "
+                      "event 'sv-step'\n");
+}
+
+TEST_F(Mistake, managers_forget_the_dead) {
+    auto *p_o = new Object;
+    EXPECT_EQ(game().registerInterest(p_o, STEP_EVENT), 0);
+    EXPECT_EQ(world().insertObject(p_o), 0) << "a second time";
+    world().markForDelete(p_o);
+    play();
+    play();
+    EXPECT_TRUE(world().getAllObjects(true).isEmpty());
+}
+
+TEST_F(Mistake, numbers_without_end_are_refused) {
+    auto *p_o = new ViewObject;
+    p_o->setLocation(BOTTOM_LEFT);
+    const Vector before = p_o->getPosition();
+    for (const float bad : {NO_NUMBER, INFINITE, -INFINITE}) {
+        EXPECT_EQ(p_o->setPosition({bad, 1}), -1);
+        EXPECT_EQ(world().moveObject(p_o, {1, bad}), -1);
+        p_o->setVelocity({bad, 0});
+        p_o->setSpeed(bad);
+        p_o->setDirection({0, bad});
+        p_o->setAcceleration({bad, bad});
+        p_o->setPath({{{1, 1}, {bad, 2}}, 0});
+        p_o->setFollowPath(true);
+    }
+    p_o->setDirection({2, 0});
+    p_o->setSpeed(3e38F);
+    play();
+    EXPECT_EQ(p_o->getPosition(), before);
+    EXPECT_EQ(p_o->getLocation(), BOTTOM_LEFT);
+    EXPECT_EQ(said().find("Object: Warning! Object 1: position ("), 0U);
+    EXPECT_EQ(logLines().size(), 4 + 1U) << logText();
+}
+
+TEST_F(Mistake, a_world_that_starts_anew_shows) {
+    world().shutDown();
+    ASSERT_EQ(world().startUp(), 0);
+    int drawn = 0;
+    new Actor(DRAWN, [&](Actor *) { ++drawn; });
+    play();
+    EXPECT_EQ(drawn, 2);
+}
+
+TEST_F(Mistake, a_failed_start_may_be_tried_again) {
+    game().shutDown();
+    writeFile("sv-config.txt", "headless:true,window_horizontal_chars:0,");
+    EXPECT_EQ(game().startUp(), -1);
+    writeFile("sv-config.txt", "headless:true,window_horizontal_chars:80,");
+    EXPECT_EQ(game().startUp(), 0);
+    play();
+}
+
+TEST_F(Mistake, running_without_a_start_returns) {
+    game().shutDown();
+    test::CapturedErrors errors;
+    game().run();
+    EXPECT_EQ(errors.take(),
+              "GameManager::run(): Error! The engine is not started. Does startUp() return 0?\n");
+}
+
+} // namespace
+} // namespace sv
