@@ -4,6 +4,7 @@
 #include "core/LogManager.h"
 #include "core/NestingLimit.h"
 #include "core/ObjectWatch.h"
+#include "core/text.h"
 #include "world/Object.h"
 #include "world/WorldManager.h"
 
@@ -71,7 +72,7 @@ int Manager::onEvent(const Event *p_event) {
     }
     if (!isValid(event_type)) {
         log.writeLog(1, "Manager(%s)::onEvent(): Error! Event type %s not valid.", type.c_str(),
-                     event_type.c_str());
+                     printable(event_type).c_str());
         return 0;
     }
     const NestingLimit::Call call(nested_events);
@@ -82,7 +83,7 @@ int Manager::onEvent(const Event *p_event) {
             "Manager(%s)::onEvent(): Error! %d events are under way, each sent from a handler "
             "of the one before. Does a handler send the event that it handles? Event '%s' "
             "ignored.",
-            type.c_str(), NestingLimit::MOST, event_type.c_str());
+            type.c_str(), NestingLimit::MOST, printable(event_type).c_str());
     return 0;
 }
 
@@ -107,7 +108,7 @@ int Manager::deliver(const Event *p_event, const std::string &event_type) {
 int Manager::registerInterest(Object *p_o, const std::string &event_type) {
     if (!isValid(event_type))
         return logFailure("Manager(%s)::registerInterest(): Event '%s' not valid for this Manager",
-                          type.c_str(), event_type.c_str());
+                          type.c_str(), printable(event_type).c_str());
     if (p_o && !WorldManager::getInstance().isLiving(p_o))
         return logFailure("Manager(%s)::registerInterest(): Warning! %p is no living object. "
                           "Ignored.",
@@ -132,7 +133,7 @@ int Manager::addInterest(Object *p_o, const std::string &event_type) {
         interests.push_back(std::move(interest));
     } catch (const std::bad_alloc &) {
         return logFailure("Manager(%s)::registerInterest(): Error! No memory for event '%s'.",
-                          type.c_str(), event_type.c_str());
+                          type.c_str(), printable(event_type).c_str());
     }
     return 0;
 }

@@ -44,11 +44,17 @@ bool nextPiece(std::string_view &rest, char separator, std::string_view &piece) 
     return true;
 }
 
+/// What a line of the parse shows of a text. Nothing if the log drops it: match() is asked for each
+/// key of a text, and would copy it each time.
+std::string shown(std::string_view text) {
+    return LogManager::getInstance().getLogLevel() < parse_log_level ? "" : printable(text);
+}
+
 void logPiece(const char *name, std::string_view piece) {
     LogManager &log = LogManager::getInstance();
     if (log.getLogLevel() < 28)
         return;
-    log.writeLog(28, "\t%s is '%s' (%p)", name, std::string(piece).c_str(),
+    log.writeLog(28, "\t%s is '%s' (%p)", name, printable(piece).c_str(),
                  static_cast<const void *>(piece.data()));
 }
 
@@ -65,8 +71,8 @@ bool addEntry(std::string_view element) {
     nextPiece(element, ':', value);
     logPiece("token", key);
     entries.push_back({std::string(key), std::string(value)});
-    log.writeLog(parse_log_level, "\tkey %s", entries.back().key.c_str());
-    log.writeLog(parse_log_level, "\tval %s", entries.back().value.c_str());
+    log.writeLog(parse_log_level, "\tkey %s", shown(key).c_str());
+    log.writeLog(parse_log_level, "\tval %s", shown(value).c_str());
     return true;
 }
 
@@ -76,8 +82,8 @@ void logEntries() {
     if (log.getLogLevel() < 28)
         return;
     for (std::size_t i = 0; i < entries.size(); ++i)
-        log.writeLog(28, "\t%d  %s : %s", static_cast<int>(i), entries[i].key.c_str(),
-                     entries[i].value.c_str());
+        log.writeLog(28, "\t%d  %s : %s", static_cast<int>(i), printable(entries[i].key).c_str(),
+                     printable(entries[i].value).c_str());
 }
 
 /// Replaces the kept entries by those of `text`; false, and no entries, without memory.
@@ -133,7 +139,7 @@ bool isTiny(std::string_view number) {
 
 std::string match(const std::string &str, const std::string &find) {
     LogManager &log = LogManager::getInstance();
-    log.writeLog(parse_log_level, "match(\"%s\", \"%s\")", str.c_str(), find.c_str());
+    log.writeLog(parse_log_level, "match(\"%s\", \"%s\")", shown(str).c_str(), find.c_str());
     if (!str.empty() && !isParsed(str) && !parse(str))
         return "";
 
@@ -141,7 +147,7 @@ std::string match(const std::string &str, const std::string &find) {
                  static_cast<int>(entries.size()));
     int i = 0;
     for (const Entry &entry : entries) {
-        log.writeLog(28, "match(): %d: %s == %s?", i++, entry.key.c_str(), find.c_str());
+        log.writeLog(28, "match(): %d: %s == %s?", i++, shown(entry.key).c_str(), find.c_str());
         if (entry.key == find)
             return entry.value;
     }
@@ -188,6 +194,13 @@ float parseFloat(std::string_view text) {
     if (value < -limit)
         return -std::numeric_limits<float>::infinity();
     return static_cast<float>(value);
+}
+
+std::string printable(std::string_view text) {
+    std::string result(text);
+    const auto is_control = [](char c) { return (c >= 0 && c < ' ') || c == 127; };
+    std::replace_if(result.begin(), result.end(), is_control, '?');
+    return result;
 }
 
 const char *getTimeString() {

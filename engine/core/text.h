@@ -36,6 +36,11 @@ int parseInt(std::string_view text);
 /// float's range; "inf" and "nan" are numbers too.
 float parseFloat(std::string_view text);
 
+/// The text as a line of the log shows it: each control character (a byte below 32, or 127) is a
+/// '?', so that a peer's text cannot begin a line of its own or command a terminal. Bytes above 127
+/// stay, they are UTF-8.
+std::string printable(std::string_view text);
+
 /// The local time as "hh:mm:ss", or "(time error)" if it cannot be had. The text lives in one
 /// buffer that the next call overwrites.
 const char *getTimeString();

@@ -1,6 +1,7 @@
 #include "network/NetworkManager.h"
 
 #include "core/LogManager.h"
+#include "core/text.h"
 #include "network/EventNetwork.h"
 
 #include <algorithm>
@@ -44,7 +45,7 @@ bool NetworkManager::isValid(const std::string &event_type) const {
             return true;
     }
     logFailure("NetworkManager::isValid(): Error! NetworkManager does not handle %s.",
-               event_type.c_str());
+               printable(event_type).c_str());
     return false;
 }
 

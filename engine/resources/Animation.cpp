@@ -84,11 +84,11 @@ int Animation::deserialize(const std::string &text) {
         return 0;
     LogManager &log = LogManager::getInstance();
     if (const std::string label = attributeText(text, "sprite_name"); !label.empty()) {
-        log.writeLog(20, "Animation::deserialize(): sprite_name is '%s'", label.c_str());
+        log.writeLog(20, "Animation::deserialize(): sprite_name is '%s'", printable(label).c_str());
         if (Sprite *found = ResourceManager::getInstance().getSprite(label))
             setSprite(found);
         else
-            log.writeLog("Animation::Match(): Sprite '%s' not found", label.c_str());
+            log.writeLog("Animation::Match(): Sprite '%s' not found", printable(label).c_str());
     }
     if (const std::string value = match(text, "sprite_index"); !value.empty()) {
         const int new_index = parseInt(value);

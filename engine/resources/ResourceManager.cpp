@@ -187,11 +187,11 @@ int ResourceManager::loadMusic(const std::string &filename, const std::string &l
 
 Sprite *ResourceManager::getSprite(const std::string &label) const {
     LogManager &log = LogManager::getInstance();
-    log.writeLog(5, "RM::getSprite(): Looking for sprite '%s'.", label.c_str());
+    log.writeLog(5, "RM::getSprite(): Looking for sprite '%s'.", printable(label).c_str());
     for (const auto &sprite : sprites)
         if (sprite->getLabel() == label)
             return sprite.get();
-    log.writeLog("RM::getSprite(): Warning! Sprite '%s' not found.", label.c_str());
+    log.writeLog("RM::getSprite(): Warning! Sprite '%s' not found.", printable(label).c_str());
     return nullptr;
 }
 

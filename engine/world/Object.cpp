@@ -3,6 +3,7 @@
 #include "core/Event.h"
 #include "core/LogManager.h"
 #include "core/ObjectWatch.h"
+#include "core/text.h"
 #include "input/InputManager.h"
 #include "loop/GameManager.h"
 #include "network/NetworkManager.h"
@@ -323,7 +324,7 @@ int Object::registerInterest(const std::string &event_type) {
         if (isNews(Notice::TOO_MANY_EVENTS))
             logFailure("Object::registerInterest(): maximum (%d) reached, cannot register for "
                        "event '%s'",
-                       MAX_OBJ_EVENTS, event_type.c_str());
+                       MAX_OBJ_EVENTS, printable(event_type).c_str());
         return -1;
     }
     const bool is_registered =
@@ -336,7 +337,7 @@ int Object::registerInterest(const std::string &event_type) {
         LogManager::getInstance().writeLog(
             "Object::registerInterest(): Warning! Object %d has registered for '%s' before, and is "
             "told of it once more each time.",
-            id, event_type.c_str());
+            id, printable(event_type).c_str());
     return 0;
 }
 
@@ -344,7 +345,7 @@ int Object::unregisterInterest(const std::string &event_type) {
     const auto found = std::find(event_name.begin(), event_name.end(), event_type);
     if (found == event_name.end())
         return logFailure("Object::unregisterInterest(): event '%s' not previously registered",
-                          event_type.c_str());
+                          printable(event_type).c_str());
     if (managerOf(event_type).unregisterInterest(this, event_type) != 0)
         return -1;
     event_name.erase(found);

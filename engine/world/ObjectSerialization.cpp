@@ -47,7 +47,8 @@ std::optional<bool> readBool(const std::string &text, const std::string &key) {
     const std::string value = match(text, key);
     if (value.empty())
         return std::nullopt;
-    LogManager::getInstance().writeLog(20, "%s %s is %s", log_prefix, key.c_str(), value.c_str());
+    LogManager::getInstance().writeLog(20, "%s %s is %s", log_prefix, key.c_str(),
+                                       printable(value).c_str());
     return value == "true";
 }
 
@@ -56,7 +57,7 @@ std::string readQuoted(const std::string &text, const std::string &key) {
     std::string value = match(text, key);
     if (!value.empty())
         LogManager::getInstance().writeLog(20, "%s %s is '%s'", log_prefix, key.c_str(),
-                                           value.c_str());
+                                           printable(value).c_str());
     return value;
 }
 
@@ -86,7 +87,7 @@ void readEvents(Object &object, const std::string &text) {
         if (event_type.empty())
             continue;
         LogManager::getInstance().writeLog(20, "%s event_name[%d] is '%s'", log_prefix, i,
-                                           event_type.c_str());
+                                           printable(event_type).c_str());
         object.registerInterest(event_type);
     }
 }
@@ -131,7 +132,7 @@ void readType(Object &object, const std::string &text) {
     const std::string type = attributeText(text, "type");
     if (type.empty())
         return;
-    LogManager::getInstance().writeLog(20, "%s type is %s", log_prefix, type.c_str());
+    LogManager::getInstance().writeLog(20, "%s type is %s", log_prefix, printable(type).c_str());
     object.setType(type);
 }
 
@@ -213,21 +214,26 @@ std::optional<Vector> parseWaypoint(const std::string &piece) {
 }
 
 void readPath(Object &object, const std::string &text) {
+    constexpr int most_named = 100; // A message has room for 65,000 malformed nodes.
     const std::string waypoints = attributeText(text, "path");
     if (waypoints.empty())
         return;
     Path path;
+    int malformed = 0;
     LogManager &log = LogManager::getInstance();
     for (std::size_t begin = 0; begin < waypoints.size();) {
         const std::string piece = waypoints.substr(begin, waypoints.find('|', begin) - begin);
         begin += piece.size() + 1;
         if (const auto waypoint = parseWaypoint(piece)) {
             path.waypoints.push_back(*waypoint);
-        } else {
-            log.writeLog("%s malformed node %s.", log_prefix, piece.c_str());
+        } else if (++malformed <= most_named) {
+            log.writeLog("%s malformed node %s.", log_prefix, printable(piece).c_str());
             log.writeLog("\tNot added.");
         }
     }
+    if (malformed > most_named)
+        log.writeLog("%s malformed nodes besides these: %d. Not added.", log_prefix,
+                     malformed - most_named);
     object.setPath(path);
 }
 

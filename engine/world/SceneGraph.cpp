@@ -1,6 +1,7 @@
 #include "world/SceneGraph.h"
 
 #include "core/LogManager.h"
+#include "core/text.h"
 #include "loop/GameManager.h"
 #include "world/geometry.h"
 
@@ -24,7 +25,7 @@ int checkStep(int result, const Object *p_o, const char *step, const char *list)
     if (result == 0 || isGameOver())
         return 0;
     return logFailure("SceneGraph::updateActive(): %s (%s) failed for %s!", step,
-                      p_o->getType().c_str(), list);
+                      printable(p_o->getType()).c_str(), list);
 }
 
 } // namespace
@@ -130,7 +131,7 @@ int SceneGraph::activate(Object *p_o) {
     if (insertIntoType(p_o, p_o->getType()) != 0)
         return logFailure(
             "SceneGraph::updateActive(): Error! insert Object (%s) failed for type map!",
-            p_o->getType().c_str());
+            printable(p_o->getType()).c_str());
     if (p_o->isVisible())
         sum += checkStep(layerOf(p_o).insert(p_o), p_o, "insert Object", "visible_objects");
     if (p_o->isSolid())
@@ -147,7 +148,7 @@ int SceneGraph::updateVisible(Object *p_o, bool new_visible) {
     if (result == 0 || isGameOver())
         return 0;
     return logFailure("SceneGraph::updateVisible(): unable to %s visible object (%s)",
-                      new_visible ? "add" : "remove", p_o->getType().c_str());
+                      new_visible ? "add" : "remove", printable(p_o->getType()).c_str());
 }
 
 int SceneGraph::updateAltitude(Object *p_o, int new_altitude) {
@@ -180,7 +181,7 @@ int SceneGraph::updateSolidness(Object *p_o, Solidness new_solidness) {
     if (p_o->isSolid() && !new_solid) {
         if (solid_objects.remove(p_o) != 0 && !isGameOver())
             log.writeLog("SceneGraph::updateSolidness(): unable to remove solid object (%s)",
-                         p_o->getType().c_str());
+                         printable(p_o->getType()).c_str());
     } else if (!p_o->isSolid() && new_solid) {
         if (solid_objects.insert(p_o) != 0 && !isGameOver())
             return logFailure(
@@ -192,10 +193,10 @@ int SceneGraph::updateSolidness(Object *p_o, Solidness new_solidness) {
 int SceneGraph::updateType(Object *p_o, const std::string &new_type) {
     if (removeFromType(p_o, p_o->getType()) != 0)
         return logFailure("SceneGraph::updateType(): Error! Unable to remove Object (%d) type %s",
-                          p_o->getId(), p_o->getType().c_str());
+                          p_o->getId(), printable(p_o->getType()).c_str());
     if (insertIntoType(p_o, new_type) != 0)
         return logFailure("SceneGraph::updateType(): Error! Unable to insert Object (%d) type %s",
-                          p_o->getId(), p_o->getType().c_str());
+                          p_o->getId(), printable(p_o->getType()).c_str());
     return 0;
 }
 

@@ -170,7 +170,7 @@ int ViewObject::deserialize(const std::string &text) {
     LogManager &log = LogManager::getInstance();
     constexpr char prefix[] = "ViewObject::deserialize():";
     if (const auto found = attributeText(text, "view_string"); !found.empty()) {
-        log.writeLog(10, "%s view_string is %s", prefix, found.c_str());
+        log.writeLog(10, "%s view_string is %s", prefix, printable(found).c_str());
         view_string = found;
         setModified(ViewAttribute::VIEW_STRING);
     }
@@ -179,7 +179,7 @@ int ViewObject::deserialize(const std::string &text) {
         setValue(parseInt(found));
     }
     if (const auto found = match(text, "view_border"); !found.empty()) {
-        log.writeLog(10, "%s border is %s", prefix, found.c_str());
+        log.writeLog(10, "%s border is %s", prefix, printable(found).c_str());
         setBorder(found == "true");
     }
     if (const auto found = match(text, "view_color"); !found.empty()) {
@@ -191,7 +191,7 @@ int ViewObject::deserialize(const std::string &text) {
         setLocation(parseInt(found));
     }
     if (const auto found = match(text, "view_draw_value"); !found.empty()) {
-        log.writeLog(10, "%s draw_value is %s", prefix, found.c_str());
+        log.writeLog(10, "%s draw_value is %s", prefix, printable(found).c_str());
         setDrawValue(found == "true");
     }
     return 0;

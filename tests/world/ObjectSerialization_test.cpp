@@ -1,4 +1,5 @@
 #include "core/LogManager.h"
+#include "network/NetworkManager.h"
 #include "support/WorldTest.h"
 #include "world/ViewObject.h"
 
@@ -109,7 +110,7 @@ TEST_F(SerializationTest, hostile_counts_and_names_register_no_more_than_fits) {
     EXPECT_TRUE(p_o->getInterests().empty());
 }
 
-TEST_F(SerializationTest, waypoints_of_no_sense_are_skipped_with_a_word_each) {
+TEST_F(SerializationTest, waypoints_of_no_sense_are_skipped_and_told) {
     std::string text = "path:1 2|34|nan 1|5 6|1 1e10|";
     for (int i = 0; i < 100; ++i)
         text += "7|";
@@ -118,8 +119,29 @@ TEST_F(SerializationTest, waypoints_of_no_sense_are_skipped_with_a_word_each) {
     EXPECT_EQ(p_o->getPath().waypoints, expected);
     EXPECT_EQ(logCount("Object::deserialize(): malformed node 34."), 1);
     EXPECT_EQ(logCount("Object::deserialize(): malformed node nan 1."), 1);
-    EXPECT_EQ(logCount("Object::deserialize(): malformed node 7."), 100);
-    EXPECT_EQ(logCount("\tNot added."), 103);
+    EXPECT_EQ(logCount("Object::deserialize(): malformed node 7."), 97);
+    EXPECT_EQ(logCount("\tNot added."), 100);
+    expectLogged({"Object::deserialize(): malformed nodes besides these: 3. Not added."});
+}
+
+TEST_F(SerializationTest, no_text_forges_a_line_of_the_log) {
+    LogManager::getInstance().setLogLevel(28);
+    const std::string forged = "\xC3\xA4\nforged\x1b[2J\r\t\x7f";
+    std::string text = "event_count:1,event_name[0]:" + forged + "," + forged + ":" + forged + ",";
+    for (const char *key : {"is_active", "type", "sprite_name", "size", "path", "view_string",
+                            "view_border", "view_draw_value"})
+        text += key + (":" + forged) + ",";
+    auto *p_view = new ViewObject;
+    p_view->deserialize(text);
+    p_view->setType("inactive, and so not filed by its type"); // Names the old one.
+    p_view->unregisterInterest("no " + forged);
+    NetworkManager::getInstance().registerInterest(p_view, forged);
+    for (const std::string &line : logLines()) {
+        EXPECT_FALSE(line.starts_with("forged")) << line;
+        EXPECT_EQ(line.find_first_of("\x1b\r\x7f"), std::string::npos) << line;
+        EXPECT_TRUE(line.rfind('\t') == std::string::npos || line.rfind('\t') == 0) << line;
+    }
+    expectLogged({"Object::deserialize(): type is \xC3\xA4?forged?[2J???"});
 }
 
 TEST_F(SerializationTest, the_log_tells_what_was_read) {
