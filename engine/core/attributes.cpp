@@ -1,23 +1,11 @@
 #include "core/attributes.h"
 
+#include "core/text.h"
+
 #include <algorithm>
-#include <cctype>
 #include <string_view>
 
 namespace sv {
-
-namespace {
-
-std::string_view withoutBlanksAround(std::string_view text) {
-    const auto is_blank = [](char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; };
-    while (!text.empty() && is_blank(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && is_blank(text.back()))
-        text.remove_suffix(1);
-    return text;
-}
-
-} // namespace
 
 std::string attribute(const std::string &key, const std::string &value) {
     return key + ":" + value + ",";

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <charconv>
 #include <cstdint>
 #include <cstdio>
@@ -29,7 +28,7 @@ std::string parsed;         // and the text that it was.
 constexpr int parse_log_level = 25;
 
 bool isSpace(char c) {
-    return std::isspace(static_cast<unsigned char>(c)) != 0;
+    return BLANKS.find(c) != std::string_view::npos;
 }
 
 /// Takes the next piece off the front of `rest`; pieces are what stands between separators, and an
@@ -136,6 +135,11 @@ bool isTiny(std::string_view number) {
 }
 
 } // namespace
+
+std::string_view withoutBlanksAround(std::string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(BLANKS), text.size()));
+    return text.substr(0, text.find_last_not_of(BLANKS) + 1);
+}
 
 std::string match(const std::string &str, const std::string &find) {
     LogManager &log = LogManager::getInstance();

@@ -10,6 +10,11 @@ namespace sv {
 /// What some editors write in front of a text, and do not show.
 inline constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
 
+/// White space.
+inline constexpr std::string_view BLANKS = " \t\n\v\f\r";
+
+std::string_view withoutBlanksAround(std::string_view text);
+
 /// Looks a key up in a text of the form `key:value,key:value,` and returns its value; an empty
 /// text if the key is absent or has none.
 ///

@@ -9,6 +9,7 @@
 #include <array>
 #include <cmath>
 #include <optional>
+#include <string_view>
 
 namespace sv {
 
@@ -205,24 +206,27 @@ std::string writePath(const Object &object) {
            attribute("path_index", toString(object.getPath().path_index));
 }
 
-std::optional<Vector> parseWaypoint(const std::string &piece) {
-    const std::size_t blank = piece.find(' ');
-    if (blank == std::string::npos)
+/// Two numbers with blanks between them.
+std::optional<Vector> parseWaypoint(std::string_view piece) {
+    const std::string_view numbers = withoutBlanksAround(piece);
+    const std::size_t blank = numbers.find_first_of(BLANKS);
+    if (blank == std::string_view::npos)
         return std::nullopt;
-    const Vector waypoint{parseFloat(piece.substr(0, blank)), parseFloat(piece.substr(blank))};
+    const Vector waypoint{parseFloat(numbers), parseFloat(numbers.substr(blank))};
     return isUsable(waypoint.x) && isUsable(waypoint.y) ? std::optional(waypoint) : std::nullopt;
 }
 
 void readPath(Object &object, const std::string &text) {
     constexpr int most_named = 100; // A message has room for 65,000 malformed nodes.
-    const std::string waypoints = attributeText(text, "path");
+    const std::string value = attributeText(text, "path");
+    const std::string_view waypoints = withoutBlanksAround(value);
     if (waypoints.empty())
         return;
     Path path;
     int malformed = 0;
     LogManager &log = LogManager::getInstance();
     for (std::size_t begin = 0; begin < waypoints.size();) {
-        const std::string piece = waypoints.substr(begin, waypoints.find('|', begin) - begin);
+        const std::string_view piece = waypoints.substr(begin, waypoints.find('|', begin) - begin);
         begin += piece.size() + 1;
         if (const auto waypoint = parseWaypoint(piece)) {
             path.waypoints.push_back(*waypoint);

@@ -117,11 +117,21 @@ TEST_F(SerializationTest, waypoints_of_no_sense_are_skipped_and_told) {
     p_o->deserialize(text + ",");
     const std::vector<Vector> expected{{1, 2}, {5, 6}};
     EXPECT_EQ(p_o->getPath().waypoints, expected);
+    p_o->deserialize("path: \t,");
+    EXPECT_EQ(p_o->getPath().waypoints, expected) << "as empty as without the blanks";
     EXPECT_EQ(logCount("Object::deserialize(): malformed node 34."), 1);
     EXPECT_EQ(logCount("Object::deserialize(): malformed node nan 1."), 1);
     EXPECT_EQ(logCount("Object::deserialize(): malformed node 7."), 97);
     EXPECT_EQ(logCount("\tNot added."), 100);
     expectLogged({"Object::deserialize(): malformed nodes besides these: 3. Not added."});
+}
+
+TEST_F(SerializationTest, blanks_around_a_waypoints_numbers_do_not_count) {
+    p_o->deserialize("path: 1 2|3  \t4 | 5 6|\n7 8| ,");
+    EXPECT_EQ(p_o->getPath().waypoints, (std::vector<Vector>{{1, 2}, {3, 4}, {5, 6}, {7, 8}}));
+    p_o->deserialize("path: 1|2 | |3 4,");
+    EXPECT_EQ(p_o->getPath().waypoints, (std::vector<Vector>{{3, 4}}));
+    EXPECT_EQ(logCount("\tNot added."), 3);
 }
 
 TEST_F(SerializationTest, no_text_forges_a_line_of_the_log) {
