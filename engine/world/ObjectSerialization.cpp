@@ -33,15 +33,28 @@ bool isUsable(float number) {
     return std::abs(number) <= most; // NaN is not.
 }
 
-/// Nothing also for a number that is not usable.
-std::optional<float> readFloat(const std::string &text, const std::string &key) {
+/// The number, or nothing, with a line in the log, if it is not usable.
+std::optional<float> usable(const std::string &key, std::optional<float> number) {
+    if (!number || isUsable(*number))
+        return number;
+    LogManager::getInstance().writeLog("%s %s is out of range (%g), so ignoring.", log_prefix,
+                                       key.c_str(), double{*number});
+    return std::nullopt;
+}
+
+/// Usable or not.
+std::optional<float> readAnyFloat(const std::string &text, const std::string &key) {
     const std::string value = match(text, key);
     if (value.empty())
         return std::nullopt;
     const float number = parseFloat(value);
     LogManager::getInstance().writeLog(20, "%s %s is %.2f", log_prefix, key.c_str(),
                                        double{number});
-    return isUsable(number) ? std::optional(number) : std::nullopt;
+    return number;
+}
+
+std::optional<float> readFloat(const std::string &text, const std::string &key) {
+    return usable(key, readAnyFloat(text, key));
 }
 
 std::optional<bool> readBool(const std::string &text, const std::string &key) {
@@ -121,11 +134,13 @@ std::string writeVector(Vector v, const char *x_key, const char *y_key) {
 }
 
 void readPosition(Object &object, const std::string &text) {
-    const auto x = readFloat(text, "pos-x");
-    const auto y = readFloat(text, "pos-y");
+    const auto any_x = readAnyFloat(text, "pos-x");
+    const auto any_y = readAnyFloat(text, "pos-y");
+    const auto x = usable("pos-x", any_x);
+    const auto y = usable("pos-y", any_y);
     if (x && y)
         object.setPosition({*x, *y});
-    else if (x || y)
+    else if (any_x.has_value() != any_y.has_value())
         LogManager::getInstance().writeLog("%s position not complete, so ignoring.", log_prefix);
 }
 
@@ -186,8 +201,8 @@ void readShape(Object &object, const std::string &text) {
     Shape shape = object.getShape();
     if (!type.empty())
         shape.setType(parseInt(type));
-    if (!size.empty() && isUsable(parseFloat(size)))
-        shape.setSize(parseFloat(size));
+    if (!size.empty())
+        shape.setSize(usable("size", parseFloat(size)).value_or(shape.getSize()));
     if (!color.empty())
         shape.setColor(static_cast<Color>(parseInt(color)));
     if (!opacity.empty())

@@ -96,8 +96,19 @@ TEST_F(SerializationTest, values_that_are_missing_or_no_sense_leave_theirs_alone
         p_o->deserialize(text);
         EXPECT_EQ(p_o->serialize("ALL"), before) << "'" << text << "'";
     }
-    EXPECT_EQ(logCount("Object::deserialize(): position not complete, so ignoring."), 3);
+    EXPECT_EQ(logCount("Object::deserialize(): position not complete, so ignoring."), 2);
     EXPECT_EQ(logCount("Object::deserialize(): box not complete, so ignoring."), 1);
+    expectLogged({"Object::deserialize(): pos-x is out of range (nan), so ignoring.",
+                  "Object::deserialize(): speed is out of range (inf), so ignoring.",
+                  "Object::deserialize(): x_direction is out of range (-1e+10), so ignoring.",
+                  "Object::deserialize(): size is out of range (nan), so ignoring."});
+    said();
+    p_o->deserialize("pos-y:-1e99,");
+    p_o->deserialize("pos-x:2e9,pos-y:3e9,");
+    EXPECT_EQ(said(), "Object::deserialize(): pos-y is out of range (-inf), so ignoring.\n"
+                      "Object::deserialize(): position not complete, so ignoring.\n"
+                      "Object::deserialize(): pos-x is out of range (2e+09), so ignoring.\n"
+                      "Object::deserialize(): pos-y is out of range (3e+09), so ignoring.\n");
 }
 
 TEST_F(SerializationTest, hostile_counts_and_names_register_no_more_than_fits) {
