@@ -30,13 +30,20 @@ inline bool isFinite(Vector v) {
 }
 
 inline float length(Vector v) {
-    return std::sqrt(v.x * v.x + v.y * v.y);
+    const float square = v.x * v.x + v.y * v.y;
+    // The root wherever the square fits, to the last bit what games have always had; hypot() may
+    // round otherwise, and needs no square.
+    return std::isnormal(square) ? std::sqrt(square) : std::hypot(v.x, v.y);
 }
 
 /// The vector of length 1 in the direction of `v`; the zero vector stays zero.
 inline Vector normalized(Vector v) {
     const float l = length(v);
-    return l > 0 ? Vector{v.x / l, v.y / l} : Vector{};
+    if (std::isnormal(l))
+        return {v.x / l, v.y / l};
+    // Too long for a float, or too short to have all its digits; no double is.
+    const double d = std::hypot(double{v.x}, double{v.y});
+    return d > 0 ? Vector{static_cast<float>(v.x / d), static_cast<float>(v.y / d)} : Vector{};
 }
 
 /// The Euclidean distance between two positions, in cells.

@@ -3,10 +3,34 @@
 #include "support/EngineTest.h"
 #include "support/printing.h"
 
+#include <cmath>
 #include <limits>
 
 namespace sv {
 namespace {
+
+TEST(Geometry, vectors_of_any_length_have_a_direction) {
+    constexpr float most = std::numeric_limits<float>::max();
+    constexpr float least = std::numeric_limits<float>::denorm_min();
+    const float diagonal = std::sqrt(0.5F);
+    const struct {
+        Vector v;
+        float length;
+        Vector direction;
+    } cases[] = {
+        {{0, 0}, 0, {0, 0}},
+        {{3, -4}, 5, {0.6F, -0.8F}},
+        {{0.1F, 0.2F}, 0.22360681F, {0.1F / 0.22360681F, 0.2F / 0.22360681F}}, // To the last bit.
+        {{-0x3p100F, 0x4p100F}, 0x5p100F, {-0.6F, 0.8F}},
+        {{0x3p-100F, 0x4p-100F}, 0x5p-100F, {0.6F, 0.8F}},
+        {{most, most}, std::numeric_limits<float>::infinity(), {diagonal, diagonal}},
+        {{least, -least}, least, {diagonal, -diagonal}},
+    };
+    for (const auto &c : cases) {
+        EXPECT_EQ(length(c.v), c.length);
+        EXPECT_EQ(normalized(c.v), c.direction) << "of length " << c.length;
+    }
+}
 
 TEST(Geometry, boxes_that_share_an_edge_or_a_corner_intersect) {
     const Box box{{10, 10}, 4, 2};
