@@ -1,9 +1,6 @@
 #include "game/resources.h"
 
-#include "core/LogManager.h"
 #include "resources/ResourceManager.h"
-
-#include <stdexcept>
 
 namespace {
 
@@ -57,14 +54,8 @@ void load(const Resource &resource) {
 } // namespace
 
 void loadResources() {
-    for (const Resource &resource : resources) {
-        try {
-            load(resource);
-        } catch (const std::out_of_range &) {
-            sv::LogManager::getInstance().writeLog(
-                "loadResources(): Error! A line of %s is a key without a value.", resource.file);
-        }
-    }
+    for (const Resource &resource : resources)
+        load(resource);
 }
 
 void playSound(const char *sound_label) {

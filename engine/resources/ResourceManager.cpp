@@ -61,6 +61,16 @@ std::unique_ptr<Sprite> readSprite(std::istream &file) {
     return nullptr;
 }
 
+/// As readSprite; a key without a value is one of the reasons to have none.
+std::unique_ptr<Sprite> tryToReadSprite(std::istream &file, const std::string &filename) {
+    try {
+        return readSprite(file);
+    } catch (const KeyWithoutValue &error) {
+        logFailure("RM::loadSprite(): Error! File '%s', %s.", filename.c_str(), error.what());
+        return nullptr;
+    }
+}
+
 void logFrames(const Sprite &sprite) {
     constexpr int dump_level = 15;
     LogManager &log = LogManager::getInstance();
@@ -139,7 +149,7 @@ int ResourceManager::loadSprite(const std::string &filename, const std::string &
                      MAX_SPRITE_BYTES);
         return logFailure("RM::loadSprite(): Sprite '%s' not loaded.", label.c_str());
     }
-    auto sprite = readSprite(file);
+    auto sprite = tryToReadSprite(file, filename);
     if (!sprite)
         return logFailure("RM::loadSprite(): Sprite '%s' NOT loaded.", label.c_str());
     sprite->setLabel(label);

@@ -34,9 +34,6 @@ class ResourceManager : public Manager {
 
     /// Loads a sprite from a text file of either format and owns it under `label`. 0, or -1 with
     /// the reason in the log.
-    ///
-    /// Throws std::out_of_range for one kind of broken file, a robust one with a line that is a
-    /// key and nothing more; nothing is loaded then.
     int loadSprite(const std::string &filename, const std::string &label);
 
     /// Loads a sound from a file of any format that the media library reads. 0, or -1 with the

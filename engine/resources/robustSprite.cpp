@@ -64,8 +64,8 @@ void logUnused(const Lines &lines, const char *section) {
         return;
     LogManager &log = LogManager::getInstance();
     log.writeLog(1, "RM::loadRobustSprite(): Warning! Unused %s lines:", section);
-    for (const std::string &line : lines)
-        log.writeLog(1, "\t'%s'", line.c_str());
+    for (const Line &line : lines)
+        log.writeLog(1, "\t'%s'", line.text.c_str());
 }
 
 void logHeader(const Header &header) {
@@ -155,8 +155,8 @@ bool takeFrames(Lines &body, const Header &header, Sprite &sprite) {
         return true;
     LogManager &log = LogManager::getInstance();
     log.writeLog(1, "RM::loadRobustSprite(): Error! Extra BODY:");
-    for (const std::string &line : body)
-        log.writeLog(1, "\tLine %d: %s", line_number++, line.c_str());
+    for (const Line &line : body)
+        log.writeLog(1, "\tLine %d: %s", line_number++, line.text.c_str());
     return false;
 }
 

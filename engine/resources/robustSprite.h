@@ -12,7 +12,7 @@ namespace sv {
 /// The sprite that the file holds, from where the stream stands to the end of its footer; null,
 /// with log lines, if it does not hold one. REQUIRES: line_number is 0.
 ///
-/// Throws std::out_of_range for a key without anything behind it, as matchLineInt does.
+/// Throws KeyWithoutValue for a key without anything behind it, as matchLineInt does.
 std::unique_ptr<Sprite> loadRobustSprite(std::istream &file);
 
 } // namespace sv

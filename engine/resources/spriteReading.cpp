@@ -4,6 +4,8 @@
 #include "core/text.h"
 
 #include <array>
+#include <cstring>
+#include <utility>
 
 namespace sv {
 
@@ -14,21 +16,23 @@ namespace {
 constexpr char frame_end[] = "end";
 constexpr int no_value = -1;
 
-bool beginsWith(const std::string &line, const std::string &token) {
-    return line.compare(0, token.size(), token) == 0;
-}
-
-/// Takes the lines that begin with `token` out of the list and hands what follows each to `use`,
-/// in their order.
+/// Takes the lines that begin with `token` out of the list and hands each to `use`, in their order.
 template<typename Use>
-void takeMatches(Lines &lines, const std::string &token, Use use) {
-    std::erase_if(lines, [&](const std::string &line) {
-        if (!beginsWith(line, token))
+void takeMatches(Lines &lines, const char *token, Use use) {
+    std::erase_if(lines, [&](const Line &line) {
+        if (!line.text.starts_with(token))
             return false;
-        // Throws if the line ends with the key, as the header says.
-        use(line, line.substr(token.size() + 1));
+        use(line);
         return true;
     });
+}
+
+/// What follows the key with which the line begins, and one separator.
+std::string valueOf(const Line &line, const char *key) {
+    if (line.text == key)
+        throw KeyWithoutValue("line " + std::to_string(line.number) + ": key '" + key +
+                              "' has no value");
+    return line.text.substr(std::strlen(key) + 1);
 }
 
 /// The rows of a frame, all with the right length, taken out of the list. False, with log lines,
@@ -42,7 +46,7 @@ bool takeRows(Lines &lines, int width, int height, int &line, std::string &rows)
             log.writeLog("\tError! Line %d: No more frame data before 'end'.", line + 1);
             return false;
         }
-        const std::string &text = lines.front();
+        const std::string &text = lines.front().text;
         log.writeLog(20, "\tLine %2d: '%s'", line, text.c_str());
         const auto length = static_cast<int>(text.size());
         if (length != width) {
@@ -64,10 +68,10 @@ bool takeFrameEnd(Lines &lines, int line) {
         log.writeLog("\tError! Line %d: No more frame data before 'end'.", line + 1);
         return false;
     }
-    if (lines.front() != frame_end) {
+    if (lines.front().text != frame_end) {
         // The file has been read further than the frame: this number is that of its section's end.
         log.writeLog("\tError! Line %d: Expected '%s'.", line_number, frame_end);
-        log.writeLog("\tLine %d: '%s'", line + 1, lines.front().c_str());
+        log.writeLog("\tLine %d: '%s'", line + 1, lines.front().text.c_str());
         return false;
     }
     lines.pop_front();
@@ -111,29 +115,29 @@ Lines readData(std::istream &file, const std::string &delimiter) {
             log.writeLog("readData(): Error! Never encountered '%s'.", closing.c_str());
             return {};
         }
-        lines.push_back(line);
+        lines.push_back({std::move(line), line_number});
     }
     return lines;
 }
 
 int matchLineInt(Lines *p_lines, const char *token) {
     int found = no_value;
-    takeMatches(*p_lines, token, [&](const std::string &line, const std::string &value) {
+    takeMatches(*p_lines, token, [&](const Line &line) {
         if (found != no_value)
             LogManager::getInstance().writeLog(
-                1, "matchLineInt(): Warning! '%s' matches multiple lines.", line.c_str());
-        found = parseInt(value);
+                1, "matchLineInt(): Warning! '%s' matches multiple lines.", line.text.c_str());
+        found = parseInt(valueOf(line, token));
     });
     return found;
 }
 
 std::string matchLineStr(Lines *p_lines, const char *token) {
     std::string found;
-    takeMatches(*p_lines, token, [&](const std::string &line, const std::string &value) {
+    takeMatches(*p_lines, token, [&](const Line &line) {
         if (!found.empty())
             LogManager::getInstance().writeLog(
-                1, "matchLineStr(): Warning! '%s' matches multiple lines.", line.c_str());
-        found = value;
+                1, "matchLineStr(): Warning! '%s' matches multiple lines.", line.text.c_str());
+        found = valueOf(line, token);
     });
     return found;
 }

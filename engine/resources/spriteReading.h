@@ -11,17 +11,29 @@
 #include <deque>
 #include <istream>
 #include <optional>
+#include <stdexcept>
 #include <string>
 
 namespace sv {
 
+struct Line {
+    std::string text;
+    int number; ///< Its place in the file, from 1.
+};
+
 /// Lines of a section in their order, taken away from the front and the middle as they are used.
-using Lines = std::deque<std::string>;
+using Lines = std::deque<Line>;
+
+/// A line is a key and nothing more. what() names the line and the key.
+class KeyWithoutValue : public std::out_of_range {
+  public:
+    using std::out_of_range::out_of_range;
+};
 
 /// The longest line that is read, in bytes without its end. A longer one counts as a read error.
 inline constexpr int MAX_LINE_LENGTH = 65535;
 
-/// The largest file that is read: its lines take some sixteen times as much while they are sorted.
+/// The largest file that is read: its lines take some twenty times as much while they are sorted.
 inline constexpr int MAX_SPRITE_BYTES = 16 * 1024 * 1024;
 
 /// Lines of the file that were counted so far, for messages. Whoever begins a file sets it to 0.
@@ -40,8 +52,8 @@ Lines readData(std::istream &file, const std::string &delimiter);
 /// character behind it. The lines are taken out of the list and the last one wins; -1 if there is
 /// none.
 ///
-/// Throws std::out_of_range for a line that is the key and nothing more. A sprite file with such a
-/// line is broken beyond a message, and the error goes through to whoever loads the file.
+/// Throws KeyWithoutValue for a line that is the key and nothing more, for whoever loads the file
+/// to report: only there is the file's name known.
 int matchLineInt(Lines *p_lines, const char *token);
 
 /// The text behind a key, as matchLineInt; empty if there is none.

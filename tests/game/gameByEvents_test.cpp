@@ -250,10 +250,9 @@ TEST_F(GameByEvents, goes_on_without_a_sprite_whose_file_has_a_key_without_a_val
                                         "<BODY>\na\nend\n</BODY>\n"
                                         "<FOOTER>\nversion 1\n</FOOTER>\n");
     EXPECT_EQ(play({Plan::NO_SHOT, 1}).getStory().back(), "lost");
-    EXPECT_EQ(
-        logCount("loadResources(): Error! A line of sprites/button-spr.txt is a key without a "
-                 "value."),
-        1);
+    expectLogged(
+        {"RM::loadSprite(): Error! File 'sprites/button-spr.txt', line 2: key 'frames' has "
+         "no value."});
 }
 
 struct Damage {

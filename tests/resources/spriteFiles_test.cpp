@@ -5,7 +5,6 @@
 
 #include <filesystem>
 #include <set>
-#include <stdexcept>
 
 namespace {
 
@@ -268,11 +267,24 @@ TEST_F(SpriteFiles, what_the_file_says_reaches_the_sprite) {
     }
 }
 
-TEST_F(SpriteFiles, a_key_without_a_value_goes_through_as_an_error_and_loads_nothing) {
-    EXPECT_THROW(load(robustFile("frames\nwidth 1\nheight 1\n", "a\nend\n")), std::out_of_range);
-    EXPECT_THROW(load(robustFile(two_by_one, "ab\nend\n", "version\n")), std::out_of_range);
-    EXPECT_EQ(resources.getSprite("it"), nullptr);
-    EXPECT_EQ(load(robustFile(two_by_one, "ab\nend\n")), 0);
+TEST_F(SpriteFiles, a_key_without_a_value_is_refused_with_its_line) {
+    const auto missing = [](int line, const std::string &key) {
+        return "RM::loadSprite(): Error! File 'spr.txt', line " + std::to_string(line) + ": key '" +
+               key + "' has no value.";
+    };
+    expectRefused({
+        {robustFile("frames\nwidth 1\nheight 1\n", "a\nend\n"), missing(2, "frames")},
+        {robustFile(two_by_one + "mood\ncolor\r\n", "ab\nend\n"), missing(6, "color")},
+        {robustFile(two_by_one, "ab\nend\n", "author me\nversion\n"), missing(12, "version")},
+    });
+    // What is odd about the key's earlier lines is said first.
+    const std::string second = "' matches multiple lines.\n";
+    EXPECT_EQ(load(robustFile(two_by_one + "height\n", "ab\nend\n"), 1), -1);
+    EXPECT_NE(said().find("matchLineInt(): Warning! 'height" + second + missing(5, "height")),
+              std::string::npos);
+    EXPECT_EQ(load(robustFile(two_by_one + "color red\ncolor\n", "ab\nend\n"), 1), -1);
+    EXPECT_NE(said().find("matchLineStr(): Warning! 'color" + second + missing(6, "color")),
+              std::string::npos);
 }
 
 TEST_F(SpriteFiles, the_sprites_of_the_game_load_without_a_complaint) {
