@@ -81,17 +81,11 @@ bool takeFrameEnd(Lines &lines, int line) {
 } // namespace
 
 std::string getLine(std::istream &file, bool count_line) {
-    // Kept from call to call, so that a line costs no more than its length. The last character is
-    // for the terminating zero.
-    static std::array<char, MAX_LINE_LENGTH + 1> buffer{};
-    file.getline(buffer.data(), buffer.size());
-    if (!file) {
+    std::string line;
+    if (!std::getline(file, line)) {
         LogManager::getInstance().writeLog("getLine(): Error! Unexpected end of file.");
         return "";
     }
-    // The line's end was taken too, except at the end of the file.
-    const auto taken = static_cast<std::size_t>(file.gcount());
-    std::string line(buffer.data(), file.eof() ? taken : taken - 1);
     if (!line.empty() && line.back() == '\r')
         line.pop_back();
     if (count_line)

@@ -30,9 +30,6 @@ class KeyWithoutValue : public std::out_of_range {
     using std::out_of_range::out_of_range;
 };
 
-/// The longest line that is read, in bytes without its end. A longer one counts as a read error.
-inline constexpr int MAX_LINE_LENGTH = 65535;
-
 /// The largest file that is read: its lines take some twenty times as much while they are sorted.
 inline constexpr int MAX_SPRITE_BYTES = 16 * 1024 * 1024;
 
