@@ -58,6 +58,10 @@ void Music::play(bool loop) {
     LogManager::getInstance().writeLog(5, "Music::play(): Playing music.");
     if (!music)
         return;
+    // Before it plays, since the library's thread reads seconds ahead at once, and at the end of a
+    // short track would not know of the loop yet. And after, which must stay: whatever a start does
+    // to the settings, the last word is the caller's.
+    music->setLoop(loop);
     music->play();
     music->setLoop(loop);
 }

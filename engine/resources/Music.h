@@ -32,8 +32,7 @@ class Music {
     const std::string &getLabel() const { return label; }
     void setLabel(std::string new_label) { label = std::move(new_label); }
 
-    /// Plays from the beginning, over and over if `loop`. The library reads three seconds ahead and
-    /// learns of the loop when it plays already: a track shorter than that may end after one round.
+    /// Plays from the beginning, over and over if `loop`, however short the track.
     void play(bool loop = false);
     void stop();
 

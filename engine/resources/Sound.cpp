@@ -85,6 +85,9 @@ void Sound::play(bool loop) {
     LogManager::getInstance().writeLog(5, "Sound::play(): Playing sound.");
     if (!voice)
         return;
+    // As with music: a sound of a few milliseconds may be over before the second word, which must
+    // stay all the same.
+    voice->sound.setLoop(loop);
     voice->sound.play();
     voice->sound.setLoop(loop);
 }
