@@ -31,6 +31,19 @@ auto findLabel(Store &store, int count, const std::string &label) {
     return found != filled.end() ? &*found : nullptr;
 }
 
+Sprite *findLabel(const std::vector<std::unique_ptr<Sprite>> &sprites, const std::string &label) {
+    const auto found = std::ranges::find_if(
+        sprites, [&](const auto &sprite) { return sprite->getLabel() == label; });
+    return found != sprites.end() ? found->get() : nullptr;
+}
+
+/// Says that what `operation` loads now cannot be found, if something with its label is there.
+void warnIfTaken(const void *first, const char *operation, const std::string &label) {
+    if (first != nullptr)
+        logFailure("RM::%s(): Warning! Label '%s' is taken; the first one stays.", operation,
+                   label.c_str());
+}
+
 std::streamoff sizeOf(std::istream &file) {
     file.seekg(0, std::ios::end);
     const std::streamoff size = file.tellg();
@@ -152,6 +165,7 @@ int ResourceManager::loadSprite(const std::string &filename, const std::string &
     auto sprite = tryToReadSprite(file, filename);
     if (!sprite)
         return logFailure("RM::loadSprite(): Sprite '%s' NOT loaded.", label.c_str());
+    warnIfTaken(findLabel(sprites, label), "loadSprite", label);
     sprite->setLabel(label);
     logFrames(*sprite);
     sprites.push_back(std::move(sprite));
@@ -169,6 +183,7 @@ int ResourceManager::loadSound(const std::string &filename, const std::string &l
     if (sound.loadSound(filename) != 0)
         return logFailure("RM::loadSound(): Error! Cannot load sound from file '%s'.",
                           filename.c_str());
+    warnIfTaken(findLabel(sounds, sound_count, label), "loadSound", label);
     sound.setLabel(label);
     ++sound_count;
     LogManager::getInstance().writeLog(1, "RM::loadSound(): Sound '%s' successfully loaded.",
@@ -188,6 +203,7 @@ int ResourceManager::loadMusic(const std::string &filename, const std::string &l
     if (track.loadMusic(filename) != 0)
         return logFailure("RM::loadmusic(): Error! Cannot load music from file '%s'.",
                           filename.c_str());
+    warnIfTaken(findLabel(music, music_count, label), "loadMusic", label);
     track.setLabel(label);
     ++music_count;
     LogManager::getInstance().writeLog(1, "RM::loadMusic(): Music '%s' successfully loaded.",
@@ -198,11 +214,10 @@ int ResourceManager::loadMusic(const std::string &filename, const std::string &l
 Sprite *ResourceManager::getSprite(const std::string &label) const {
     LogManager &log = LogManager::getInstance();
     log.writeLog(5, "RM::getSprite(): Looking for sprite '%s'.", printable(label).c_str());
-    for (const auto &sprite : sprites)
-        if (sprite->getLabel() == label)
-            return sprite.get();
-    log.writeLog("RM::getSprite(): Warning! Sprite '%s' not found.", printable(label).c_str());
-    return nullptr;
+    Sprite *found = findLabel(sprites, label);
+    if (found == nullptr)
+        log.writeLog("RM::getSprite(): Warning! Sprite '%s' not found.", printable(label).c_str());
+    return found;
 }
 
 Sound *ResourceManager::getSound(const std::string &label) {

@@ -1,7 +1,8 @@
 /// Owns every sprite, sound and music track of a game, each found by its label. All are loaded at
 /// the beginning and stay until the manager stops; nothing is removed before.
 ///
-/// Labels may repeat: the first one loaded is the one found. Game-loop thread only.
+/// Labels may repeat, with a warning: the first one loaded is the one found, and the later ones
+/// take their places for nothing. Game-loop thread only.
 #pragma once
 
 #include "core/Manager.h"

@@ -39,11 +39,17 @@ class Resources : public test::EngineTest {
 
 TEST_F(Resources, the_first_of_two_with_one_label_is_found_and_labels_are_exact) {
     EXPECT_EQ(resources.loadSprite("spr.txt", "it"), 0);
-    EXPECT_EQ(resources.loadSprite("spr2.txt", "it"), 0);
-    EXPECT_EQ(resources.getSprite("it")->getColor(), sv::RED);
     EXPECT_EQ(resources.loadSound("beep.wav", "it"), 0);
     EXPECT_EQ(resources.loadSound("beep.wav", ""), 0);
     EXPECT_EQ(resources.loadMusic("beep.wav", "it"), 0);
+    settleDevice();
+    EXPECT_EQ(resources.loadSprite("spr2.txt", "it"), 0);
+    EXPECT_EQ(resources.loadSound("beep.wav", "it"), 0);
+    EXPECT_EQ(resources.loadMusic("beep.wav", "it"), 0);
+    const std::string taken = "(): Warning! Label 'it' is taken; the first one stays.\n";
+    EXPECT_EQ(said(), "RM::loadSprite(): Loading sprite 'spr2.txt'.\nRM::loadSprite" + taken +
+                          "RM::loadSound" + taken + "RM::loadMusic" + taken);
+    EXPECT_EQ(resources.getSprite("it")->getColor(), sv::RED);
     EXPECT_NE(resources.getSound("it"), nullptr);
     EXPECT_NE(resources.getSound(""), nullptr);
     EXPECT_NE(resources.getMusic("it"), nullptr);
@@ -130,7 +136,7 @@ TEST_F(Resources, a_track_that_is_cut_short_is_loaded_with_a_warning) {
     for (const auto &c : cases) {
         writeFile("track.wav", c.content);
         said();
-        EXPECT_EQ(resources.loadMusic("track.wav", "m"), 0);
+        EXPECT_EQ(resources.loadMusic("track.wav", std::to_string(c.content.size())), 0);
         EXPECT_EQ(said(), c.warnings == 0 ? ""
                                           : "Music::loadMusic(): Warning! 'track.wav' is cut short "
                                             "and may not play as it should.\n")
