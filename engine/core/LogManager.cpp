@@ -42,8 +42,6 @@ int LogManager::startUp() {
 void LogManager::shutDown() {
     Manager::shutDown();
     writeLog(5, "LogManager::shutDown(): successfully stopped.");
-    if (p_f && std::fflush(p_f.get()) != 0)
-        sayUnwritable();
     p_f.reset();
     extra_files.clear();
 }
@@ -64,23 +62,48 @@ int LogManager::writeLog(const char *fmt, ...) {
     return written;
 }
 
+int LogManager::writeLog(const std::string &line) {
+    return writeLog(log_level, line);
+}
+
+int LogManager::writeLog(int line_level, const std::string &line) {
+    if (line_level > log_level)
+        return 0;
+    const bool is_begun = beginLine();
+    const bool is_written = std::fwrite(line.data(), 1, line.size(), output()) == line.size();
+    return endLine(is_written ? static_cast<int>(line.size()) : -1, is_begun);
+}
+
 int LogManager::vwriteLog(int line_level, const char *fmt, std::va_list args) {
     if (line_level > log_level)
         return 0;
+    const bool is_begun = beginLine();
+    const int written = std::vfprintf(output(), fmt, args);
+    return endLine(written, is_begun);
+}
+
+void LogManager::setStepCount(int new_step_count) {
+    std::snprintf(step_text.data(), step_text.size(), "%4d ", new_step_count);
+}
+
+/// False if a part of it failed, which does not keep the others from being tried.
+bool LogManager::beginLine() {
     if (p_f && do_flush)
         replaceDeletedFile();
-    std::FILE *out = p_f ? p_f.get() : stderr;
-    // A part that fails does not keep the others from being tried.
     bool failed = false;
     if (log_time_string)
-        failed |= std::fprintf(out, "%s ", getTimeString()) < 0;
+        failed |= std::fputs(getTimeString(), output()) < 0 || std::fputc(' ', output()) < 0;
     if (log_step_count)
-        failed |= std::fprintf(out, "%4d ", step_count) < 0;
-    const int written = std::vfprintf(out, fmt, args);
-    failed |= written < 0;
-    failed |= std::fputs("\n", out) < 0;
-    if (do_flush)
-        failed |= std::fflush(out) != 0;
+        failed |= std::fputs(step_text.data(), output()) < 0;
+    return !failed;
+}
+
+/// The whole line goes to its file at once: if the program dies of what comes next, the log tells
+/// how far it came.
+int LogManager::endLine(int written, bool is_begun) {
+    bool failed = !is_begun || written < 0;
+    failed |= std::fputc('\n', output()) < 0;
+    failed |= std::fflush(output()) != 0;
     if (failed)
         sayUnwritable();
     return failed ? -1 : written;

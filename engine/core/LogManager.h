@@ -1,13 +1,15 @@
 /// Writes the diagnostic lines of the engine and the game to one text file, and to standard error
 /// while that file is not open. First manager to start, last to stop.
 ///
-/// A line is the local time, the step count, and the message: "12:34:56   89 message". Game-loop
-/// thread only: the time text lives in a shared buffer.
+/// A line is the local time, the step count, and the message: "12:34:56   89 message". It is in the
+/// file when writeLog() returns, even if the program dies of what it does next. Game-loop thread
+/// only: the time text lives in a shared buffer.
 #pragma once
 
 #include "core/Manager.h"
 #include "platform/printfFormat.h"
 
+#include <array>
 #include <cstdarg>
 #include <cstdio>
 #include <map>
@@ -34,17 +36,20 @@ class LogManager : public Manager {
     /// Writes one line if `line_level` is at most the log level. Returns the length of the message
     /// in bytes, prefixes and line end left out; 0 for a dropped line; -1 if any part of the line
     /// could not be written. The first time that happens to a log file, a line on standard error
-    /// says so. A flushed line whose log file has been deleted begins a new one, and that is said
-    /// there, too.
+    /// says so.
     int writeLog(int line_level, const char *fmt, ...) SV_PRINTF_FORMAT(3, 4);
 
     /// Writes one line at any log level.
     int writeLog(const char *fmt, ...) SV_PRINTF_FORMAT(2, 3);
 
+    /// The same for a text that is no format: it is written as it is, whatever '%' it has.
+    int writeLog(int line_level, const std::string &line);
+    int writeLog(const std::string &line);
+
     int vwriteLog(int line_level, const char *fmt, std::va_list args) SV_PRINTF_FORMAT(3, 0);
 
-    /// Whether every line is flushed, so that the file is complete even if the program dies.
-    /// Default: not until this is called.
+    /// Whether each line first looks if the log file is still there. If it has been deleted, the
+    /// line begins a new one, and standard error says so. Default: not until this is called.
     void setFlush(bool new_do_flush = true) { do_flush = new_do_flush; }
     bool getFlush() const { return do_flush; }
 
@@ -63,7 +68,7 @@ class LogManager : public Manager {
 
     /// The step count of the lines to come. The game loop says it, so that the log need not know
     /// the loop.
-    void setStepCount(int new_step_count) { step_count = new_step_count; }
+    void setStepCount(int new_step_count);
 
   private:
     struct FileCloser {
@@ -73,6 +78,9 @@ class LogManager : public Manager {
 
     LogManager();
 
+    std::FILE *output() const { return p_f ? p_f.get() : stderr; }
+    bool beginLine();
+    int endLine(int written, bool is_begun);
     void sayUnwritable();
     void replaceDeletedFile();
 
@@ -86,7 +94,7 @@ class LogManager : public Manager {
     bool is_irreplaceable = false; // If it is deleted, no other is made.
     // Further log files by name. Nothing opens one yet; each is closed with the log.
     std::map<std::string, File> extra_files;
-    int step_count = 0;
+    std::array<char, 16> step_text{"   0 "}; // As it stands in a line.
 };
 
 /// Writes an unlevelled line and returns -1: the way out of a refusal.

@@ -12,6 +12,7 @@
 #include <limits>
 #include <new>
 #include <system_error>
+#include <tuple>
 #include <vector>
 
 namespace sv {
@@ -208,14 +209,21 @@ std::string printable(std::string_view text) {
 }
 
 const char *getTimeString() {
-    static std::array<char, 16> buffer{};
+    // Formatting costs as much as the line's way into its file: once for each second.
+    static std::array<char, 16> text{"(time error)"};
+    static std::tuple shown{false, 0, 0, 0};
     std::tm local{};
-    if (platform::timeSource().localTime(local))
-        std::snprintf(buffer.data(), buffer.size(), "%02d:%02d:%02d", local.tm_hour, local.tm_min,
+    const bool is_known = platform::timeSource().localTime(local);
+    const std::tuple now{is_known, local.tm_hour, local.tm_min, local.tm_sec};
+    if (now == shown)
+        return text.data();
+    shown = now;
+    if (is_known)
+        std::snprintf(text.data(), text.size(), "%02d:%02d:%02d", local.tm_hour, local.tm_min,
                       local.tm_sec);
     else
-        std::snprintf(buffer.data(), buffer.size(), "(time error)");
-    return buffer.data();
+        std::snprintf(text.data(), text.size(), "(time error)");
+    return text.data();
 }
 
 } // namespace sv

@@ -46,6 +46,15 @@ TEST_F(SystemTime, the_utc_reading_and_the_local_time_are_the_calendars) {
     EXPECT_LE(std::mktime(&local), after);
 }
 
+TEST_F(SystemTime, the_local_time_goes_on) {
+    std::tm first{};
+    ASSERT_TRUE(timeSource().localTime(first));
+    std::tm later{};
+    EXPECT_TRUE(test::waitUntil(
+        [&] { return timeSource().localTime(later) && later.tm_sec != first.tm_sec; }));
+    EXPECT_EQ(later.tm_year, first.tm_year);
+}
+
 TEST_F(SystemTime, milliseconds_go_on_and_stay_below_a_second) {
     std::set<int> seen;
     EXPECT_TRUE(test::waitUntil([&] {

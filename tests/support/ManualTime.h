@@ -23,6 +23,7 @@ class ManualTime final : public sv::platform::TimeSource {
     /// Called in the middle of each sleep.
     std::function<void()> during_sleep;
     bool local_time_fails = false;
+    int local_second = 9;
     /// What a request for a timer period is answered, and how many more were made than given back.
     int timer_answer = 0;
     int open_timer_periods = 0;
@@ -34,11 +35,11 @@ class ManualTime final : public sv::platform::TimeSource {
                 static_cast<int>(now_ms % 1000)};
     }
 
-    /// 07:08:09, whatever the wall clock says.
+    /// 07:08:09 or another second, whatever the wall clock says.
     bool localTime(std::tm &local) override {
         local.tm_hour = 7;
         local.tm_min = 8;
-        local.tm_sec = 9;
+        local.tm_sec = local_second;
         return !local_time_fails;
     }
 

@@ -33,9 +33,16 @@ class SystemTime final : public TimeSource {
                 static_cast<int>(now.tv_nsec / nanoseconds_per_millisecond)};
     }
 
+    // Every line of a log asks. The answer is the same for a second.
     bool localTime(std::tm &local) override {
         const std::time_t now = std::time(nullptr);
-        return localtime_r(&now, &local) != nullptr;
+        if (now != second) {
+            if (localtime_r(&now, &local_second) == nullptr)
+                return false;
+            second = now;
+        }
+        local = local_second;
+        return true;
     }
 
     void sleep(int milliseconds) override {
@@ -53,6 +60,10 @@ class SystemTime final : public TimeSource {
     // Sleeping is finer than a millisecond here without being asked.
     int beginTimerPeriod(unsigned) override { return 0; }
     int endTimerPeriod(unsigned) override { return 0; }
+
+  private:
+    std::time_t second = -1;
+    std::tm local_second{}; // That second in local time.
 };
 
 // There before main() and after it: a global's constructor or destructor may log.
