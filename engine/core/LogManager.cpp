@@ -2,6 +2,7 @@
 
 #include "core/Config.h"
 #include "core/text.h"
+#include "platform/logFile.h"
 #include "platform/system.h"
 
 #include <cerrno>
@@ -28,12 +29,15 @@ int LogManager::startUp() {
 
     const char *variable = std::getenv(LOG_FILE_VARIABLE);
     file_name = variable ? variable : Config::getInstance().getLogFile();
-    p_f.reset(std::fopen(file_name.c_str(), "w"));
+    const platform::LogFile opened = platform::openLog(file_name);
+    p_f.reset(opened.p_file);
     if (!p_f)
         return logFailure("LogManager::startup(): Warning! Unable to open file '%s'.",
                           file_name.c_str());
     unwritable_is_said = false;
     is_irreplaceable = platform::isDeleted(p_f.get()); // Somebody's standard output, say.
+    if (opened.is_shared)
+        sayShared();
     Manager::startUp();
     writeLog(5, "LogManager::startUp(): successfully started.");
     return 0;
@@ -109,6 +113,16 @@ int LogManager::endLine(int written, bool is_begun) {
     return failed ? -1 : written;
 }
 
+/// In the log for who wonders about the lines of two programs, and to the person who starts them.
+void LogManager::sayShared() {
+    const std::string warning = "LogManager::startUp(): Warning! Another running program writes "
+                                "the log '" +
+                                file_name +
+                                "' too. SELVANE_LOG can name another file for this one.";
+    writeLog(warning);
+    std::fprintf(stderr, "%s\n", warning.c_str());
+}
+
 /// Once for each log file: a full disk stays full for a while.
 void LogManager::sayUnwritable() {
     if (!p_f || unwritable_is_said)
@@ -123,7 +137,7 @@ void LogManager::sayUnwritable() {
 void LogManager::replaceDeletedFile() {
     if (is_irreplaceable || !platform::isDeleted(p_f.get()))
         return;
-    File fresh(std::fopen(file_name.c_str(), "wx")); // Not what others have put there meanwhile.
+    File fresh(platform::openNewLog(file_name)); // Not what others have put there meanwhile.
     is_irreplaceable = !fresh;
     const std::string then =
         fresh ? "The log goes on in a new one"

@@ -27,7 +27,9 @@ class LogManager : public Manager {
   public:
     static LogManager &getInstance();
 
-    /// Opens the log file, emptying an earlier one. 0, or -1 if it cannot be opened or is open.
+    /// Opens the log file, emptying an earlier one; but not one that another running program
+    /// writes: then both add to it, and a line here and on standard error says so. 0, or -1 if it
+    /// cannot be opened or is open.
     int startUp() override;
 
     /// Closes the log file; later lines go to standard error.
@@ -81,6 +83,7 @@ class LogManager : public Manager {
     std::FILE *output() const { return p_f ? p_f.get() : stderr; }
     bool beginLine();
     int endLine(int written, bool is_begun);
+    void sayShared();
     void sayUnwritable();
     void replaceDeletedFile();
 

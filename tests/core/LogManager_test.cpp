@@ -1,6 +1,7 @@
 #include "core/LogManager.h"
 
 #include "core/Config.h"
+#include "platform/logFile.h"
 #include "support/EngineTest.h"
 #include "support/ManualTime.h"
 #include "support/environment.h"
@@ -99,6 +100,28 @@ TEST_F(Log, a_string_is_written_as_it_is) {
     EXPECT_EQ(log.writeLog(0, text), static_cast<int>(text.size()));
     EXPECT_EQ(log.writeLog(1, text), 0);
     EXPECT_EQ(logText(), text + "\n" + text + "\n");
+}
+
+TEST_F(Log, another_programs_is_kept_and_both_go_on) {
+    const std::string warning = "LogManager::startUp(): Warning! Another running program writes "
+                                "the log 'selvane.log' too. SELVANE_LOG can name another file "
+                                "for this one.\n";
+    std::FILE *p_others = platform::openLog("selvane.log").p_file; // As that program does.
+    ASSERT_NE(p_others, nullptr);
+    const auto other_writes = [&](const char *line) {
+        std::fputs(line, p_others);
+        std::fflush(p_others);
+    };
+    other_writes("other 1\n");
+    EXPECT_EQ(errorsOf([] { startLog(); }), warning);
+    log.writeLog("own 1");
+    other_writes("other 2\n");
+    log.writeLog("own 2");
+    EXPECT_EQ(logText(), "other 1\n" + warning + "own 1\nother 2\nown 2\n");
+    std::fclose(p_others);
+    log.shutDown();
+    EXPECT_EQ(errorsOf([] { startLog(); }), "");
+    EXPECT_EQ(logText(), "");
 }
 
 TEST_F(Log, a_file_that_cannot_be_opened_fails_the_start) {
