@@ -13,6 +13,7 @@
 #include <new>
 #include <system_error>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 namespace sv {
@@ -24,8 +25,18 @@ struct Entry {
     std::string value;
 };
 
-std::vector<Entry> entries; // What match() parsed last,
-std::string parsed;         // and the text that it was.
+struct Parse {
+    std::string text;
+    std::vector<Entry> entries;
+};
+
+/// What match() parsed last. Never destroyed: what a global object does before main() and after it
+/// may parse, too.
+Parse &lastParse() {
+    static Parse &parse = *new Parse;
+    return parse;
+}
+
 constexpr int parse_log_level = 25;
 
 bool isSpace(char c) {
@@ -59,24 +70,25 @@ void logPiece(const char *name, std::string_view piece) {
 }
 
 /// False if the element is made of colons alone: the parse ends there.
-bool addEntry(std::string_view element) {
+bool addEntry(std::string_view element, std::vector<Entry> &entries) {
     LogManager &log = LogManager::getInstance();
     log.writeLog(parse_log_level, "\titem number %d", static_cast<int>(entries.size()));
     logPiece("p_element", element);
 
     std::string_view key;
-    if (!nextPiece(element, ':', key))
+    const bool has_key = nextPiece(element, ':', key);
+    logPiece("token", key);
+    if (!has_key)
         return false;
     std::string_view value;
     nextPiece(element, ':', value);
-    logPiece("token", key);
     entries.push_back({std::string(key), std::string(value)});
     log.writeLog(parse_log_level, "\tkey %s", shown(key).c_str());
     log.writeLog(parse_log_level, "\tval %s", shown(value).c_str());
     return true;
 }
 
-void logEntries() {
+void logEntries(const std::vector<Entry> &entries) {
     LogManager &log = LogManager::getInstance();
     log.writeLog(parse_log_level, "match(): parsed.");
     if (log.getLogLevel() < 28)
@@ -86,30 +98,22 @@ void logEntries() {
                      printable(entries[i].value).c_str());
 }
 
-/// Replaces the kept entries by those of `text`; false, and no entries, without memory.
-bool parse(const std::string &text) {
-    entries.clear();
-    parsed.clear();
+/// Keeps the entries of `text`; none if there is no memory for them.
+void parse(const std::string &text) {
+    lastParse() = {};
+    Parse fresh{text, {}};
     std::string str = text;
     std::erase_if(str, isSpace);
     const auto count = std::count(str.begin(), str.end(), ',') + 1;
-    LogManager &log = LogManager::getInstance();
-    log.writeLog(parse_log_level, "match(): number of elements allocated is %d",
-                 static_cast<int>(count));
-    try {
-        entries.reserve(static_cast<std::size_t>(count));
-        std::string_view rest = str;
-        for (std::string_view element; nextPiece(rest, ',', element);)
-            if (!addEntry(element))
-                break;
-        parsed = text;
-    } catch (const std::bad_alloc &) {
-        entries.clear();
-        log.writeLog("match(): unable to allocate key array!");
-        return false;
-    }
-    logEntries();
-    return true;
+    LogManager::getInstance().writeLog(
+        parse_log_level, "match(): number of elements allocated is %d", static_cast<int>(count));
+    fresh.entries.reserve(static_cast<std::size_t>(count));
+    std::string_view rest = str;
+    for (std::string_view element; nextPiece(rest, ',', element);)
+        if (!addEntry(element, fresh.entries))
+            break;
+    logEntries(fresh.entries);
+    lastParse() = std::move(fresh);
 }
 
 std::string_view withoutLeadingBlanksAndPlus(std::string_view text) {
@@ -122,7 +126,21 @@ std::string_view withoutLeadingBlanksAndPlus(std::string_view text) {
 
 /// Whether the entries are those of `text` already. A log that tells of each parse gets each.
 bool isParsed(const std::string &text) {
-    return LogManager::getInstance().getLogLevel() < parse_log_level && text == parsed;
+    return LogManager::getInstance().getLogLevel() < parse_log_level && text == lastParse().text;
+}
+
+std::string valueOf(const std::string &key) {
+    const std::vector<Entry> &entries = lastParse().entries;
+    LogManager &log = LogManager::getInstance();
+    log.writeLog(parse_log_level, "match(): Looking for match '%s' among %d items.", key.c_str(),
+                 static_cast<int>(entries.size()));
+    int i = 0;
+    for (const Entry &entry : entries) {
+        log.writeLog(28, "match(): %d: %s == %s?", i++, entry.key.c_str(), key.c_str());
+        if (entry.key == key)
+            return entry.value;
+    }
+    return "";
 }
 
 /// Of a number that no double can hold, whether that is because it is so near to 0.
@@ -144,19 +162,15 @@ std::string_view withoutBlanksAround(std::string_view text) {
 
 std::string match(const std::string &str, const std::string &find) {
     LogManager &log = LogManager::getInstance();
-    log.writeLog(parse_log_level, "match(\"%s\", \"%s\")", shown(str).c_str(), find.c_str());
-    if (!str.empty() && !isParsed(str) && !parse(str))
+    try {
+        log.writeLog(parse_log_level, "match(\"%s\", \"%s\")", shown(str).c_str(), find.c_str());
+        if (!str.empty() && !isParsed(str))
+            parse(str);
+        return valueOf(find);
+    } catch (const std::bad_alloc &) {
+        log.writeLog("match(): unable to allocate key array!");
         return "";
-
-    log.writeLog(parse_log_level, "match(): Looking for match '%s' among %d items.", find.c_str(),
-                 static_cast<int>(entries.size()));
-    int i = 0;
-    for (const Entry &entry : entries) {
-        log.writeLog(28, "match(): %d: %s == %s?", i++, shown(entry.key).c_str(), find.c_str());
-        if (entry.key == find)
-            return entry.value;
     }
-    return "";
 }
 
 std::string boolToString(bool b) {

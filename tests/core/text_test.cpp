@@ -62,6 +62,9 @@ TEST_F(Match, tells_how_it_parsed_and_at_its_highest_level_every_comparison) {
     expectLogged({"\t0  a : 1", "\t1  b : ", "match(): 0: a == b?", "match(): 1: b == b?"});
     EXPECT_NE(logText().find("\n\tp_element is 'a:1' ("), std::string::npos);
     EXPECT_NE(logText().find("\n\ttoken is 'a' ("), std::string::npos);
+    match("::,b:2", "b");
+    EXPECT_NE(logText().find("\n\tp_element is '::' ("), std::string::npos);
+    EXPECT_NE(logText().find("\n\ttoken is '' ("), std::string::npos);
 }
 
 TEST(ParseInt, reads_the_integer_at_the_start) {

@@ -11,7 +11,17 @@ namespace {
 // Drivers allocate on threads of their own.
 std::atomic<long> count = 0;
 std::atomic<long> bytes = 0;
+std::atomic<int> left = -1;
 std::atomic<int> nothrow_left = -1;
+
+/// False if there is none left; otherwise takes one.
+bool take(std::atomic<int> &calls) {
+    if (calls > 0)
+        --calls;
+    else if (calls == 0)
+        return false;
+    return true;
+}
 
 void *allocate(std::size_t size) {
     ++count;
@@ -29,6 +39,10 @@ long allocatedBytes() {
     return bytes;
 }
 
+void failAfter(int calls) {
+    left = calls;
+}
+
 void failNothrowAfter(int calls) {
     nothrow_left = calls;
 }
@@ -36,6 +50,8 @@ void failNothrowAfter(int calls) {
 } // namespace test
 
 void *operator new(std::size_t size) {
+    if (!test::take(test::left))
+        throw std::bad_alloc();
     void *memory = test::allocate(size);
     if (memory == nullptr)
         std::abort();
@@ -43,11 +59,7 @@ void *operator new(std::size_t size) {
 }
 
 void *operator new(std::size_t size, const std::nothrow_t & /*tag*/) noexcept {
-    if (test::nothrow_left == 0)
-        return nullptr;
-    if (test::nothrow_left > 0)
-        --test::nothrow_left;
-    return test::allocate(size);
+    return test::take(test::nothrow_left) ? test::allocate(size) : nullptr;
 }
 
 void operator delete(void *memory) noexcept {

@@ -10,6 +10,9 @@ long allocations();
 /// How many bytes those calls asked for.
 long allocatedBytes();
 
+/// Makes the ordinary `new` calls to come throw after that many; below 0, never.
+void failAfter(int calls);
+
 /// Makes the `new (std::nothrow)` calls to come fail after that many; below 0, never.
 void failNothrowAfter(int calls);
 
