@@ -13,10 +13,6 @@ namespace {
 constexpr std::size_t most_cells = 4096;
 constexpr std::size_t vertices_per_cell = 8;
 
-/// Every glyph page of the library begins with a white square, there to draw underlines with, and
-/// this is its middle: a quad that shows nothing else has its vertices' colour.
-const sf::FloatRect white_texel(1, 1, 0, 0);
-
 /// The library draws a glyph with this much of the page around it, so that its edge can fade out
 /// between two pixels.
 constexpr float glyph_padding = 1;
@@ -61,6 +57,9 @@ CellBatch::~CellBatch() = default;
 void CellBatch::add(Vector rectangle_pos, Vector text_pos, char ch, const sf::Color &color) {
     if (vertices.size() + vertices_per_cell > vertices.capacity())
         flush();
+    // Every glyph page of the library begins with a white square, there to draw underlines with,
+    // and this is its middle: a quad that shows nothing else has its vertices' colour.
+    const sf::FloatRect white_texel(1, 1, 0, 0);
     const sf::Vector2f size = rectangle.getSize();
     addQuad(vertices, {rectangle_pos.x, rectangle_pos.y, size.x, size.y}, white_texel,
             rectangle.getFillColor());

@@ -12,8 +12,8 @@ namespace sv {
 
 namespace {
 
-/// One for the process, since a thread of the library may still write into it when the object that
-/// put it there is gone.
+/// One for the process, never destroyed: a thread of the library may still write into it when the
+/// object that put it there is gone, and a global object may read a file when main() is over.
 class Collector : public std::streambuf {
   public:
     std::string take() {
@@ -42,7 +42,7 @@ class Collector : public std::streambuf {
 };
 
 Collector &collector() {
-    static Collector instance;
+    static Collector &instance = *new Collector;
     return instance;
 }
 

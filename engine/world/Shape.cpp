@@ -20,10 +20,10 @@ constexpr float fewest_corners = 3;
 constexpr float most_corners = 10; // So that a circle is visibly a polygon.
 
 /// The one that every figure is drawn through. It lies in main memory alone, so it may outlive the
-/// window.
+/// window; and it is never destroyed, so that a global object may draw when main() is over.
 sf::CircleShape &sharedPolygon() {
     constexpr std::size_t corners = 30;
-    static sf::CircleShape polygon(0, corners);
+    static sf::CircleShape &polygon = *new sf::CircleShape(0, corners);
     return polygon;
 }
 
