@@ -282,13 +282,21 @@ void Object::setPath(const Path &new_path) {
         if (isRefused("waypoint", waypoint))
             return;
     path = new_path;
+    passed = 0;
+    path_is_new = true;
     setModified(Attribute::PATH);
+}
+
+const Path &Object::getPath() const {
+    dropPassed();
+    return path;
 }
 
 void Object::setFollowPath(bool new_follow_path) {
     follow_path = new_follow_path;
-    if (!path.waypoints.empty())
-        setDirection(normalized(path.waypoints.front() - position));
+    const auto &ahead = getPath().waypoints;
+    if (!ahead.empty())
+        turn(normalized(ahead.front() - position));
     setModified(Attribute::FOLLOW_PATH);
 }
 
@@ -354,35 +362,54 @@ int Object::unregisterInterest(const std::string &event_type) {
 }
 
 void Object::stepPath() {
-    // Three quarters of a step's travel: nearer than that, the next step would overshoot, whatever
-    // the speed.
-    constexpr float reach = 3 * 0.25F;
     if (!follow_path)
         return;
-    // Those behind it are dropped in one go: one by one, a path of a million takes minutes.
-    std::size_t passed = 0;
-    // By index, and against the size of the moment: an override may take the path away.
-    for (; passed < path.waypoints.size(); ++passed) {
-        const Vector next = path.waypoints[passed];
-        if (distance(position, next) > speed * reach)
-            break;
-        setPosition(next);
-        setModified(Attribute::PATH);
+    // No more than it has now: an override that puts each one back would never let the step end.
+    for (std::size_t most = path.waypoints.size(); most > 0 && takeWaypoint(); --most) {
     }
-    dropWaypoints(passed);
-    if (!path.waypoints.empty()) {
-        setDirection(normalized(path.waypoints.front() - position));
+    const auto &ahead = getPath().waypoints;
+    if (!ahead.empty()) {
+        turn(normalized(ahead.front() - position));
         sayIfStill();
         return;
     }
-    setDirection({0, 0});
+    turn({0, 0});
     setFollowPath(false);
 }
 
-void Object::dropWaypoints(std::size_t count) {
+/// Takes the object to its next waypoint, if there is one in reach; whether it did.
+bool Object::takeWaypoint() {
+    // Three quarters of a step's travel: nearer than that, the next step would overshoot, whatever
+    // the speed.
+    constexpr float reach = 3 * 0.25F;
+    const auto &waypoints = path.waypoints;
+    if (passed == waypoints.size())
+        return false;
+    const Vector next = waypoints[passed];
+    if (distance(position, next) > speed * reach)
+        return false;
+    path_is_new = false;
+    setPosition(next);
+    setModified(Attribute::PATH);
+    // An override may have installed another path. All of that is still ahead, unless it begins
+    // with the waypoint just reached.
+    if (passed < waypoints.size() && (!path_is_new || waypoints[passed] == next))
+        ++passed;
+    return true;
+}
+
+/// In one go, and only when somebody looks or the step ends: one by one, a path of a million takes
+/// minutes.
+void Object::dropPassed() const {
     auto &waypoints = path.waypoints;
-    const auto present = static_cast<std::ptrdiff_t>(std::min(count, waypoints.size()));
-    waypoints.erase(waypoints.begin(), waypoints.begin() + present);
+    waypoints.erase(waypoints.begin(), waypoints.begin() + static_cast<std::ptrdiff_t>(passed));
+    passed = 0;
+}
+
+/// Counts as a change only if it is one: an object on its path turns in every step.
+void Object::turn(Vector new_direction) {
+    if (new_direction != direction)
+        setDirection(new_direction);
 }
 
 /// Once for each object: it may stand there for as long as the game runs.

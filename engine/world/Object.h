@@ -190,7 +190,10 @@ class Object {
     Shape getShape() const { return shape; }
 
     void setPath(const Path &new_path);
-    const Path &getPath() const { return path; }
+
+    /// What is still ahead: in the middle of a setPosition() that takes it to a waypoint, that
+    /// waypoint is the first. Good until the object takes its next step.
+    const Path &getPath() const;
 
     /// Whether it walks its path, waypoint by waypoint, with its speed. Turns it towards the first
     /// waypoint, if there is one.
@@ -244,7 +247,9 @@ class Object {
     bool isFiled() const { return filings > 0; }
     void setModified(Attribute attribute) { modified.set(static_cast<std::size_t>(attribute)); }
     int refile(const Box &new_box);
-    void dropWaypoints(std::size_t count);
+    void turn(Vector new_direction);
+    bool takeWaypoint();
+    void dropPassed() const;
     bool isSearching() const;
     int startSearch(Vector to, const Object *p_target);
     void sayIfStill();
@@ -266,7 +271,10 @@ class Object {
     std::bitset<ATTRIBUTE_COUNT> modified = std::bitset<ATTRIBUTE_COUNT>().set();
     Shape shape;
     std::unique_ptr<PathFind, PathFindDeleter> path_finder; // A search under way.
-    Path path;
+    // Passed waypoints stay at the front of the path until somebody looks, see dropPassed().
+    mutable Path path;
+    mutable std::size_t passed = 0;
+    bool path_is_new = false; // Since the last waypoint was reached.
     bool follow_path = false;
     bool avoid_collisions = false;
     std::bitset<4> said;   // By Notice.

@@ -6,6 +6,7 @@
 #include "support/WorldTest.h"
 #include "world/EventPath.h"
 
+#include <functional>
 #include <limits>
 
 namespace sv {
@@ -13,6 +14,7 @@ namespace {
 
 using test::Diary;
 using test::Witness;
+using Waypoints = std::vector<Vector>;
 using ObjectTest = test::WorldTest;
 
 static_assert(sizeof(Object) <= 512, "a hundred texts alone would take 3,200 bytes");
@@ -157,27 +159,103 @@ TEST_F(ObjectTest, a_found_path_is_followed_and_any_end_drops_the_search) {
     EXPECT_EQ(logCount("Object::eventHandler(): Error! Dynamic cast to EventPath failed."), 1);
 }
 
-TEST_F(ObjectTest, a_handler_that_takes_the_path_away_while_it_is_walked_does_no_harm) {
-    class Fickle : public Object {
-      public:
-        int setPosition(Vector new_position) override {
-            setPath({});
-            return Object::setPosition(new_position);
-        }
-    };
-    auto *p_o = new Fickle;
-    p_o->setPath({{{1, 1}, {1, 1}}, 0});
-    p_o->setFollowPath(true);
+/// Does something where its path takes it.
+class Pilgrim : public Object {
+  public:
+    explicit Pilgrim(const Waypoints &waypoints) {
+        setPath({waypoints, 0});
+        setFollowPath(true);
+    }
+
+    int setPosition(Vector new_position) override {
+        seen.push_back(getPath().waypoints);
+        if (on_arrival)
+            on_arrival();
+        return Object::setPosition(new_position);
+    }
+
+    std::function<void()> on_arrival;
+    std::vector<Waypoints> seen; // What was ahead at each waypoint.
+};
+
+TEST_F(ObjectTest, a_waypoint_is_ahead_until_it_is_reached) {
+    auto *p_o = new Pilgrim({{1, 1}, {1, 1.5F}, {9, 1}});
+    p_o->setSpeed(1);
     p_o->stepPath();
-    EXPECT_FALSE(p_o->getFollowPath());
+    EXPECT_EQ(p_o->seen,
+              (std::vector<Waypoints>{{{1, 1}, {1, 1.5F}, {9, 1}}, {{1, 1.5F}, {9, 1}}}));
+    EXPECT_EQ(p_o->getPath().waypoints, (Waypoints{{9, 1}}));
+}
+
+TEST_F(ObjectTest, a_path_that_changes_while_it_is_walked_loses_no_waypoint) {
+    const Waypoints other{{5, 1}, {9, 1}};
+    const struct {
+        const char *name;
+        std::function<Waypoints(const Waypoints &)> change;
+        Waypoints ahead;
+        std::size_t reached;
+    } cases[] = {
+        {"taken away", [](const Waypoints &) { return Waypoints{}; }, {}, 1},
+        {"replaced", [&](const Waypoints &) { return other; }, other, 1},
+        {"replaced by one that begins here",
+         [](const Waypoints &) {
+             return Waypoints{{1, 1}, {5, 1}};
+         },
+         {{5, 1}},
+         1},
+        {"walked in circles",
+         [](Waypoints ahead) {
+             ahead.push_back(ahead.front());
+             return ahead;
+         },
+         {{1, 1}, {1, 1}},
+         2},
+        {"replaced by one in reach, each time",
+         [](const Waypoints &) {
+             return Waypoints{{1, 1.5F}, {1, 1}, {1, 1}};
+         },
+         {{1, 1}, {1, 1}},
+         2},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.name);
+        auto *p_o = new Pilgrim({{1, 1}, {1, 1}});
+        p_o->setSpeed(1);
+        p_o->on_arrival = [&] { p_o->setPath({c.change(p_o->getPath().waypoints), 0}); };
+        p_o->stepPath();
+        EXPECT_EQ(p_o->getPath().waypoints, c.ahead);
+        EXPECT_EQ(p_o->getFollowPath(), !c.ahead.empty());
+        EXPECT_EQ(p_o->seen.size(), c.reached);
+    }
 }
 
 TEST_F(ObjectTest, a_path_of_a_million_waypoints_is_passed_at_once) {
     auto *p_o = new Object;
-    p_o->setPath({std::vector<Vector>(1'000'000, {1, 1}), 0});
+    p_o->setPath({Waypoints(1'000'000, {1, 1}), 0});
     p_o->setFollowPath(true);
     p_o->stepPath(); // Dropping them one by one runs into the time limit of every test.
     EXPECT_FALSE(p_o->getFollowPath());
+}
+
+TEST_F(ObjectTest, following_a_path_changes_the_direction_where_it_turns) {
+    auto *p_o = new Object;
+    p_o->setSpeed(1);
+    p_o->setPath({{{4, 1}, {4, 3}}, 0});
+    p_o->setFollowPath(true);
+    std::string turns;
+    while (p_o->getFollowPath()) {
+        p_o->serialize("ALL");
+        world.update();
+        turns += p_o->isModified(Attribute::DIRECTION) ? 't' : '-';
+    }
+    EXPECT_EQ(turns, "--t-t");
+    p_o->setPath({{{4, 3}}, 0});
+    p_o->setFollowPath(true);
+    p_o->serialize("ALL");
+    world.update();
+    EXPECT_EQ(p_o->serialize(""), "follow_path:false,path:,path_index:0,");
+    p_o->setDirection({0, 0});
+    EXPECT_TRUE(p_o->isModified(Attribute::DIRECTION)) << "the setter does not compare";
 }
 
 } // namespace
