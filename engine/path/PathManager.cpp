@@ -28,7 +28,9 @@ class PathManager::Budget {
 
     bool isLeft() const { return !went_back && milliseconds() < limit; }
     bool isExceeded() const { return milliseconds() > limit; }
-    bool endsWalk() const { return went_back || isExceeded(); }
+    /// With no time at all to spend, a walk ends when everybody had a turn: paths are to be found
+    /// in a game whose frames leave none, too.
+    bool endsWalk() const { return went_back || (limit > 0 && isExceeded()); }
     int getLimit() const { return limit; }
 
   private:
@@ -65,17 +67,20 @@ void PathManager::shutDown() {
 
 void PathManager::cycle(int milliseconds_left) {
     Budget budget(std::max(cycle_time, milliseconds_left));
-    while (!searches.empty() && budget.isLeft())
+    do
         walk(budget);
+    while (!searches.empty() && budget.isLeft());
     if (budget.isExceeded())
         LogManager::getInstance().writeLog(5, "PathManager::cycle(): cycle time %d exceeded.",
                                            budget.getLimit());
 }
 
-/// One expansion for each search, as long as the budget lasts.
+/// One expansion for each search, as long as the budget lasts. One that is added meanwhile waits
+/// for the next walk: handlers that ask again at once could keep this one going for ever.
 void PathManager::walk(Budget &budget) {
     position = 0;
-    while (position < searches.size() && !budget.endsWalk()) {
+    for (std::size_t turns = searches.size();
+         turns > 0 && position < searches.size() && !budget.endsWalk(); --turns) {
         PathFind *p_search = searches[position++];
         const int status = p_search->cycleOnce();
         if (status != PATH_SEARCHING)

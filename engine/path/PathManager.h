@@ -28,8 +28,9 @@ class PathManager : public Manager {
     void shutDown() override;
 
     /// Works on the pending searches for about that many milliseconds, and for the least share of
-    /// a step if that is more. Drops each search that ends and hands the result to its object, as
-    /// an EventPath. The handler may ask for paths, give them up and delete objects.
+    /// a step if that is more. If both are 0 or less, each search still gets one expansion. Drops
+    /// each search that ends and hands the result to its object, as an EventPath. The handler may
+    /// ask for paths, give them up and delete objects.
     void cycle(int milliseconds_left);
 
     /// A search for the way of `p_o`, pending already, see PathFind::create(); null if that refuses

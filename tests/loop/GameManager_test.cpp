@@ -259,6 +259,43 @@ TEST_F(Game, steps_follow_each_other_at_the_frame_time) {
               Lines{"GameManager::run(): Can't keep up! frame_time 33 ms, split 50 ms"});
 }
 
+/// Asks for the same path again and again, and takes 5 ms of every answer.
+class Seeker : public Object {
+  public:
+    Seeker(float new_y, test::ManualTime &new_time, std::vector<int> &new_told)
+        : y(new_y), time(new_time), told(new_told) {
+        setPosition({0, y});
+        findPath({1, y});
+    }
+
+    int eventHandler(const Event * /*p_event*/) override {
+        told.push_back(GameManager::getInstance().getStepCount());
+        time.now_ms += 5;
+        return findPath({1, y});
+    }
+
+  private:
+    float y;
+    test::ManualTime &time;
+    std::vector<int> &told;
+};
+
+TEST_F(Game, paths_are_found_in_frames_without_time_for_them) {
+    for (const char *config : {"frame_time:0,", "frame_time:1,", "frame_time:-20,"}) {
+        SCOPED_TRACE(config);
+        ASSERT_EQ(start(0, config), 0);
+        std::vector<int> told;
+        for (const float y : {0.0F, 3.0F, 6.0F})
+            new Seeker(y, time, told);
+        run([&](int step) {
+            time.now_ms += 2;
+            game.setGameOver(step == 4);
+        });
+        EXPECT_EQ(told, (std::vector<int>{1, 1, 1, 3, 3, 3})) << "each had one turn a step";
+        game.shutDown();
+    }
+}
+
 TEST_F(Game, a_process_may_end_with_everything_started) {
     testing::GTEST_FLAG(death_test_style) = "fast";
     shareLog();
