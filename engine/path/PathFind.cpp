@@ -63,8 +63,9 @@ std::unique_ptr<PathFind> PathFind::create(Object *p_object, Vector to, const Ob
         return nullptr;
     }
     if (nearestCell(from, size) == nearestCell(to, size)) {
-        logFailure("Object::findPath(): Warning! Object %d stands at (%g, %g) already.",
-                   p_object->getId(), static_cast<double>(to.x), static_cast<double>(to.y));
+        LogManager::getInstance().writeLog(
+            5, "Object::findPath(): Warning! Object %d stands at (%g, %g) already.",
+            p_object->getId(), static_cast<double>(to.x), static_cast<double>(to.y));
         return nullptr;
     }
     return std::make_unique<PathFind>(p_object, to, p_target);

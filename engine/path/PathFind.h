@@ -17,7 +17,7 @@ class Object;
 class PathFind {
   public:
     /// A search that makes sense, or null with a line in the log: not from or to outside the world,
-    /// and not to the cell that the object is in. `p_target` may be null.
+    /// and not to the cell that the object is in (that line at level 5). `p_target` may be null.
     static std::unique_ptr<PathFind> create(Object *p_object, Vector to, const Object *p_target);
 
     /// From the cell nearest to the object to the one nearest to `to`; to the nearest in the world,

@@ -320,8 +320,11 @@ bool Object::isSearching() const {
 }
 
 int Object::startSearch(Vector to, const Object *p_target) {
-    if (isSearching())
-        return logFailure("Object::findPath(): Warning! Object %d is searching already.", id);
+    if (isSearching()) {
+        LogManager::getInstance().writeLog(
+            5, "Object::findPath(): Warning! Object %d is searching already.", id);
+        return -1;
+    }
     dropPathFind();
     path_finder = PathManager::getInstance().search(this, to, p_target);
     return path_finder ? 0 : -1;

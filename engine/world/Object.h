@@ -206,9 +206,9 @@ class Object {
     /// brushes the corners of what is hard: a hard object that does not avoid collisions stops
     /// there.
     ///
-    /// 0, or -1 with a line in the log: the object is searching already, stands in that cell
-    /// already, or one of the two is outside the world. A target may be deleted meanwhile; the path
-    /// then leads to where it was.
+    /// 0, or -1 with a line in the log: one of the two is outside the world, or, at level 5 since
+    /// many ask in every step, the object is searching already or stands in that cell already. A
+    /// target may be deleted meanwhile; the path then leads to where it was.
     int findPath(Vector to);
     int findPath(const Object *p_target);
 

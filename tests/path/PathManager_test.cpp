@@ -1,5 +1,6 @@
 #include "path/PathManager.h"
 
+#include "core/LogManager.h"
 #include "path/PathFind.h"
 #include "support/ManualTime.h"
 #include "support/WorldTest.h"
@@ -113,6 +114,7 @@ TEST_F(Paths, a_search_that_makes_no_sense_is_refused_with_one_line) {
     const struct {
         std::function<int()> ask;
         std::string line;
+        int level = 0;
     } cases[] = {
         {[&] {
              return p_o->findPath({-0.5F, 3});
@@ -138,20 +140,23 @@ TEST_F(Paths, a_search_that_makes_no_sense_is_refused_with_one_line) {
         {[&] {
              return p_o->findPath({5.4F, 5});
          },
-         "Object 101 stands at (5.4, 5) already."},
-        {[&] { return p_o->findPath(p_o); }, "Object 101 stands at (5, 5) already."},
+         "Object 101 stands at (5.4, 5) already.", 5},
+        {[&] { return p_o->findPath(p_o); }, "Object 101 stands at (5, 5) already.", 5},
         {[&] { return p_o->findPath(nullptr); }, "Object 101 has no target."},
         {[&] {
              return p_searching->findPath({2, 2});
          },
-         "Object 102 is searching already."},
+         "Object 102 is searching already.", 5},
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(c.line);
-        const std::size_t lines = logLines().size();
-        EXPECT_EQ(c.ask(), -1);
-        EXPECT_EQ(logLines().size(), lines + 1);
-        EXPECT_EQ(logLines().back(), "Object::findPath(): Warning! " + c.line);
+        for (const int log_level : {4, 5}) {
+            LogManager::getInstance().setLogLevel(log_level);
+            said();
+            EXPECT_EQ(c.ask(), -1);
+            EXPECT_EQ(said(),
+                      c.level > log_level ? "" : "Object::findPath(): Warning! " + c.line + "\n");
+        }
     }
     EXPECT_EQ(pathOf(p_searching).size(), 6U) << "the first search goes on";
     EXPECT_EQ(p_o->findPath({79.9F, 23.9F}), 0);
