@@ -24,6 +24,9 @@ inline constexpr char KEYBOARD_NETWORK_EVENT[] = "sv-keyboard-network";
 inline constexpr char MOUSE_NETWORK_EVENT[] = "sv-mouse-network";
 inline constexpr char VIEW_EVENT[] = "sv-view";
 
+/// Whether a type is in the list above. "sv-undefined" is, although nobody can be told of it.
+bool isEngineEvent(const std::string &type);
+
 class Event {
   public:
     /// An event of the type "sv-undefined", which no manager delivers.

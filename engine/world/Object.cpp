@@ -45,6 +45,14 @@ Manager &managerOf(const std::string &event_type) {
     return WorldManager::getInstance();
 }
 
+/// A game's own types do not begin as the engine's do: one that does is an engine's, misspelt.
+void warnIfMisspelt(const std::string &event_type) {
+    if (event_type.starts_with("sv-") && !isEngineEvent(event_type))
+        LogManager::getInstance().writeLog(
+            "Object::registerInterest(): Warning! Event '%s' is none of the engine's.",
+            printable(event_type).c_str());
+}
+
 } // namespace
 
 Object::Object() : id(takeNextId()) {
@@ -342,6 +350,7 @@ int Object::registerInterest(const std::string &event_type) {
         std::find(event_name.begin(), event_name.end(), event_type) != event_name.end();
     if (managerOf(event_type).registerInterest(this, event_type) != 0)
         return -1;
+    warnIfMisspelt(event_type);
     event_name.push_back(event_type);
     setModified(Attribute::EVENTS);
     if (is_registered && isNews(Notice::TOLD_TWICE))

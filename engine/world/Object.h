@@ -217,7 +217,8 @@ class Object {
 
     /// Asks for events of that type, from the manager that delivers them. One that asks twice is
     /// told twice, and the log says so once. 0, or -1 if that manager does not, or if it has
-    /// MAX_OBJ_EVENTS interests already.
+    /// MAX_OBJ_EVENTS interests already. A type of the game's own should not begin with "sv-": it
+    /// is warned of, and taken.
     int registerInterest(const std::string &event_type);
 
     /// 0, or -1 if it was not registered.

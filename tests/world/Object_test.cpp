@@ -1,6 +1,7 @@
 #include "world/Object.h"
 
 #include "core/Event.h"
+#include "core/LogManager.h"
 #include "loop/GameManager.h"
 #include "path/PathFind.h"
 #include "support/WorldTest.h"
@@ -96,6 +97,25 @@ TEST_F(ObjectTest, interests_go_to_the_manager_that_delivers_them_until_there_ar
     EXPECT_EQ(world.onEvent(&event), MAX_OBJ_EVENTS - 2);
     delete p_o;
     EXPECT_EQ(world.onEvent(&event), 0);
+}
+
+TEST_F(ObjectTest, an_interest_in_a_misspelt_event_is_warned_of) {
+    auto *p_o = new Object;
+    for (const char *type :
+         {"sv-undefined", "sv-step", "sv-keyboard", "sv-mouse", "sv-path", "sv-network",
+          "sv-custom-network", "sv-keyboard-network", "sv-mouse-network", "sv-view", "SV-STEP"})
+        EXPECT_EQ(p_o->registerInterest(type), 0);
+    EXPECT_EQ(logText().find("Warning!"), std::string::npos) << logText();
+    LogManager::getInstance().setLogLevel(0);
+    for (const char *type : {"sv-keybord", "sv-step "}) {
+        said();
+        EXPECT_EQ(p_o->registerInterest(type), 0);
+        EXPECT_EQ(said(), std::string("Object::registerInterest(): Warning! Event '") + type +
+                              "' is none of the engine's.\n");
+        Event event;
+        event.setType(type);
+        EXPECT_EQ(world.onEvent(&event), 1);
+    }
 }
 
 TEST_F(ObjectTest, taking_back_the_middle_interest_keeps_the_order_of_the_others) {
