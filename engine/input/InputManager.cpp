@@ -3,7 +3,6 @@
 #include "core/Config.h"
 #include "core/LogManager.h"
 #include "display/DisplayManager.h"
-#include "input/EventKeyboard.h"
 #include "input/EventMouse.h"
 #include "input/sfmlKeys.h"
 #include "loop/GameManager.h"
@@ -140,7 +139,10 @@ void InputManager::deliver(const sf::Event &event) {
 }
 
 EventKeyboard InputManager::toEventKeyboard(const sf::Event &key_event) const {
-    const sf::Keyboard::Key library_key = key_event.key.code;
+    return toEventKeyboard(key_event.key);
+}
+
+EventKeyboard InputManager::eventOfKey(int library_key) const {
     EventKeyboard event;
     event.setKey(toEngineKey(library_key));
     LogManager::getInstance().writeLog(15,

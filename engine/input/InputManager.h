@@ -7,6 +7,7 @@
 #pragma once
 
 #include "core/Manager.h"
+#include "input/EventKeyboard.h"
 
 namespace sf {
 class Event;
@@ -14,8 +15,6 @@ class RenderWindow;
 } // namespace sf
 
 namespace sv {
-
-class EventKeyboard;
 
 class InputManager : public Manager {
   public:
@@ -43,9 +42,17 @@ class InputManager : public Manager {
     /// REQUIRES: key_event is a KeyPressed or a KeyReleased.
     EventKeyboard toEventKeyboard(const sf::Event &key_event) const;
 
+    /// The same of an sf::Event::KeyEvent, for a game that polls SFML's events itself. A template,
+    /// since only SFML's own header can name that type.
+    template<typename KeyEvent>
+    EventKeyboard toEventKeyboard(const KeyEvent &key_event) const {
+        return eventOfKey(key_event.code);
+    }
+
   private:
     InputManager();
 
+    EventKeyboard eventOfKey(int library_key) const;
     void deliver(const sf::Event &event);
     void pollMouse(const sf::RenderWindow &window);
     void pollKeys();

@@ -12,6 +12,7 @@
 #include "support/waitUntil.h"
 #include "world/Object.h"
 
+#include <SFML/Window/Event.hpp>
 #include <algorithm>
 #include <chrono>
 #include <iterator>
@@ -258,6 +259,17 @@ TEST_F(InputManagerTest, closing_the_window_ends_the_game_loop) {
     game.run(); // For ever, if the close is lost.
     EXPECT_TRUE(input().isWindowClosed());
     game.shutDown();
+}
+
+TEST_F(InputManagerTest, a_game_that_reads_the_window_itself_gets_the_engines_keys) {
+    startLog(15);
+    sf::Event event{};
+    event.type = sf::Event::KeyPressed;
+    event.key.code = sf::Keyboard::Delete;
+    EXPECT_EQ(input().toEventKeyboard(event).getKey(), 163);
+    EXPECT_EQ(input().toEventKeyboard(event.key).getKey(), 163);
+    const std::string line = "InputManager::toEventKeyboard(): Keyboard event '\xA3' (66)";
+    EXPECT_EQ(logLines(), (Lines{line, line}));
 }
 
 TEST_F(InputManagerTest, it_needs_the_display_manager_and_says_what_it_does_to_key_repeat) {
