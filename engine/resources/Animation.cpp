@@ -27,7 +27,7 @@ bool replace(T &value, const T &new_value) {
 void Animation::setSprite(Sprite *new_sprite) {
     if (new_sprite != nullptr)
         setName(new_sprite->getLabel());
-    sprite = new_sprite;
+    sprite = new_sprite != nullptr ? new_sprite->getHandle() : nullptr;
     modified = true;
     setIndex(0);
 }
@@ -45,29 +45,31 @@ void Animation::setSlowdownCount(int new_slowdown_count) {
 }
 
 int Animation::draw(Vector position) {
-    if (sprite == nullptr)
+    const Sprite *shown = getSprite();
+    if (shown == nullptr)
         return 0;
-    const int result = sprite->draw(index, position, sprite->getTransparency());
+    const int result = shown->draw(index, position, shown->getTransparency());
     if (slowdown_count != FROZEN)
-        advance();
+        advance(*shown);
     return result;
 }
 
 // Index and count may be any int, since a text can set them: neither is added to at the limit.
-void Animation::advance() {
+void Animation::advance(const Sprite &shown) {
     modified = true;
     const bool counts_on = slowdown_count < std::numeric_limits<int>::max() &&
-                           slowdown_count + 1 < sprite->getSlowdown();
+                           slowdown_count + 1 < shown.getSlowdown();
     slowdown_count = counts_on ? slowdown_count + 1 : 0;
     if (!counts_on)
-        index = index < sprite->getFrameCount() - 1 ? index + 1 : 0;
+        index = index < shown.getFrameCount() - 1 ? index + 1 : 0;
 }
 
 Box Animation::getBox() const {
-    if (sprite == nullptr)
+    const Sprite *shown = getSprite();
+    if (shown == nullptr)
         return box_without_sprite;
-    const auto width = static_cast<float>(sprite->getWidth());
-    const auto height = static_cast<float>(sprite->getHeight());
+    const auto width = static_cast<float>(shown->getWidth());
+    const auto height = static_cast<float>(shown->getHeight());
     return {{width * -0.5F, height * -0.5F}, width, height};
 }
 

@@ -1,13 +1,14 @@
 /// Which frame of which sprite an object shows now. Each draw counts a step and moves on to the
 /// next frame when the sprite's slowdown says so.
 ///
-/// A value: each object has its own. It borrows the sprite, which must live as long as it is
-/// shown. Game-loop thread only.
+/// A value: each object has its own. It borrows the sprite, and shows nothing once that is gone.
+/// Game-loop thread only.
 #pragma once
 
 #include "core/Box.h"
 #include "core/Vector.h"
 
+#include <memory>
 #include <string>
 
 namespace sv {
@@ -36,7 +37,9 @@ class Animation {
     /// Shows `new_sprite` from its first frame; null shows nothing and keeps the name. The count
     /// of steps goes on.
     void setSprite(Sprite *new_sprite);
-    Sprite *getSprite() const { return sprite; }
+
+    /// The sprite shown, or null: there is none, or it is gone.
+    Sprite *getSprite() const { return sprite ? *sprite : nullptr; }
 
     /// The sprite's label, by which the animation is written and read.
     void setName(const std::string &new_name);
@@ -62,9 +65,9 @@ class Animation {
     bool isModified() const { return modified; }
 
   private:
-    void advance();
+    void advance(const Sprite &shown);
 
-    Sprite *sprite = nullptr;
+    std::shared_ptr<Sprite *const> sprite; // Where it is, or null once it is gone.
     int index = 0;
     int slowdown_count = 0;
     std::string name;

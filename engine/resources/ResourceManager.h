@@ -29,8 +29,8 @@ class ResourceManager : public Manager {
     /// Begins with empty stores.
     int startUp() override;
 
-    /// Deletes the sprites and stops the sounds, and as many tracks as there are sounds. Sounds
-    /// and tracks can still be found.
+    /// Deletes the sprites, which leaves the objects that show them without, and stops the sounds,
+    /// and as many tracks as there are sounds. Sounds and tracks can still be found.
     void shutDown() override;
 
     /// Loads a sprite from a text file of either format and owns it under `label`. 0, or -1 with

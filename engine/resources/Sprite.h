@@ -1,7 +1,7 @@
 /// A labelled sequence of frames of one size and colour, shared by every object that shows it.
 ///
-/// Whoever makes a sprite owns it and keeps it alive for as long as an animation shows it: the
-/// resource manager does so for those that it loads, until it stops. Game-loop thread only.
+/// Whoever makes a sprite owns it: the resource manager does for those that it loads, until it
+/// stops. An animation whose sprite is gone shows nothing. Game-loop thread only.
 #pragma once
 
 #include "core/Color.h"
@@ -9,6 +9,7 @@
 #include "resources/Frame.h"
 #include "resources/label.h"
 
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -25,6 +26,7 @@ class Sprite {
     /// number may be a file's word for more than it holds.
     explicit Sprite(int new_max_frame_count);
 
+    ~Sprite() { *handle = nullptr; }
     Sprite(const Sprite &) = delete;
     Sprite &operator=(const Sprite &) = delete;
 
@@ -58,12 +60,17 @@ class Sprite {
     char getTransparency() const { return transparency; }
     void setTransparency(char new_transparency) { transparency = new_transparency; }
 
+    /// Points to the sprite for as long as it lives, and to null from then on: for those who show a
+    /// sprite that may go before them.
+    std::shared_ptr<Sprite *const> getHandle() const { return handle; }
+
     const std::string &getLabel() const { return label; }
     void setLabel(std::string new_label) { label = std::move(new_label); }
 
   private:
     const Frame *findFrame(int index) const;
 
+    std::shared_ptr<Sprite *> handle = std::make_shared<Sprite *>(this);
     int width = 0;
     int height = 0;
     int max_frame_count;

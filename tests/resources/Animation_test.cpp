@@ -82,6 +82,25 @@ TEST_F(Animations, a_new_sprite_begins_at_its_first_frame_and_keeps_the_count) {
     EXPECT_EQ(draw(animation, 4), "#...");
 }
 
+TEST_F(Animations, a_sprite_that_is_gone_leaves_its_name_alone) {
+    auto sprite = makeSprite("###", 1);
+    sv::Animation animation;
+    animation.setSprite(sprite.get());
+    animation.draw({});
+    sv::Animation copy = animation;
+    const std::string text = copy.serialize("ALL");
+    sprite.reset();
+    for (sv::Animation *p_each : {&animation, &copy}) {
+        EXPECT_EQ(p_each->getSprite(), nullptr);
+        EXPECT_EQ(draw(*p_each, 2), "..");
+        EXPECT_EQ(p_each->serialize("ALL"), text);
+        EXPECT_EQ(p_each->getBox(), sv::Animation().getBox());
+    }
+    sprite = makeSprite("#", 1);
+    copy.setSprite(sprite.get());
+    EXPECT_EQ(draw(copy, 1), "#");
+}
+
 TEST_F(Animations, no_index_and_no_count_leads_astray) {
     const struct {
         int index;

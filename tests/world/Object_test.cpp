@@ -4,11 +4,13 @@
 #include "core/LogManager.h"
 #include "loop/GameManager.h"
 #include "path/PathFind.h"
+#include "resources/ResourceManager.h"
 #include "support/WorldTest.h"
 #include "world/EventPath.h"
 
 #include <functional>
 #include <limits>
+#include <vector>
 
 namespace sv {
 namespace {
@@ -79,6 +81,38 @@ TEST_F(ObjectTest, setting_what_it_has_changes_nothing_and_setting_anew_raises_o
         EXPECT_TRUE(p_o->isModified(c.attribute));
         p_o->serialize("ALL");
         EXPECT_FALSE(p_o->isModified());
+    }
+}
+
+/// Stops the resource manager before it draws. Without a display a sprite's draw answers -1.
+class Stopper : public Object {
+  public:
+    explicit Stopper(std::vector<int> &new_answers) : answers(new_answers) { setSprite("spr"); }
+
+    int draw() override {
+        if (answers.size() == 1)
+            ResourceManager::getInstance().shutDown();
+        answers.push_back(Object::draw());
+        return answers.back();
+    }
+
+  private:
+    std::vector<int> &answers;
+};
+
+TEST_F(ObjectTest, stopping_the_resources_leaves_objects_without_sprites) {
+    writeFile("spr.txt", "1\n3\n1\n0\nred\nabc\n");
+    ResourceManager::getInstance().startUp();
+    ResourceManager::getInstance().loadSprite("spr.txt", "spr");
+    std::vector<int> answers;
+    for (int i = 0; i < 3; ++i)
+        new Stopper(answers);
+    world.draw();
+    EXPECT_EQ(answers, (std::vector<int>{-1, 0, 0}));
+    for (const Object *p_o : world.getAllObjects()) {
+        EXPECT_EQ(p_o->getAnimation().getSprite(), nullptr);
+        EXPECT_EQ(p_o->getAnimation().getName(), "spr");
+        EXPECT_EQ(p_o->getBox(), (Box{{-1.5F, -0.5F}, 3, 1}));
     }
 }
 
