@@ -136,7 +136,7 @@ std::string valueOf(const std::string &key) {
                  static_cast<int>(entries.size()));
     int i = 0;
     for (const Entry &entry : entries) {
-        log.writeLog(28, "match(): %d: %s == %s?", i++, entry.key.c_str(), key.c_str());
+        log.writeLog(28, "match(): %d: %s == %s?", i++, shown(entry.key).c_str(), key.c_str());
         if (entry.key == key)
             return entry.value;
     }
