@@ -1,0 +1,64 @@
+// A game whose globals use the engine before main() and after it. The environment variable
+// SELVANE_TEST_WAY says which of them do what.
+
+#include "core/Config.h"
+#include "core/Event.h"
+#include "core/LogManager.h"
+#include "loop/GameManager.h"
+#include "world/Object.h"
+
+#include <cstdlib>
+#include <memory>
+#include <string>
+
+namespace {
+
+bool isWay(const char *way) {
+    const char *wanted = std::getenv("SELVANE_TEST_WAY");
+    return wanted && std::string(wanted) == way;
+}
+
+sv::GameManager &game() {
+    return sv::GameManager::getInstance();
+}
+
+/// Reads a text with its last breath, as the kept parse of all texts goes.
+struct Reader : sv::Object {
+    Reader() { registerInterest(sv::STEP_EVENT); }
+    ~Reader() override { deserialize("pos-x:1,pos-y:2,"); }
+    int eventHandler(const sv::Event * /*p_event*/) override {
+        game().setGameOver();
+        if (isWay("exit"))
+            std::exit(0);
+        return 1;
+    }
+};
+
+struct Engine {
+    Engine() {
+        sv::Config::getInstance().loadConfig("headless:true,frame_time:1,");
+        if (isWay("engine") || isWay("exit"))
+            game().startUp();
+    }
+    ~Engine() {
+        game().shutDown();
+        sv::LogManager::getInstance().writeLog("last words");
+    }
+} engine;
+
+sv::Object early; // Made before the engine starts, unless the one above starts it.
+std::unique_ptr<sv::Object> late;
+
+} // namespace
+
+int main() {
+    if (isWay("atexit"))
+        std::atexit([] { game().shutDown(); });
+    if (!game().isStarted() && game().startUp() != 0)
+        return 1;
+    if (isWay("late"))
+        late = std::make_unique<Reader>();
+    else
+        new Reader;
+    game().run();
+}
