@@ -62,7 +62,7 @@ void world(benchmark::State &state) {
         sv::PathFind search(p_o, {79, 23});
         for (expansions = 1; search.cycleOnce() == sv::PATH_SEARCHING; ++expansions) {
         }
-        if (search.getPath().waypoints.empty())
+        if (search.getPath().empty())
             state.SkipWithError("there is no way");
     }
     state.counters["expansions"] = expansions;

@@ -92,10 +92,10 @@ int PathFind::cycleOnce() {
     return is_searching ? PATH_SEARCHING : PATH_NONE;
 }
 
-Path PathFind::getPath() const {
-    Path path;
+std::vector<Vector> PathFind::getPath() const {
+    std::vector<Vector> path;
     for (const Cell cell : search.path())
-        path.waypoints.push_back(toVector(cell));
+        path.push_back(toVector(cell));
     return path;
 }
 

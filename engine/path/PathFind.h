@@ -6,9 +6,9 @@
 
 #include "core/Vector.h"
 #include "path/GridSearch.h"
-#include "world/Path.h"
 
 #include <memory>
+#include <vector>
 
 namespace sv {
 
@@ -33,7 +33,7 @@ class PathFind {
     int cycleOnce();
 
     /// From the start to the goal, cell by cell; empty unless it is found.
-    Path getPath() const;
+    std::vector<Vector> getPath() const;
 
     Object *getObject() const { return object; }
     const Object *getTarget() const { return target; }

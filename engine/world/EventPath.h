@@ -2,7 +2,9 @@
 #pragma once
 
 #include "core/Event.h"
-#include "world/Path.h"
+#include "core/Vector.h"
+
+#include <vector>
 
 namespace sv {
 
@@ -13,16 +15,17 @@ inline constexpr int PATH_FOUND = 2;
 
 class EventPath : public Event {
   public:
-    /// `new_path` runs from the start cell to the goal cell; empty unless it was found.
-    EventPath(int new_status, const Path &new_path)
+    /// `new_path` runs from the start cell to the goal cell, both included; empty unless it was
+    /// found.
+    EventPath(int new_status, const std::vector<Vector> &new_path)
         : Event(PATH_EVENT), status(new_status), path(new_path) {}
 
     int getStatus() const { return status; }
-    const Path &getPath() const { return path; }
+    const std::vector<Vector> &getPath() const { return path; }
 
   private:
     int status;
-    Path path;
+    std::vector<Vector> path;
 };
 
 } // namespace sv

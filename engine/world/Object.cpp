@@ -83,7 +83,7 @@ int Object::eventHandler(const Event *p_event) {
         return 0;
     }
     if (p_path_event->getStatus() == PATH_FOUND) {
-        setPath(p_path_event->getPath());
+        setPath({p_path_event->getPath(), 0});
         setFollowPath(true);
     }
     // A handler that asked for the next path before it passed the event on keeps that search.
@@ -106,6 +106,10 @@ bool Object::isModified() const {
 bool Object::isModified(Attribute attribute) const {
     return modified.test(static_cast<std::size_t>(attribute)) ||
            (attribute == Attribute::ANIMATION && animation.isModified());
+}
+
+bool Object::isModified(int index) const {
+    return index >= 0 && index < ATTRIBUTE_COUNT && isModified(static_cast<Attribute>(index));
 }
 
 void Object::setId(int new_id) {

@@ -94,6 +94,9 @@ class Object {
     virtual bool isModified() const;
     virtual bool isModified(Attribute attribute) const;
 
+    /// By the number of an attribute, 0 to 17 in the order of Attribute; false for any other.
+    bool isModified(int index) const;
+
     /// An active, visible, hard object with the next free id at (1, 1), without sprite and figure.
     Object();
     Object(const Object &) = delete;
@@ -144,7 +147,7 @@ class Object {
     /// the neighbouring cells. A new box brings the object to the front of its altitude: it is
     /// drawn after the others there.
     int setBox(const Box &new_box);
-    const Box &getBox() const { return box; }
+    Box getBox() const { return box; }
 
     // From here on setters store what they are given, if its numbers are finite.
 

@@ -107,7 +107,7 @@ void readEvents(Object &object, const std::string &text) {
 }
 
 std::string writeBox(const Object &object) {
-    const Box &box = object.getBox();
+    const Box box = object.getBox();
     return attribute("box-corner-x", toString(box.corner.x)) +
            attribute("box-corner-y", toString(box.corner.y)) +
            attribute("box-horizontal", toString(box.horizontal)) +

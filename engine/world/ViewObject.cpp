@@ -212,4 +212,9 @@ bool ViewObject::isModified(ViewAttribute attribute) const {
     return modified.test(static_cast<std::size_t>(attribute));
 }
 
+bool ViewObject::isModified(int index) const {
+    return index >= 0 && index < VIEW_ATTRIBUTE_COUNT &&
+           isModified(static_cast<ViewAttribute>(index));
+}
+
 } // namespace sv

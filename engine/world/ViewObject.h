@@ -78,6 +78,10 @@ class ViewObject : public Object {
     bool isModified() const override;
     bool isModified(ViewAttribute attribute) const;
 
+    /// By the number of an attribute of its own, 0 to 5 in the order of ViewAttribute; false for
+    /// any other. Those that every object has are asked for as Attribute.
+    bool isModified(int index) const;
+
   private:
     void setModified(ViewAttribute attribute) { modified.set(static_cast<std::size_t>(attribute)); }
     Vector placeOf(int at_location) const;

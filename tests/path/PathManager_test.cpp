@@ -244,7 +244,7 @@ TEST_F(Paths, a_path_that_comes_from_elsewhere_ends_the_search) {
     Object *p_o = put({0, 0});
     ASSERT_EQ(p_o->findPath({5, 0}), 0);
     const Waypoints other{{0, 1}, {0, 2}};
-    const EventPath event(PATH_FOUND, {other, 0});
+    const EventPath event(PATH_FOUND, other);
     EXPECT_EQ(p_o->eventHandler(&event), 1);
     EXPECT_EQ(pathOf(p_o), other);
 }

@@ -199,10 +199,10 @@ TEST_F(ObjectTest, a_path_is_walked_to_its_end_without_overshooting) {
 
 TEST_F(ObjectTest, a_found_path_is_followed_and_any_end_drops_the_search) {
     auto *p_o = new Object;
-    const EventPath none(PATH_NONE, {{{9, 9}}, 0});
+    const EventPath none(PATH_NONE, {{9, 9}});
     EXPECT_EQ(p_o->eventHandler(&none), 1);
     EXPECT_FALSE(p_o->getFollowPath());
-    const EventPath found(PATH_FOUND, {{{1, 4}, {1, 5}}, 1});
+    const EventPath found(PATH_FOUND, {{1, 4}, {1, 5}});
     EXPECT_EQ(p_o->eventHandler(&found), 1);
     EXPECT_TRUE(p_o->getFollowPath());
     EXPECT_EQ(p_o->getDirection(), (Vector{0, 1}));

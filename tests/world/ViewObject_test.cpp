@@ -48,6 +48,18 @@ TEST_F(ViewObjectTest, events_change_the_value_of_those_that_carry_their_tag) {
     EXPECT_EQ(p_points->eventHandler(&impostor), 0);
 }
 
+TEST_F(ViewObjectTest, attributes_have_numbers_of_their_own_in_each_class) {
+    auto *p_label = new ViewObject;
+    const Object &object = *p_label;
+    p_label->serialize("ALL");
+    p_label->setColor(RED);
+    p_label->setAcceleration({1, 1});
+    for (int index = -1; index <= ATTRIBUTE_COUNT; ++index) {
+        EXPECT_EQ(p_label->isModified(index), index == 3) << index;
+        EXPECT_EQ(object.isModified(index), index == 13) << index;
+    }
+}
+
 TEST_F(ViewObjectTest, a_place_that_is_none_is_refused_and_a_free_place_has_no_row) {
     auto *p_label = new ViewObject;
     const Vector top_center{39, 1};
