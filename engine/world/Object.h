@@ -98,6 +98,7 @@ class Object {
     bool isModified(int index) const;
 
     /// An active, visible, hard object with the next free id at (1, 1), without sprite and figure.
+    /// One that only listens or counts stands in everybody's way there, unless it is made SPECTRAL.
     Object();
     Object(const Object &) = delete;
     Object &operator=(const Object &) = delete;
@@ -124,10 +125,10 @@ class Object {
     // The setters below change nothing if the value is the one it has. They answer 0, or -1 if the
     // value is out of range or the scene graph refuses; the object then keeps what it had.
 
-    /// An inactive object is neither moved, collided with nor drawn, and gets no events. One that
-    /// becomes inactive while a step moves it still ends that move, and one that is marked for
-    /// deletion lives, moves and collides on until the step ends: to leave the stage at once, do
-    /// both.
+    /// An inactive object is neither moved, collided with nor drawn, and gets no events but the
+    /// "sv-path" of a search that it has begun. One that becomes inactive while a step moves it
+    /// still ends that move, and one that is marked for deletion lives, moves and collides on until
+    /// the step ends: to leave the stage at once, do both.
     int setActive(bool new_is_active);
     bool isActive() const { return is_active; }
 
@@ -176,7 +177,9 @@ class Object {
     void setNoSoft(bool new_no_soft);
     bool getNoSoft() const { return no_soft; }
 
-    /// Whether a hard object slides along hard obstacles. Default: it stops.
+    /// Whether a hard object slides along hard obstacles. Default: it stops. One that slides, or
+    /// stands because there is no way to slide, is told of no collision with a hard object, and nor
+    /// is that object.
     void setAvoidCollisions(bool new_avoid_collisions);
     bool getAvoidCollisions() const { return avoid_collisions; }
 

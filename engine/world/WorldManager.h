@@ -79,7 +79,8 @@ class WorldManager : public Manager {
 
     /// Moves an object to `where`, in cells, telling it and what it touches of their collision,
     /// telling it when it has left the world, and taking the view along if it follows. 0, or -1 if
-    /// a collision keeps it where it is, if it is no living object, or if `where` is not finite.
+    /// a collision keeps it where it is, if it is no living object, or if `where` is not finite. One
+    /// that avoids collisions is told of none with hard objects, see Object::setAvoidCollisions().
     ///
     /// The move ends with its setPosition(): a position that a handler sets in the middle of it is
     /// overwritten. Handlers that move objects from within moves do so NestingLimit::MOST deep at

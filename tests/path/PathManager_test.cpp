@@ -249,6 +249,14 @@ TEST_F(Paths, a_path_that_comes_from_elsewhere_ends_the_search) {
     EXPECT_EQ(pathOf(p_o), other);
 }
 
+TEST_F(Paths, an_inactive_object_is_told_of_its_path) {
+    Witness *p_o = putWitness("o");
+    ASSERT_EQ(p_o->findPath({5, 0}), 0);
+    p_o->setActive(false);
+    paths.cycle(1);
+    EXPECT_EQ(diary, test::Diary{"o: sv-path"});
+}
+
 TEST_F(Paths, a_search_that_a_game_made_itself_ends_with_its_object) {
     Witness *p_doomed = putWitness("doomed");
     Witness *p_other = putWitness("other", 5);
