@@ -2,8 +2,8 @@
 // graphics library for each character. Needs a display; tools/with-display has one without a
 // graphics card, where the difference decides whether a step is kept.
 
-#include "core/Config.h"
-#include "display/DisplayManager.h"
+#include "selvane/core/Config.h"
+#include "selvane/display/DisplayManager.h"
 
 #include <SFML/Graphics/Font.hpp>
 #include <SFML/Graphics/RectangleShape.hpp>

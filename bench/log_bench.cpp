@@ -1,8 +1,8 @@
 // What a line in the log costs: lines a second into a file, as a game begins, and with setFlush(),
 // which also looks for a log that was deleted.
 
-#include "core/Config.h"
-#include "core/LogManager.h"
+#include "selvane/core/Config.h"
+#include "selvane/core/LogManager.h"
 
 #include <benchmark/benchmark.h>
 #include <filesystem>

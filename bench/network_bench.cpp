@@ -3,15 +3,15 @@
 // the peers act between them. "Time" is what a mean step takes of the processor, "worst_us" what
 // the longest takes; a frame has 33000 us.
 
-#include "core/Config.h"
-#include "core/LogManager.h"
-#include "loop/GameManager.h"
-#include "network/EventNetwork.h"
-#include "network/NetworkManager.h"
-#include "network/message.h"
-#include "platform/sockets.h"
-#include "platform/system.h"
-#include "world/Object.h"
+#include "selvane/core/Config.h"
+#include "selvane/core/EventNetwork.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/loop/GameManager.h"
+#include "selvane/network/NetworkManager.h"
+#include "selvane/network/message.h"
+#include "selvane/platform/sockets.h"
+#include "selvane/platform/system.h"
+#include "selvane/world/Object.h"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>

@@ -1,12 +1,12 @@
 // What a search for a path costs on grids of which a fifth is blocked: the core alone, and with the
 // world's collisions. "expansions" are those of one search; divide for the cost of one.
 
-#include "core/LogManager.h"
-#include "path/GridSearch.h"
-#include "path/PathFind.h"
-#include "world/EventPath.h"
-#include "world/Object.h"
-#include "world/WorldManager.h"
+#include "selvane/core/EventPath.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/path/GridSearch.h"
+#include "selvane/path/PathFind.h"
+#include "selvane/world/Object.h"
+#include "selvane/world/WorldManager.h"
 
 #include <benchmark/benchmark.h>
 #include <random>

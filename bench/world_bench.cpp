@@ -1,10 +1,10 @@
 // What a step of the world costs by the number of moving solid objects, and an event by the number
 // of its listeners.
 
-#include "core/Event.h"
-#include "core/LogManager.h"
-#include "world/Object.h"
-#include "world/WorldManager.h"
+#include "selvane/core/Event.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/world/Object.h"
+#include "selvane/world/WorldManager.h"
 
 #include <benchmark/benchmark.h>
 #include <cmath>

@@ -7,16 +7,16 @@
 // guest when the server does. SELVANE_CONFIG names a file of settings: "headless:true," in it goes
 // without windows. In one line: shared_ball serve | shared_ball join -
 
-#include "core/Config.h"
-#include "core/EventStep.h"
-#include "core/attributes.h"
-#include "display/DisplayManager.h"
-#include "loop/GameManager.h"
-#include "network/EventNetwork.h"
-#include "network/NetworkManager.h"
-#include "network/message.h"
-#include "world/Object.h"
-#include "world/WorldManager.h"
+#include "selvane/core/Config.h"
+#include "selvane/core/EventNetwork.h"
+#include "selvane/core/EventStep.h"
+#include "selvane/core/attributes.h"
+#include "selvane/display/DisplayManager.h"
+#include "selvane/loop/GameManager.h"
+#include "selvane/network/NetworkManager.h"
+#include "selvane/network/message.h"
+#include "selvane/world/Object.h"
+#include "selvane/world/WorldManager.h"
 
 #include <cstdlib>
 #include <iostream>

@@ -2,10 +2,10 @@
 // with what came of it.
 
 #include "fuzzing.h"
-#include "resources/ResourceManager.h"
-#include "world/EventView.h"
-#include "world/ViewObject.h"
-#include "world/WorldManager.h"
+#include "selvane/core/EventView.h"
+#include "selvane/resources/ResourceManager.h"
+#include "selvane/world/ViewObject.h"
+#include "selvane/world/WorldManager.h"
 
 #include <cmath>
 #include <fstream>

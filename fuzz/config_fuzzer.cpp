@@ -1,13 +1,13 @@
 // A configuration file, from the text to a game that starts with it, makes a step, and stops; and
 // the search for a key in a text.
 
-#include "core/Config.h"
-#include "core/EventStep.h"
-#include "core/text.h"
 #include "fuzzing.h"
-#include "loop/GameManager.h"
+#include "selvane/core/Config.h"
+#include "selvane/core/EventStep.h"
+#include "selvane/core/text.h"
+#include "selvane/loop/GameManager.h"
+#include "selvane/world/Object.h"
 #include "support/ManualTime.h"
-#include "world/Object.h"
 
 #include <fstream>
 

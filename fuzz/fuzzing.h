@@ -2,7 +2,7 @@
 /// came out, and leaves the engine as it found it. It works in the folder it is started in.
 #pragma once
 
-#include "core/LogManager.h"
+#include "selvane/core/LogManager.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -6,10 +6,10 @@
 // before it. The bits of the second byte are a Manner.
 
 #include "fuzzing.h"
-#include "network/EventNetwork.h"
-#include "network/NetworkManager.h"
-#include "platform/system.h"
-#include "world/Object.h"
+#include "selvane/core/EventNetwork.h"
+#include "selvane/network/NetworkManager.h"
+#include "selvane/platform/system.h"
+#include "selvane/world/Object.h"
 
 #include <algorithm>
 #include <string_view>

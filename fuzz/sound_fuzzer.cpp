@@ -2,8 +2,8 @@
 // that there is no audio device.
 
 #include "fuzzing.h"
-#include "resources/Music.h"
-#include "resources/Sound.h"
+#include "selvane/resources/Music.h"
+#include "selvane/resources/Sound.h"
 
 #include <fstream>
 

@@ -1,8 +1,8 @@
 // A sprite file of either format, from the file to what an object shows of it.
 
 #include "fuzzing.h"
-#include "resources/Animation.h"
-#include "resources/ResourceManager.h"
+#include "selvane/resources/Animation.h"
+#include "selvane/resources/ResourceManager.h"
 
 #include <fstream>
 

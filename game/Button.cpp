@@ -1,13 +1,13 @@
 #include "game/Button.h"
 
-#include "core/Event.h"
-#include "core/LogManager.h"
-#include "display/DisplayManager.h"
 #include "game/LevelManager.h"
 #include "game/Timer.h"
 #include "game/inputReading.h"
 #include "game/placeRandomly.h"
 #include "game/resources.h"
+#include "selvane/core/Event.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/display/DisplayManager.h"
 
 Button::Button() {
     setSprite(label::BUTTON_SPRITE);

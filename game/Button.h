@@ -4,8 +4,8 @@
 /// The world owns it.
 #pragma once
 
-#include "core/Vector.h"
-#include "world/Object.h"
+#include "selvane/core/Vector.h"
+#include "selvane/world/Object.h"
 
 class Button : public sv::Object {
   public:

@@ -1,10 +1,10 @@
 #include "game/GameOver.h"
 
-#include "core/Event.h"
 #include "game/resources.h"
-#include "loop/GameManager.h"
-#include "resources/Sprite.h"
-#include "world/WorldManager.h"
+#include "selvane/core/Event.h"
+#include "selvane/loop/GameManager.h"
+#include "selvane/resources/Sprite.h"
+#include "selvane/world/WorldManager.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -4,7 +4,7 @@
 /// The world owns it.
 #pragma once
 
-#include "world/ViewObject.h"
+#include "selvane/world/ViewObject.h"
 
 class GameOver : public sv::ViewObject {
   public:

@@ -1,12 +1,12 @@
 #include "game/GameStart.h"
 
-#include "core/Event.h"
 #include "game/LevelManager.h"
 #include "game/chain.h"
 #include "game/inputReading.h"
 #include "game/resources.h"
-#include "loop/GameManager.h"
-#include "resources/ResourceManager.h"
+#include "selvane/core/Event.h"
+#include "selvane/loop/GameManager.h"
+#include "selvane/resources/ResourceManager.h"
 
 GameStart::GameStart() {
     setType("GameStart");

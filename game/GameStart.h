@@ -3,7 +3,7 @@
 /// The world owns it; it stays there, inactive, when the game has begun, and never comes back.
 #pragma once
 
-#include "world/ViewObject.h"
+#include "selvane/world/ViewObject.h"
 
 namespace sv {
 class Music;

@@ -8,9 +8,9 @@
 #include "game/randomPick.h"
 #include "game/resources.h"
 #include "game/retire.h"
-#include "input/EventMouse.h"
-#include "loop/GameManager.h"
-#include "world/WorldManager.h"
+#include "selvane/core/EventMouse.h"
+#include "selvane/loop/GameManager.h"
+#include "selvane/world/WorldManager.h"
 
 #include <cmath>
 

@@ -5,9 +5,9 @@
 /// game. Game-loop thread only.
 #pragma once
 
-#include "core/Clock.h"
-#include "core/Manager.h"
 #include "game/ShapeKind.h"
+#include "selvane/core/Clock.h"
+#include "selvane/core/Manager.h"
 
 namespace sv {
 class EventMouse;

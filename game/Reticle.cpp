@@ -1,8 +1,8 @@
 #include "game/Reticle.h"
 
-#include "display/DisplayManager.h"
-#include "input/EventMouse.h"
-#include "world/WorldManager.h"
+#include "selvane/core/EventMouse.h"
+#include "selvane/display/DisplayManager.h"
+#include "selvane/world/WorldManager.h"
 
 Reticle::Reticle() {
     setType("Reticle");

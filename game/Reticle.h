@@ -1,7 +1,7 @@
 /// The '+' that follows the mouse, in place of its cursor. The world owns it.
 #pragma once
 
-#include "world/Object.h"
+#include "selvane/world/Object.h"
 
 class Reticle : public sv::Object {
   public:

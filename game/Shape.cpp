@@ -1,13 +1,13 @@
 #include "game/Shape.h"
 
-#include "core/Event.h"
 #include "game/LevelManager.h"
 #include "game/inputReading.h"
 #include "game/placeRandomly.h"
 #include "game/randomPick.h"
 #include "game/resources.h"
 #include "game/retire.h"
-#include "input/EventMouse.h"
+#include "selvane/core/Event.h"
+#include "selvane/core/EventMouse.h"
 
 #include <cmath>
 

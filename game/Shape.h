@@ -5,7 +5,7 @@
 #pragma once
 
 #include "game/ShapeKind.h"
-#include "world/Object.h"
+#include "selvane/world/Object.h"
 
 namespace sv {
 class EventMouse;

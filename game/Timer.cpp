@@ -1,8 +1,8 @@
 #include "game/Timer.h"
 
-#include "core/EventStep.h"
 #include "game/GameOver.h"
 #include "game/resources.h"
+#include "selvane/core/EventStep.h"
 
 namespace {
 

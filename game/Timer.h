@@ -4,7 +4,7 @@
 /// The world owns it; one that has run out stays there, inactive.
 #pragma once
 
-#include "world/ViewObject.h"
+#include "selvane/world/ViewObject.h"
 
 class Timer : public sv::ViewObject {
   public:

@@ -5,8 +5,8 @@
 /// The world owns them; dismissed ones stay in it, inactive, until the program ends.
 #pragma once
 
-#include "input/Keyboard.h"
-#include "world/ViewObject.h"
+#include "selvane/core/Keyboard.h"
+#include "selvane/world/ViewObject.h"
 
 #include <string>
 

@@ -2,7 +2,7 @@
 
 #include "game/inputReading.h"
 #include "game/setUpText.h"
-#include "loop/GameManager.h"
+#include "selvane/loop/GameManager.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 /// The world owns both.
 #pragma once
 
-#include "world/ViewObject.h"
+#include "selvane/world/ViewObject.h"
 
 class WinScreen : public sv::ViewObject {
   public:

@@ -1,7 +1,7 @@
 #include "game/inputReading.h"
 
-#include "input/EventKeyboard.h"
-#include "input/EventMouse.h"
+#include "selvane/core/EventKeyboard.h"
+#include "selvane/core/EventMouse.h"
 
 std::optional<sv::Keyboard::Key> keyOf(const sv::Event *p_event) {
     if (p_event->getType() != sv::KEYBOARD_EVENT)

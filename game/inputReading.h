@@ -1,7 +1,7 @@
 /// What the game's objects want to know of an input event.
 #pragma once
 
-#include "input/Keyboard.h"
+#include "selvane/core/Keyboard.h"
 
 #include <optional>
 

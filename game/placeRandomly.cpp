@@ -1,8 +1,8 @@
 #include "game/placeRandomly.h"
 
 #include "game/randomPick.h"
-#include "world/Object.h"
-#include "world/WorldManager.h"
+#include "selvane/world/Object.h"
+#include "selvane/world/WorldManager.h"
 
 void placeRandomly(sv::Object *p_object) {
     sv::WorldManager &world = sv::WorldManager::getInstance();

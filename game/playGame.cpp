@@ -1,13 +1,13 @@
 #include "game/playGame.h"
 
-#include "core/LogManager.h"
 #include "game/Button.h"
 #include "game/GameStart.h"
 #include "game/LevelManager.h"
 #include "game/resources.h"
-#include "input/InputManager.h"
-#include "loop/GameManager.h"
-#include "splash/Splash.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/input/InputManager.h"
+#include "selvane/loop/GameManager.h"
+#include "selvane/splash/Splash.h"
 
 int playGame() {
     sv::GameManager &game = sv::GameManager::getInstance();

@@ -1,6 +1,6 @@
 #include "game/resources.h"
 
-#include "resources/ResourceManager.h"
+#include "selvane/resources/ResourceManager.h"
 
 namespace {
 

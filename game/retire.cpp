@@ -1,7 +1,7 @@
 #include "game/retire.h"
 
-#include "world/Object.h"
-#include "world/WorldManager.h"
+#include "selvane/world/Object.h"
+#include "selvane/world/WorldManager.h"
 
 void retire(sv::Object *p_object) {
     p_object->setActive(false);

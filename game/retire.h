@@ -2,7 +2,7 @@
 /// for deletion still lives until the end of the step, and must not answer one more click.
 #pragma once
 
-#include "core/ObjectList.h"
+#include "selvane/core/ObjectList.h"
 
 namespace sv {
 class Object;

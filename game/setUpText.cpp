@@ -1,6 +1,6 @@
 #include "game/setUpText.h"
 
-#include "core/Event.h"
+#include "selvane/core/Event.h"
 
 void setUpText(sv::ViewObject &screen, sv::ViewObjectLocation location, const std::string &text) {
     screen.setLocation(location);

@@ -1,7 +1,7 @@
 /// What the game's texts have in common.
 #pragma once
 
-#include "world/ViewObject.h"
+#include "selvane/world/ViewObject.h"
 
 #include <string>
 

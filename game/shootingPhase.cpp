@@ -1,6 +1,5 @@
 #include "game/shootingPhase.h"
 
-#include "display/DisplayManager.h"
 #include "game/Button.h"
 #include "game/LevelManager.h"
 #include "game/Reticle.h"
@@ -8,6 +7,7 @@
 #include "game/Timer.h"
 #include "game/placeRandomly.h"
 #include "game/randomPick.h"
+#include "selvane/display/DisplayManager.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include "inhabitants.h"
 
-#include "core/Event.h"
-#include "world/EventPath.h"
-#include "world/WorldManager.h"
+#include "selvane/core/Event.h"
+#include "selvane/core/EventPath.h"
+#include "selvane/world/WorldManager.h"
 
 #include <cmath>
 

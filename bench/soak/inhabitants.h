@@ -2,8 +2,8 @@
 /// anew with each round, so that all rounds are alike.
 #pragma once
 
-#include "core/Vector.h"
-#include "world/Object.h"
+#include "selvane/core/Vector.h"
+#include "selvane/world/Object.h"
 
 #include <random>
 

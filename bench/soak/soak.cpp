@@ -5,19 +5,19 @@
 // with 1.
 // tools/soak starts it.
 
-#include "core/Config.h"
-#include "core/EventStep.h"
-#include "core/LogManager.h"
 #include "inhabitants.h"
-#include "loop/GameManager.h"
-#include "network/EventNetwork.h"
-#include "network/NetworkManager.h"
-#include "resources/ResourceManager.h"
+#include "selvane/core/Config.h"
+#include "selvane/core/EventNetwork.h"
+#include "selvane/core/EventStep.h"
+#include "selvane/core/EventView.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/loop/GameManager.h"
+#include "selvane/network/NetworkManager.h"
+#include "selvane/resources/ResourceManager.h"
+#include "selvane/world/ViewObject.h"
+#include "selvane/world/WorldManager.h"
 #include "support/ManualTime.h"
 #include "support/memory.h"
-#include "world/EventView.h"
-#include "world/ViewObject.h"
-#include "world/WorldManager.h"
 
 #include <algorithm>
 #include <array>

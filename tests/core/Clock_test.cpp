@@ -1,4 +1,4 @@
-#include "core/Clock.h"
+#include "selvane/core/Clock.h"
 
 #include "support/ManualTime.h"
 

@@ -1,4 +1,4 @@
-#include "core/Color.h"
+#include "selvane/core/Color.h"
 
 #include "support/EngineTest.h"
 

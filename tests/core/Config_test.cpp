@@ -1,7 +1,7 @@
-#include "core/Config.h"
+#include "selvane/core/Config.h"
 
-#include "core/LogManager.h"
-#include "core/text.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/core/text.h"
 #include "support/EngineTest.h"
 #include "support/environment.h"
 

@@ -1,7 +1,7 @@
-#include "core/LogManager.h"
+#include "selvane/core/LogManager.h"
 
-#include "core/Config.h"
-#include "platform/logFile.h"
+#include "selvane/core/Config.h"
+#include "selvane/platform/logFile.h"
 #include "support/EngineTest.h"
 #include "support/ManualTime.h"
 #include "support/environment.h"

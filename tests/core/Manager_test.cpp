@@ -1,10 +1,10 @@
-#include "core/Manager.h"
+#include "selvane/core/Manager.h"
 
-#include "core/Event.h"
-#include "core/LogManager.h"
+#include "selvane/core/Event.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/world/Object.h"
+#include "selvane/world/WorldManager.h"
 #include "support/EngineTest.h"
-#include "world/Object.h"
-#include "world/WorldManager.h"
 
 #include <functional>
 

@@ -1,7 +1,7 @@
-#include "core/ObjectList.h"
+#include "selvane/core/ObjectList.h"
 
+#include "selvane/world/Object.h"
 #include "support/EngineTest.h"
-#include "world/Object.h"
 
 #include <string>
 

@@ -1,4 +1,4 @@
-#include "core/attributes.h"
+#include "selvane/core/attributes.h"
 
 #include <gtest/gtest.h>
 

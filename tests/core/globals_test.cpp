@@ -1,6 +1,6 @@
 // What global objects of a program do before main() and when it is over.
 
-#include "core/text.h"
+#include "selvane/core/text.h"
 
 #include <cstdio>
 #include <cstdlib>

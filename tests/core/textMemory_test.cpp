@@ -1,6 +1,6 @@
 // What a search in a text does when there is no memory for it.
 
-#include "core/text.h"
+#include "selvane/core/text.h"
 #include "support/EngineTest.h"
 #include "support/allocations.h"
 

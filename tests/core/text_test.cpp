@@ -1,6 +1,6 @@
-#include "core/text.h"
+#include "selvane/core/text.h"
 
-#include "core/LogManager.h"
+#include "selvane/core/LogManager.h"
 #include "support/EngineTest.h"
 
 #include <climits>

@@ -1,11 +1,11 @@
 // What reaches the window in one piece, against the same drawn character by character.
 
-#include "core/Config.h"
-#include "display/DisplayManager.h"
-#include "display/sfmlColor.h"
+#include "selvane/core/Config.h"
+#include "selvane/display/DisplayManager.h"
+#include "selvane/display/sfmlColor.h"
+#include "selvane/world/Shape.h"
+#include "selvane/world/WorldManager.h"
 #include "support/WindowTest.h"
-#include "world/Shape.h"
-#include "world/WorldManager.h"
 
 #include <SFML/Graphics/Font.hpp>
 #include <SFML/Graphics/RectangleShape.hpp>

@@ -1,12 +1,12 @@
-#include "display/DisplayManager.h"
+#include "selvane/display/DisplayManager.h"
 
-#include "core/Config.h"
-#include "core/LogManager.h"
-#include "display/sfmlColor.h"
+#include "selvane/core/Config.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/display/sfmlColor.h"
+#include "selvane/world/Shape.h"
+#include "selvane/world/WorldManager.h"
 #include "support/WindowTest.h"
 #include "support/environment.h"
-#include "world/Shape.h"
-#include "world/WorldManager.h"
 
 #include <SFML/Graphics/RenderWindow.hpp>
 #include <filesystem>

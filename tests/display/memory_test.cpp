@@ -1,6 +1,6 @@
 // What the display takes from the heap, and what it says when there is nothing to take.
 
-#include "display/DisplayManager.h"
+#include "selvane/display/DisplayManager.h"
 #include "support/WindowTest.h"
 #include "support/allocations.h"
 

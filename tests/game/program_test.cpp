@@ -1,4 +1,4 @@
-#include "core/LogManager.h"
+#include "selvane/core/LogManager.h"
 #include "network/NetworkTest.h"
 #include "support/WindowedProgram.h"
 #include "support/environment.h"

@@ -1,16 +1,16 @@
 // Keys and mouse as the X server sees them, and the events that objects get.
 
-#include "input/InputManager.h"
+#include "selvane/input/InputManager.h"
 
-#include "core/Config.h"
-#include "core/LogManager.h"
-#include "display/DisplayManager.h"
-#include "input/EventKeyboard.h"
-#include "input/EventMouse.h"
-#include "loop/GameManager.h"
+#include "selvane/core/Config.h"
+#include "selvane/core/EventKeyboard.h"
+#include "selvane/core/EventMouse.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/display/DisplayManager.h"
+#include "selvane/loop/GameManager.h"
+#include "selvane/world/Object.h"
 #include "support/WindowTest.h"
 #include "support/waitUntil.h"
-#include "world/Object.h"
 
 #include <SFML/Window/Event.hpp>
 #include <algorithm>

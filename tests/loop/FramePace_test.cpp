@@ -1,6 +1,6 @@
-#include "loop/FramePace.h"
+#include "selvane/loop/FramePace.h"
 
-#include "core/Clock.h"
+#include "selvane/core/Clock.h"
 #include "support/EngineTest.h"
 #include "support/ManualTime.h"
 

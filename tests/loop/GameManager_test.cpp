@@ -1,17 +1,17 @@
-#include "loop/GameManager.h"
+#include "selvane/loop/GameManager.h"
 
-#include "core/Config.h"
-#include "core/LogManager.h"
-#include "display/DisplayManager.h"
-#include "input/InputManager.h"
-#include "network/NetworkManager.h"
-#include "path/PathManager.h"
-#include "resources/ResourceManager.h"
+#include "selvane/core/Config.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/display/DisplayManager.h"
+#include "selvane/input/InputManager.h"
+#include "selvane/network/NetworkManager.h"
+#include "selvane/path/PathManager.h"
+#include "selvane/resources/ResourceManager.h"
+#include "selvane/world/WorldManager.h"
 #include "support/Clockwork.h"
 #include "support/EngineTest.h"
 #include "support/ManualTime.h"
 #include "support/environment.h"
-#include "world/WorldManager.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,11 +1,11 @@
 // A game whose globals use the engine before main() and after it. The environment variable
 // SELVANE_TEST_WAY says which of them do what.
 
-#include "core/Config.h"
-#include "core/Event.h"
-#include "core/LogManager.h"
-#include "loop/GameManager.h"
-#include "world/Object.h"
+#include "selvane/core/Config.h"
+#include "selvane/core/Event.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/loop/GameManager.h"
+#include "selvane/world/Object.h"
 
 #include <cstdlib>
 #include <memory>

@@ -1,11 +1,11 @@
 // What can befall the machine that a game runs on, and what the person in front of it learns.
 
-#include "core/Config.h"
-#include "core/EventStep.h"
-#include "core/LogManager.h"
-#include "loop/GameManager.h"
+#include "selvane/core/Config.h"
+#include "selvane/core/EventStep.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/loop/GameManager.h"
 #include "network/NetworkTest.h"
-#include "network/message.h"
+#include "selvane/network/message.h"
 #include "support/EngineTest.h"
 #include "support/ManualTime.h"
 #include "support/environment.h"

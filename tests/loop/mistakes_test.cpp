@@ -1,15 +1,15 @@
 // What a game's author gets wrong, and what the engine makes of it: a line in the log, and the game
 // goes on.
 
-#include "core/LogManager.h"
-#include "display/DisplayManager.h"
-#include "loop/GameManager.h"
-#include "splash/Splash.h"
+#include "selvane/core/EventCollision.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/display/DisplayManager.h"
+#include "selvane/loop/GameManager.h"
+#include "selvane/splash/Splash.h"
+#include "selvane/world/ViewObject.h"
+#include "selvane/world/WorldManager.h"
 #include "support/EngineTest.h"
 #include "support/ManualTime.h"
-#include "world/EventCollision.h"
-#include "world/ViewObject.h"
-#include "world/WorldManager.h"
 
 #include <deque>
 #include <functional>

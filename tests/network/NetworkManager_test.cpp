@@ -1,8 +1,8 @@
-#include "network/NetworkManager.h"
+#include "selvane/network/NetworkManager.h"
 
-#include "core/LogManager.h"
 #include "network/NetworkTest.h"
-#include "network/message.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/network/message.h"
 
 #include <climits>
 #include <memory>

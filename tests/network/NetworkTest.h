@@ -2,9 +2,9 @@
 /// sockets.
 #pragma once
 
-#include "network/EventNetwork.h"
-#include "network/NetworkManager.h"
-#include "platform/sockets.h"
+#include "selvane/core/EventNetwork.h"
+#include "selvane/network/NetworkManager.h"
+#include "selvane/platform/sockets.h"
 #include "support/WorldTest.h"
 #include "support/waitUntil.h"
 

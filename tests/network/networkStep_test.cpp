@@ -1,8 +1,8 @@
 // The network's part of a step of the game loop.
 
-#include "core/Config.h"
-#include "loop/GameManager.h"
 #include "network/NetworkTest.h"
+#include "selvane/core/Config.h"
+#include "selvane/loop/GameManager.h"
 #include "support/ManualTime.h"
 
 #include <deque>

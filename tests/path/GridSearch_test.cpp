@@ -1,4 +1,4 @@
-#include "path/GridSearch.h"
+#include "selvane/path/GridSearch.h"
 
 #include <algorithm>
 #include <cmath>

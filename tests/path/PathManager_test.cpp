@@ -1,10 +1,10 @@
-#include "path/PathManager.h"
+#include "selvane/path/PathManager.h"
 
-#include "core/LogManager.h"
-#include "path/PathFind.h"
+#include "selvane/core/EventPath.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/path/PathFind.h"
 #include "support/ManualTime.h"
 #include "support/WorldTest.h"
-#include "world/EventPath.h"
 
 #include <algorithm>
 #include <limits>

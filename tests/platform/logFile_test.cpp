@@ -1,4 +1,4 @@
-#include "platform/logFile.h"
+#include "selvane/platform/logFile.h"
 
 #include "support/EngineTest.h"
 

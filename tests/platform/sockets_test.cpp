@@ -1,6 +1,6 @@
-#include "platform/sockets.h"
+#include "selvane/platform/sockets.h"
 
-#include "platform/system.h"
+#include "selvane/platform/system.h"
 #include "support/trouble.h"
 #include "support/waitUntil.h"
 

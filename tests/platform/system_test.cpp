@@ -1,4 +1,4 @@
-#include "platform/system.h"
+#include "selvane/platform/system.h"
 
 #include "support/environment.h"
 #include "support/waitUntil.h"

@@ -1,9 +1,9 @@
 #include "support/windowsAnswers.h"
 
-#include "core/LogManager.h"
-#include "loop/GameManager.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/loop/GameManager.h"
 #include "network/NetworkTest.h"
-#include "platform/sockets.h"
+#include "selvane/platform/sockets.h"
 
 namespace sv::platform {
 

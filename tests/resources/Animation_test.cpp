@@ -1,8 +1,8 @@
-#include "resources/Animation.h"
+#include "selvane/resources/Animation.h"
 
-#include "core/LogManager.h"
-#include "resources/ResourceManager.h"
-#include "resources/Sprite.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/resources/ResourceManager.h"
+#include "selvane/resources/Sprite.h"
 #include "support/EngineTest.h"
 
 #include <limits>

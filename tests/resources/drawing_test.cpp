@@ -1,6 +1,6 @@
-#include "display/DisplayManager.h"
-#include "resources/Animation.h"
-#include "resources/Sprite.h"
+#include "selvane/display/DisplayManager.h"
+#include "selvane/resources/Animation.h"
+#include "selvane/resources/Sprite.h"
 #include "support/WindowTest.h"
 
 #include <functional>

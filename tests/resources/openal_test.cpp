@@ -1,6 +1,6 @@
-#include "core/LogManager.h"
-#include "resources/Sound.h"
-#include "resources/audioDevice.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/resources/Sound.h"
+#include "selvane/resources/audioDevice.h"
 #include "support/EngineTest.h"
 #include "support/waveFile.h"
 

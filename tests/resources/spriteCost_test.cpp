@@ -1,6 +1,6 @@
 // What a sprite file can make the engine take from the heap.
 
-#include "resources/ResourceManager.h"
+#include "selvane/resources/ResourceManager.h"
 #include "support/EngineTest.h"
 #include "support/allocations.h"
 

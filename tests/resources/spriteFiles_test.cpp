@@ -1,6 +1,6 @@
-#include "core/LogManager.h"
-#include "resources/ResourceManager.h"
-#include "resources/spriteReading.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/resources/ResourceManager.h"
+#include "selvane/resources/spriteReading.h"
 #include "support/EngineTest.h"
 
 #include <filesystem>

@@ -1,13 +1,13 @@
-#include "splash/Splash.h"
+#include "selvane/splash/Splash.h"
 
-#include "input/EventKeyboard.h"
-#include "input/InputManager.h"
-#include "loop/GameManager.h"
+#include "selvane/core/EventKeyboard.h"
+#include "selvane/input/InputManager.h"
+#include "selvane/loop/GameManager.h"
+#include "selvane/world/WorldManager.h"
 #include "support/Clockwork.h"
 #include "support/EngineTest.h"
 #include "support/ManualTime.h"
 #include "support/printing.h"
-#include "world/WorldManager.h"
 
 #include <functional>
 #include <utility>

@@ -1,10 +1,10 @@
-#include "splash/Splash.h"
+#include "selvane/splash/Splash.h"
 
-#include "loop/GameManager.h"
+#include "selvane/loop/GameManager.h"
+#include "selvane/world/WorldManager.h"
 #include "support/Clockwork.h"
 #include "support/ManualTime.h"
 #include "support/WindowTest.h"
-#include "world/WorldManager.h"
 
 #include <map>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/EventStep.h"
-#include "world/Object.h"
+#include "selvane/core/EventStep.h"
+#include "selvane/world/Object.h"
 
 #include <functional>
 #include <utility>

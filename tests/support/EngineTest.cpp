@@ -1,7 +1,7 @@
 #include "support/EngineTest.h"
 
-#include "core/Config.h"
-#include "core/LogManager.h"
+#include "selvane/core/Config.h"
+#include "selvane/core/LogManager.h"
 #include "support/environment.h"
 
 #include <algorithm>

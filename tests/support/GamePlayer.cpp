@@ -1,7 +1,5 @@
 #include "support/GamePlayer.h"
 
-#include "core/Event.h"
-#include "display/DisplayManager.h"
 #include "game/Button.h"
 #include "game/GameOver.h"
 #include "game/GameStart.h"
@@ -10,12 +8,14 @@
 #include "game/Shape.h"
 #include "game/chain.h"
 #include "game/endScreens.h"
-#include "input/EventKeyboard.h"
-#include "input/EventMouse.h"
-#include "input/InputManager.h"
-#include "loop/GameManager.h"
-#include "splash/Splash.h"
-#include "world/WorldManager.h"
+#include "selvane/core/Event.h"
+#include "selvane/core/EventKeyboard.h"
+#include "selvane/core/EventMouse.h"
+#include "selvane/display/DisplayManager.h"
+#include "selvane/input/InputManager.h"
+#include "selvane/loop/GameManager.h"
+#include "selvane/splash/Splash.h"
+#include "selvane/world/WorldManager.h"
 
 #include <algorithm>
 #include <cmath>

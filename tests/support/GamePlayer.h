@@ -5,10 +5,10 @@
 /// and so does not take it for a part of a level.
 #pragma once
 
-#include "core/Vector.h"
-#include "input/EventKeyboard.h"
-#include "world/Object.h"
-#include "world/WorldManager.h"
+#include "selvane/core/EventKeyboard.h"
+#include "selvane/core/Vector.h"
+#include "selvane/world/Object.h"
+#include "selvane/world/WorldManager.h"
 
 #include <functional>
 #include <map>

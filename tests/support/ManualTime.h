@@ -1,7 +1,7 @@
 /// A clock that only moves when the test, or a sleep, moves it. In use from its making to its end.
 #pragma once
 
-#include "platform/system.h"
+#include "selvane/platform/system.h"
 
 #include <functional>
 #include <vector>

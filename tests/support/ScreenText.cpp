@@ -1,6 +1,6 @@
 #include "support/ScreenText.h"
 
-#include "display/DisplayManager.h"
+#include "selvane/display/DisplayManager.h"
 #include "support/WindowTest.h"
 
 #include <algorithm>

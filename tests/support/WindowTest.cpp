@@ -1,7 +1,7 @@
 #include "support/WindowTest.h"
 
-#include "core/Config.h"
-#include "display/DisplayManager.h"
+#include "selvane/core/Config.h"
+#include "selvane/display/DisplayManager.h"
 
 #include <SFML/Graphics/RenderWindow.hpp>
 #include <SFML/Graphics/Texture.hpp>

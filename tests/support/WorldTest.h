@@ -1,12 +1,12 @@
 /// A started world without window or game loop, and objects that say what reaches them.
 #pragma once
 
-#include "core/Event.h"
+#include "selvane/core/Event.h"
+#include "selvane/core/EventCollision.h"
+#include "selvane/world/Object.h"
+#include "selvane/world/WorldManager.h"
 #include "support/EngineTest.h"
 #include "support/printing.h"
-#include "world/EventCollision.h"
-#include "world/Object.h"
-#include "world/WorldManager.h"
 
 #include <functional>
 #include <string>

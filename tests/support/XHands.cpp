@@ -1,6 +1,6 @@
 #include "support/XHands.h"
 
-#include "display/DisplayManager.h"
+#include "selvane/display/DisplayManager.h"
 
 #include <cmath>
 

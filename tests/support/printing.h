@@ -1,8 +1,8 @@
 /// How the engine's values read in a failed expectation.
 #pragma once
 
-#include "core/Box.h"
-#include "core/Vector.h"
+#include "selvane/core/Box.h"
+#include "selvane/core/Vector.h"
 
 #include <ostream>
 

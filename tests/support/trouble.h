@@ -1,7 +1,7 @@
 /// What befalls a program and its connections from outside.
 #pragma once
 
-#include "platform/sockets.h"
+#include "selvane/platform/sockets.h"
 
 namespace test {
 

@@ -1,7 +1,7 @@
-#include "core/LogManager.h"
-#include "network/NetworkManager.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/network/NetworkManager.h"
+#include "selvane/world/ViewObject.h"
 #include "support/WorldTest.h"
-#include "world/ViewObject.h"
 
 namespace sv {
 namespace {

@@ -1,12 +1,12 @@
-#include "world/Object.h"
+#include "selvane/world/Object.h"
 
-#include "core/Event.h"
-#include "core/LogManager.h"
-#include "loop/GameManager.h"
-#include "path/PathFind.h"
-#include "resources/ResourceManager.h"
+#include "selvane/core/Event.h"
+#include "selvane/core/EventPath.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/loop/GameManager.h"
+#include "selvane/path/PathFind.h"
+#include "selvane/resources/ResourceManager.h"
 #include "support/WorldTest.h"
-#include "world/EventPath.h"
 
 #include <functional>
 #include <limits>

@@ -1,5 +1,5 @@
-#include "core/LogManager.h"
-#include "loop/GameManager.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/loop/GameManager.h"
 #include "support/WorldTest.h"
 
 #include <algorithm>

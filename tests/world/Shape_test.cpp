@@ -1,9 +1,9 @@
-#include "world/Shape.h"
+#include "selvane/world/Shape.h"
 
-#include "core/LogManager.h"
-#include "display/DisplayManager.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/display/DisplayManager.h"
+#include "selvane/world/WorldManager.h"
 #include "support/WindowTest.h"
-#include "world/WorldManager.h"
 
 #include <SFML/Graphics/CircleShape.hpp>
 #include <SFML/Graphics/RenderWindow.hpp>

@@ -1,10 +1,10 @@
-#include "world/ViewObject.h"
+#include "selvane/world/ViewObject.h"
 
-#include "core/LogManager.h"
+#include "selvane/core/EventView.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/world/WorldManager.h"
 #include "support/EngineTest.h"
 #include "support/printing.h"
-#include "world/EventView.h"
-#include "world/WorldManager.h"
 
 #include <limits>
 

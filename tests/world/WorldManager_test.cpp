@@ -1,9 +1,9 @@
-#include "world/WorldManager.h"
+#include "selvane/world/WorldManager.h"
 
-#include "core/LogManager.h"
-#include "loop/GameManager.h"
-#include "path/PathFind.h"
-#include "path/PathManager.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/loop/GameManager.h"
+#include "selvane/path/PathFind.h"
+#include "selvane/path/PathManager.h"
 #include "support/WorldTest.h"
 
 #include <memory>

@@ -1,10 +1,10 @@
 // What a text of attributes can make the engine do.
 
-#include "core/LogManager.h"
-#include "network/message.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/network/message.h"
+#include "selvane/world/ViewObject.h"
 #include "support/WorldTest.h"
 #include "support/allocations.h"
-#include "world/ViewObject.h"
 
 namespace {
 

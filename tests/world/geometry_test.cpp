@@ -1,4 +1,4 @@
-#include "world/geometry.h"
+#include "selvane/world/geometry.h"
 
 #include "support/EngineTest.h"
 #include "support/printing.h"

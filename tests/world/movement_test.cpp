@@ -1,6 +1,6 @@
 #include "support/WorldTest.h"
 
-#include "core/LogManager.h"
+#include "selvane/core/LogManager.h"
 
 #include <array>
 #include <cstddef>

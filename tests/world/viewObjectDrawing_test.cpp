@@ -1,8 +1,8 @@
-#include "world/ViewObject.h"
+#include "selvane/world/ViewObject.h"
 
-#include "display/DisplayManager.h"
+#include "selvane/display/DisplayManager.h"
+#include "selvane/world/WorldManager.h"
 #include "support/WindowTest.h"
-#include "world/WorldManager.h"
 
 #include <map>
 

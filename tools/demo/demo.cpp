@@ -3,9 +3,9 @@
 //   selvane_demo FOLDER [lose]
 // It is to be started in the folder that the game runs in. Exit status 0 if the game went as meant.
 
-#include "display/DisplayManager.h"
 #include "game/LevelManager.h"
 #include "game/playGame.h"
+#include "selvane/display/DisplayManager.h"
 #include "support/GamePlayer.h"
 #include "support/XHands.h"
 #include "support/XServer.h"

@@ -1,0 +1,99 @@
+/// The settings that the engine starts with: built-in defaults, overwritten by a text of
+/// `key:value,` entries, read from a file. A missing file is no error.
+///
+/// Loaded by the game manager before anything else starts, read-only afterwards; the values live
+/// as long as the process. Game-loop thread only.
+#pragma once
+
+#include "selvane/core/Color.h"
+
+#include <string>
+
+namespace sv {
+
+/// Names the configuration file instead of "sv-config.txt".
+inline constexpr char CONFIG_FILE_VARIABLE[] = "SELVANE_CONFIG";
+inline constexpr char CONFIG_FILE_DEFAULT[] = "sv-config.txt";
+
+/// No configuration file is longer.
+inline constexpr int MAX_CONFIG_BYTES = 65536;
+
+// The windowing library's numbers for the two styles.
+inline constexpr int WINDOW_STYLE_DEFAULT = 5; ///< Title bar and close button, not resizable.
+inline constexpr int WINDOW_STYLE_FULLSCREEN = 8;
+
+class Config {
+  public:
+    static Config &getInstance();
+    Config(const Config &) = delete;
+    Config &operator=(const Config &) = delete;
+
+    /// The configuration file's lines in one text, nothing between them; lines that are empty or
+    /// begin with '#' are left out. Empty if the file cannot be read, and with a line in the log if
+    /// it is no text or longer than MAX_CONFIG_BYTES.
+    ///
+    /// Since nothing stands between the lines, each setting ends with a comma of its own.
+    std::string readConfig();
+
+    /// Applies the settings of `config`; an empty text means those of the file. A key that is
+    /// absent or has no value leaves its setting alone, and a number that is none counts as 0.
+    void loadConfig(const std::string &config);
+
+    /// Writes the settings to the log, at level 1.
+    void printConfig() const;
+
+    int getWindowHorizontalPixels() const { return window_horizontal_pixels; }
+    int getWindowVerticalPixels() const { return window_vertical_pixels; }
+    int getWindowHorizontalChars() const { return window_horizontal_chars; }
+    int getWindowVerticalChars() const { return window_vertical_chars; }
+    /// WINDOW_STYLE_DEFAULT or WINDOW_STYLE_FULLSCREEN.
+    int getWindowStyle() const { return window_style; }
+    Color getWindowBackgroundColor() const { return window_background_color; }
+    /// Milliseconds a step should take; 0 does not wait at all.
+    int getFrameTime() const { return frame_time; }
+    /// Height of the text in units of the smaller side of a character cell.
+    float getFontScale() const { return font_scale; }
+    std::string getWindowTitle() const { return window_title; }
+    bool getShowMouse() const { return show_mouse; }
+    /// Whether the engine runs without window and input.
+    bool getHeadless() const { return headless; }
+    std::string getFontFile() const { return font_file; }
+    std::string getLogFile() const { return log_file; }
+    /// 0 seeds from the current time, -1 not at all.
+    int getRandomSeed() const { return random_seed; }
+    bool getNetworking() const { return networking; }
+
+    // Kept for scene graphs that have a use for them; the simple one has none.
+    int getQuadtreeThreshold() const { return quadtree_threshold; }
+    int getQuadtreeDepth() const { return quadtree_depth; }
+    int getGridWidth() const { return grid_width; }
+    int getGridHeight() const { return grid_height; }
+
+  private:
+    Config() = default;
+
+    void setWindowBackgroundColor(const std::string &name);
+    void setWindowStyle(const std::string &name);
+
+    int window_horizontal_pixels = 1024;
+    int window_vertical_pixels = 768;
+    int window_horizontal_chars = 80;
+    int window_vertical_chars = 24;
+    int window_style = WINDOW_STYLE_DEFAULT;
+    Color window_background_color = BLACK;
+    int frame_time = 33;
+    float font_scale = 2.0F;
+    std::string window_title = "Selvane";
+    bool show_mouse = false;
+    bool headless = false;
+    std::string font_file = "sv-font.ttf";
+    std::string log_file = "selvane.log";
+    int random_seed = 0;
+    bool networking = false;
+    int quadtree_threshold = 1;
+    int quadtree_depth = 10;
+    int grid_width = 20;
+    int grid_height = 8;
+};
+
+} // namespace sv

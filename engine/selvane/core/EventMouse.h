@@ -1,0 +1,46 @@
+/// Sent by the input manager to interested objects: what the mouse did, with which button and
+/// where.
+#pragma once
+
+#include "selvane/core/Event.h"
+#include "selvane/core/Vector.h"
+
+namespace sv {
+
+enum EventMouseAction : int {
+    UNDEFINED_MOUSE_ACTION = -1,
+    CLICKED = 0,
+    PRESSED = 1, ///< Held; sent in every step while the button is down.
+    MOVED = 2,
+};
+
+enum EventMouseButton : int {
+    UNDEFINED_MOUSE_BUTTON = -1,
+    LEFT = 0,
+    RIGHT = 1,
+    MIDDLE = 2,
+};
+
+class EventMouse : public Event {
+  public:
+    EventMouse() : Event(MOUSE_EVENT) {}
+
+    void setMouseAction(EventMouseAction new_action) { mouse_action = new_action; }
+    EventMouseAction getMouseAction() const { return mouse_action; }
+
+    /// UNDEFINED_MOUSE_BUTTON when the mouse moved, and for buttons beyond the three.
+    void setMouseButton(EventMouseButton new_button) { mouse_button = new_button; }
+    EventMouseButton getMouseButton() const { return mouse_button; }
+
+    /// Cells of the window, with their fraction; the world position is that plus the view's corner.
+    /// Outside the window when a button is held there.
+    void setMousePosition(Vector new_position) { mouse_xy = new_position; }
+    Vector getMousePosition() const { return mouse_xy; }
+
+  private:
+    EventMouseAction mouse_action = UNDEFINED_MOUSE_ACTION;
+    EventMouseButton mouse_button = UNDEFINED_MOUSE_BUTTON;
+    Vector mouse_xy;
+};
+
+} // namespace sv

@@ -1,0 +1,13 @@
+/// Tells an object that its last move took it out of the world altogether.
+#pragma once
+
+#include "selvane/core/Event.h"
+
+namespace sv {
+
+class EventOut : public Event {
+  public:
+    EventOut() : Event(OUT_EVENT) {}
+};
+
+} // namespace sv

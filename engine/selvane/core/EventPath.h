@@ -1,0 +1,31 @@
+/// Tells an object how its search for a path ended.
+#pragma once
+
+#include "selvane/core/Event.h"
+#include "selvane/core/Vector.h"
+
+#include <vector>
+
+namespace sv {
+
+// How a search for a path stands.
+inline constexpr int PATH_NONE = 0;
+inline constexpr int PATH_SEARCHING = 1;
+inline constexpr int PATH_FOUND = 2;
+
+class EventPath : public Event {
+  public:
+    /// `new_path` runs from the start cell to the goal cell, both included; empty unless it was
+    /// found.
+    EventPath(int new_status, const std::vector<Vector> &new_path)
+        : Event(PATH_EVENT), status(new_status), path(new_path) {}
+
+    int getStatus() const { return status; }
+    const std::vector<Vector> &getPath() const { return path; }
+
+  private:
+    int status;
+    std::vector<Vector> path;
+};
+
+} // namespace sv

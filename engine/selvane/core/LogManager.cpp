@@ -1,0 +1,162 @@
+#include "selvane/core/LogManager.h"
+
+#include "selvane/core/Config.h"
+#include "selvane/core/text.h"
+#include "selvane/platform/logFile.h"
+#include "selvane/platform/system.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <system_error>
+#include <utility>
+
+namespace sv {
+
+LogManager &LogManager::getInstance() {
+    static LogManager &instance = *new LogManager;
+    return instance;
+}
+
+LogManager::LogManager() {
+    setType("LogManager");
+    if (const char *level = std::getenv(LOG_LEVEL_VARIABLE))
+        log_level = parseInt(level);
+}
+
+int LogManager::startUp() {
+    if (isStarted())
+        return refuseSecondStart();
+
+    const char *variable = std::getenv(LOG_FILE_VARIABLE);
+    file_name = variable ? variable : Config::getInstance().getLogFile();
+    const platform::LogFile opened = platform::openLog(file_name);
+    p_f.reset(opened.p_file);
+    if (!p_f)
+        return logFailure("LogManager::startup(): Warning! Unable to open file '%s'.",
+                          file_name.c_str());
+    unwritable_is_said = false;
+    is_irreplaceable = platform::isDeleted(p_f.get()); // Somebody's standard output, say.
+    if (opened.is_shared)
+        sayShared();
+    Manager::startUp();
+    writeLog(5, "LogManager::startUp(): successfully started.");
+    return 0;
+}
+
+void LogManager::shutDown() {
+    Manager::shutDown();
+    writeLog(5, "LogManager::shutDown(): successfully stopped.");
+    p_f.reset();
+    extra_files.clear();
+}
+
+int LogManager::writeLog(int line_level, const char *fmt, ...) {
+    std::va_list args;
+    va_start(args, fmt);
+    const int written = vwriteLog(line_level, fmt, args);
+    va_end(args);
+    return written;
+}
+
+int LogManager::writeLog(const char *fmt, ...) {
+    std::va_list args;
+    va_start(args, fmt);
+    const int written = vwriteLog(log_level, fmt, args);
+    va_end(args);
+    return written;
+}
+
+int LogManager::writeLog(const std::string &line) {
+    return writeLog(log_level, line);
+}
+
+int LogManager::writeLog(int line_level, const std::string &line) {
+    if (line_level > log_level)
+        return 0;
+    const bool is_begun = beginLine();
+    const bool is_written = std::fwrite(line.data(), 1, line.size(), output()) == line.size();
+    return endLine(is_written ? static_cast<int>(line.size()) : -1, is_begun);
+}
+
+int LogManager::vwriteLog(int line_level, const char *fmt, std::va_list args) {
+    if (line_level > log_level)
+        return 0;
+    const bool is_begun = beginLine();
+    const int written = std::vfprintf(output(), fmt, args);
+    return endLine(written, is_begun);
+}
+
+void LogManager::setStepCount(int new_step_count) {
+    std::snprintf(step_text.data(), step_text.size(), "%4d ", new_step_count);
+}
+
+/// False if a part of it failed, which does not keep the others from being tried.
+bool LogManager::beginLine() {
+    if (p_f && do_flush)
+        replaceDeletedFile();
+    bool failed = false;
+    if (log_time_string)
+        failed |= std::fputs(getTimeString(), output()) < 0 || std::fputc(' ', output()) < 0;
+    if (log_step_count)
+        failed |= std::fputs(step_text.data(), output()) < 0;
+    return !failed;
+}
+
+/// The whole line goes to its file at once: if the program dies of what comes next, the log tells
+/// how far it came.
+int LogManager::endLine(int written, bool is_begun) {
+    bool failed = !is_begun || written < 0;
+    failed |= std::fputc('\n', output()) < 0;
+    failed |= std::fflush(output()) != 0;
+    if (failed)
+        sayUnwritable();
+    return failed ? -1 : written;
+}
+
+/// In the log for who wonders about the lines of two programs, and to the person who starts them.
+void LogManager::sayShared() {
+    const std::string warning = "LogManager::startUp(): Warning! Another running program writes "
+                                "the log '" +
+                                file_name +
+                                "' too. SELVANE_LOG can name another file for this one.";
+    writeLog(warning);
+    std::fprintf(stderr, "%s\n", warning.c_str());
+}
+
+/// Once for each log file: a full disk stays full for a while.
+void LogManager::sayUnwritable() {
+    if (!p_f || unwritable_is_said)
+        return;
+    unwritable_is_said = true;
+    std::fprintf(stderr, "LogManager::writeLog(): Warning! Unable to write the log file: %s.\n",
+                 std::generic_category().message(errno).c_str());
+}
+
+/// Only the lines to come can be saved. What is written without a flush may be of any age, and
+/// stays with its file.
+void LogManager::replaceDeletedFile() {
+    if (is_irreplaceable || !platform::isDeleted(p_f.get()))
+        return;
+    File fresh(platform::openNewLog(file_name)); // Not what others have put there meanwhile.
+    is_irreplaceable = !fresh;
+    const std::string then =
+        fresh ? "The log goes on in a new one"
+              : "No other can be made: " + std::generic_category().message(errno);
+    std::fprintf(stderr, "LogManager::writeLog(): Warning! The log file '%s' was deleted. %s.\n",
+                 file_name.c_str(), then.c_str());
+    if (!fresh)
+        return;
+    p_f = std::move(fresh);
+    unwritable_is_said = false;
+}
+
+int logFailure(const char *fmt, ...) {
+    LogManager &log = LogManager::getInstance();
+    std::va_list args;
+    va_start(args, fmt);
+    log.vwriteLog(log.getLogLevel(), fmt, args);
+    va_end(args);
+    return -1;
+}
+
+} // namespace sv

@@ -1,0 +1,48 @@
+/// The character cells drawn since the last flush, in the order of drawing, on their way to the
+/// graphics library in one piece. One call for all of them costs less than half of what two calls
+/// for each would.
+///
+/// Borrows the target, and the two objects that say what a cell looks like: the rectangle's size
+/// and colour, the text's font, style and character size. Game-loop thread only.
+#pragma once
+
+#include "selvane/core/Vector.h"
+
+#include <vector>
+
+namespace sf {
+class Color;
+class RectangleShape;
+class RenderTarget;
+class Text;
+class Vertex;
+} // namespace sf
+
+namespace sv {
+
+class CellBatch {
+  public:
+    /// REQUIRES: the text has a font; all three outlive the batch.
+    CellBatch(sf::RenderTarget &new_target, const sf::RectangleShape &new_rectangle,
+              const sf::Text &new_text);
+    ~CellBatch();
+    CellBatch(const CellBatch &) = delete;
+    CellBatch &operator=(const CellBatch &) = delete;
+
+    /// Adds a rectangle and over it a character, each with its upper left corner at that pixel, as
+    /// the rectangle and the text would be drawn there.
+    void add(Vector rectangle_pos, Vector text_pos, char ch, const sf::Color &color);
+
+    /// Draws what was added and forgets it.
+    void flush();
+
+  private:
+    void addCharacter(Vector pos, char ch, const sf::Color &color);
+
+    sf::RenderTarget &target;
+    const sf::RectangleShape &rectangle;
+    const sf::Text &text;
+    std::vector<sf::Vertex> vertices; // Four for each quad; never grows.
+};
+
+} // namespace sv

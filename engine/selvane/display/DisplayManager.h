@@ -1,0 +1,136 @@
+/// Owns the window and draws the world into it as a grid of character cells: each visible thing is
+/// characters at cell positions, every character over a cell-sized rectangle of the background.
+///
+/// Positions are given in world cells; the world's view scrolls the picture. Headless there is no
+/// window, and every drawing call returns -1 and says nothing. Game-loop thread only.
+#pragma once
+
+#include "selvane/core/Color.h"
+#include "selvane/core/Manager.h"
+#include "selvane/core/Vector.h"
+
+#include <memory>
+#include <string>
+
+namespace sf {
+class Font;
+class RectangleShape;
+class RenderWindow;
+class Text;
+} // namespace sf
+
+namespace sv {
+
+class CellBatch;
+
+/// Which part of a string stands at the position that it is drawn at.
+enum Justification : int {
+    LEFT_JUSTIFIED = 0,
+    CENTER_JUSTIFIED = 1, ///< The middle; of an even length the character right of it.
+    RIGHT_JUSTIFIED = 2,  ///< The cell after the last character.
+};
+
+class DisplayManager : public Manager {
+  public:
+    static DisplayManager &getInstance();
+    ~DisplayManager() override;
+
+    /// Opens the window and loads the font, both as configured; headless it does neither. 0, or -1
+    /// with a line in the log: what was made by then stays until shutDown().
+    int startUp() override;
+
+    /// Releases the window and everything that was made for it.
+    void shutDown() override;
+
+    /// Draws a character over a rectangle of the background colour. 0, or -1 if nothing was drawn.
+    ///
+    /// Blank, tab, carriage return and newline draw the rectangle alone. A character that the font
+    /// lacks shows the font's sign for that, or a dot where that sign is empty. So do control
+    /// characters, and bytes above 127 unless the program's global locale makes letters of them.
+    int drawCh(Vector world_pos, char ch, unsigned char r, unsigned char g, unsigned char b);
+
+    /// The same; a `CUSTOM` colour has no components to draw with and shows as white.
+    int drawCh(Vector world_pos, char ch, Color color = COLOR_DEFAULT);
+
+    /// Draws a string on one line, a cell for each byte. 0, or -1 if nothing was drawn.
+    int drawString(Vector world_pos, const std::string &str, Justification just = LEFT_JUSTIFIED,
+                   Color color = COLOR_DEFAULT);
+
+    /// Shows what was drawn since the last call and clears the window for the next frame. 0, or -1
+    /// without a window.
+    int swapBuffers();
+
+    /// Shakes the characters, not the rectangles behind them, during the next `steps` frames, by
+    /// a random number of pixels on each axis from 1 - scale to 1 + scale. Scales and steps below 0
+    /// count as 0, and a scale of 0 moves them by 1.
+    void setShake(int new_scale_x, int new_scale_y, int steps);
+
+    /// The window's size in characters: the built-in one before the first start.
+    int getHorizontal() const { return window_horizontal_chars; }
+    int getVertical() const { return window_vertical_chars; }
+
+    /// The window's size in pixels as configured, which the cells divide.
+    int getHorizontalPixels() const { return window_horizontal_pixels; }
+    int getVerticalPixels() const { return window_vertical_pixels; }
+
+    /// The cell of the world that stands in the window's upper left corner. Said by the world each
+    /// time that its view changes, so that drawing need not ask for it.
+    void setOrigin(Vector world_corner) { origin = world_corner; }
+
+    /// The pixel of the configured window at which a position of the world is drawn.
+    Vector worldToPixels(Vector world_pos) const;
+
+    /// Pixels.
+    Vector getCellSize() const { return cell_size; }
+
+    /// The window, with everything drawn so far in it; null headless or while not started. Ask
+    /// again before each piece of drawing of your own: characters drawn since the last asking are
+    /// not in it yet.
+    sf::RenderWindow *getWindow();
+
+    /// The cell, with its fraction, at a pixel of the window as it stands on the screen. That can
+    /// be larger or smaller than configured: the grid is stretched over all of it. Without a
+    /// window, one of the configured size is meant.
+    Vector windowToSpaces(int x, int y) const;
+
+  private:
+    DisplayManager();
+
+    int takeSizes();
+    int openWindow();
+    void closeWindow();
+    static void closeAtExit();
+    int prepareCells();
+    void shakeCells();
+    int refuseUnstarted() const;
+
+    // Declared before what needs its graphics memory, so it goes last.
+    std::unique_ptr<sf::RenderWindow> p_window;
+    std::unique_ptr<sf::Font> font;
+    std::unique_ptr<sf::RectangleShape> p_rectangle; // What the background of a cell looks like.
+    std::unique_ptr<sf::Text> p_text;                // What the character in a cell looks like.
+    std::unique_ptr<CellBatch> cells;
+
+    int window_horizontal_pixels = 1024;
+    int window_vertical_pixels = 768;
+    int window_horizontal_chars = 80;
+    int window_vertical_chars = 24;
+    Vector cell_size{12.8F, 32}; // Pixels: the window's divided by its characters.
+    Vector origin;
+    Color window_background_color = BLACK;
+    int shake_duration = 0; // Frames.
+    int shake_scale_x = 0;  // Pixels, as all that follow.
+    int shake_scale_y = 0;
+    int shake_x = 0;
+    int shake_y = 0;
+};
+
+/// The size of a cell in pixels: 12.8 by 32 by default.
+float charWidth();
+float charHeight();
+
+/// Cells to pixels of the configured window and back.
+Vector spacesToPixels(Vector spaces);
+Vector pixelsToSpaces(Vector pixels);
+
+} // namespace sv

@@ -1,0 +1,31 @@
+/// Filled figures in the window: circle, square and triangle.
+///
+/// All are drawn through one polygon that the program keeps, and that keeps its rotation: see
+/// Shape::draw(). Game-loop thread only.
+#pragma once
+
+#include "selvane/core/Vector.h"
+
+namespace sv {
+
+enum ShapeType : int {
+    UNDEFINED_SHAPE = -1, ///< Not drawn by objects.
+    CIRCLE = 0,
+    SQUARE = 1,
+    TRIANGLE = 2,
+};
+
+struct Figure {
+    ShapeType type = CIRCLE;
+    float size = 0; ///< Pixels, see Shape::setSize().
+    unsigned char r = 255;
+    unsigned char g = 255;
+    unsigned char b = 255;
+    unsigned char alpha = 255;
+};
+
+/// Draws a figure over what was drawn before, at a pixel of the configured window. REQUIRES: there
+/// is a window.
+void drawFigure(const Figure &figure, Vector pixel);
+
+} // namespace sv

@@ -1,0 +1,178 @@
+#include "selvane/input/InputManager.h"
+
+#include "selvane/core/Config.h"
+#include "selvane/core/EventMouse.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/display/DisplayManager.h"
+#include "selvane/input/sfmlKeys.h"
+#include "selvane/loop/GameManager.h"
+
+#include <SFML/Graphics/RenderWindow.hpp>
+#include <SFML/Window/Event.hpp>
+#include <SFML/Window/Keyboard.hpp>
+#include <SFML/Window/Mouse.hpp>
+
+namespace sv {
+
+namespace {
+
+struct Button {
+    sf::Mouse::Button library;
+    EventMouseButton engine;
+};
+
+/// In the order of polling.
+constexpr Button buttons[] = {
+    {sf::Mouse::Left, LEFT}, {sf::Mouse::Right, RIGHT}, {sf::Mouse::Middle, MIDDLE}};
+
+EventMouseButton toEngine(sf::Mouse::Button library) {
+    for (const Button &button : buttons) {
+        if (button.library == library)
+            return button.engine;
+    }
+    return UNDEFINED_MOUSE_BUTTON;
+}
+
+EventMouse mouseEvent(EventMouseAction action, EventMouseButton button, int x, int y) {
+    EventMouse event;
+    event.setMouseAction(action);
+    event.setMouseButton(button);
+    event.setMousePosition(DisplayManager::getInstance().windowToSpaces(x, y));
+    return event;
+}
+
+} // namespace
+
+InputManager &InputManager::getInstance() {
+    static InputManager &instance = *new InputManager;
+    return instance;
+}
+
+InputManager::InputManager() {
+    setType("InputManager");
+}
+
+bool InputManager::isValid(const std::string &event_type) const {
+    return event_type == KEYBOARD_EVENT || event_type == MOUSE_EVENT;
+}
+
+int InputManager::startUp() {
+    if (isStarted())
+        return refuseSecondStart();
+    is_window_closed = false;
+    LogManager &log = LogManager::getInstance();
+    DisplayManager &display = DisplayManager::getInstance();
+    if (Config::getInstance().getHeadless()) {
+        log.writeLog(1, "InputManager::startUp(): not doing input since in headless mode.");
+    } else if (!display.isStarted()) {
+        return logFailure("InputManager::startUp(): Error starting InputManager. DisplayManager "
+                          "must be started first.");
+    } else if (sf::RenderWindow *p_window = display.getWindow()) {
+        p_window->setKeyRepeatEnabled(false);
+        log.writeLog(2, "InputManager::startUp(): Keyboard repeated disabled.");
+    } else {
+        log.writeLog("InputManager::startUp(): Warning - DisplayManager unexpectedly returned null "
+                     "window! Cannot disable keyboard repeat.");
+    }
+    Manager::startUp();
+    log.writeLog(5, "InputManager::startUp(): successfully started.");
+    return 0;
+}
+
+void InputManager::shutDown() {
+    LogManager &log = LogManager::getInstance();
+    if (sf::RenderWindow *p_window = DisplayManager::getInstance().getWindow()) {
+        p_window->setKeyRepeatEnabled(true);
+        log.writeLog(2, "InputManager::shutDown(): Keyboard repeat enabled.");
+    }
+    Manager::shutDown();
+    log.writeLog(5, "InputManager::shutDown(): successfully stopped.");
+}
+
+void InputManager::getInput() {
+    if (Config::getInstance().getHeadless())
+        return;
+    sf::RenderWindow *p_window = DisplayManager::getInstance().getWindow();
+    LogManager &log = LogManager::getInstance();
+    if (p_window == nullptr) {
+        log.writeLog("InputManager::getInput(): DisplayManager unexpectedly returned null window!");
+        return;
+    }
+    sf::Event event{};
+    while (p_window->pollEvent(event)) {
+        if (event.type == sf::Event::Closed) {
+            log.writeLog(1, "InputManager::getInput(): Window close event. Setting game over.");
+            is_window_closed = true;
+            GameManager::getInstance().setGameOver();
+            return;
+        }
+        deliver(event);
+    }
+    pollMouse(*p_window);
+    pollKeys();
+}
+
+void InputManager::deliver(const sf::Event &event) {
+    switch (event.type) {
+    case sf::Event::KeyPressed:
+    case sf::Event::KeyReleased: {
+        EventKeyboard key = toEventKeyboard(event);
+        key.setKeyboardAction(event.type == sf::Event::KeyPressed ? KEY_PRESSED : KEY_RELEASED);
+        onEvent(&key);
+        break;
+    }
+    case sf::Event::MouseMoved: {
+        const EventMouse moved =
+            mouseEvent(MOVED, UNDEFINED_MOUSE_BUTTON, event.mouseMove.x, event.mouseMove.y);
+        onEvent(&moved);
+        break;
+    }
+    case sf::Event::MouseButtonPressed: {
+        const EventMouse clicked = mouseEvent(CLICKED, toEngine(event.mouseButton.button),
+                                              event.mouseButton.x, event.mouseButton.y);
+        onEvent(&clicked);
+        break;
+    }
+    default:
+        break;
+    }
+}
+
+EventKeyboard InputManager::toEventKeyboard(const sf::Event &key_event) const {
+    return toEventKeyboard(key_event.key);
+}
+
+EventKeyboard InputManager::eventOfKey(int library_key) const {
+    EventKeyboard event;
+    event.setKey(toEngineKey(library_key));
+    LogManager::getInstance().writeLog(15,
+                                       "InputManager::toEventKeyboard(): Keyboard event '%c' (%d)",
+                                       event.getKey(), library_key);
+    return event;
+}
+
+void InputManager::pollMouse(const sf::RenderWindow &window) {
+    const sf::Vector2i position = sf::Mouse::getPosition(window);
+    EventMouse event = mouseEvent(PRESSED, UNDEFINED_MOUSE_BUTTON, position.x, position.y);
+    for (const Button &button : buttons) {
+        if (!sf::Mouse::isButtonPressed(button.library))
+            continue;
+        event.setMouseButton(button.engine);
+        onEvent(&event);
+    }
+}
+
+void InputManager::pollKeys() {
+    for (const KeyRun &run : polledKeys()) {
+        for (int i = 0; i < run.count; ++i) {
+            if (!sf::Keyboard::isKeyPressed(static_cast<sf::Keyboard::Key>(run.library + i)))
+                continue;
+            EventKeyboard event;
+            event.setKey(static_cast<Keyboard::Key>(run.engine + i));
+            event.setKeyboardAction(KEY_DOWN);
+            onEvent(&event);
+        }
+    }
+}
+
+} // namespace sv

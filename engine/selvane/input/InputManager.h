@@ -1,0 +1,63 @@
+/// Turns the window's input into events once a step: what happened since the last step, from the
+/// window's queue, and what is held down, from the state of keyboard and mouse. A held key thus
+/// gives an event in every step, and the system's key repeat is off while this manager runs.
+///
+/// Starts after the display manager, whose window it reads. Game-loop thread only, which must be
+/// the one that opened the window.
+#pragma once
+
+#include "selvane/core/EventKeyboard.h"
+#include "selvane/core/Manager.h"
+
+namespace sf {
+class Event;
+class RenderWindow;
+} // namespace sf
+
+namespace sv {
+
+class InputManager : public Manager {
+  public:
+    static InputManager &getInstance();
+
+    /// True for "sv-keyboard" and "sv-mouse" alone.
+    bool isValid(const std::string &event_type) const override;
+
+    /// 0, or -1 if the display manager is not started. Without a window it starts, and reads
+    /// nothing.
+    int startUp() override;
+    void shutDown() override;
+
+    /// Delivers the input since the last call. A window that was closed ends the game, and nothing
+    /// after that is read in this step.
+    void getInput();
+
+    /// Whether the person has asked to close the window since the last start. The game loop forgets
+    /// it when it runs again; a game that runs the loop more than once, as a title sequence does,
+    /// asks here whether to go on.
+    bool isWindowClosed() const { return is_window_closed; }
+
+    /// The key of a key press or release as an event; its action is the caller's to set.
+    ///
+    /// REQUIRES: key_event is a KeyPressed or a KeyReleased.
+    EventKeyboard toEventKeyboard(const sf::Event &key_event) const;
+
+    /// The same of an sf::Event::KeyEvent, for a game that polls SFML's events itself. A template,
+    /// since only SFML's own header can name that type.
+    template<typename KeyEvent>
+    EventKeyboard toEventKeyboard(const KeyEvent &key_event) const {
+        return eventOfKey(key_event.code);
+    }
+
+  private:
+    InputManager();
+
+    EventKeyboard eventOfKey(int library_key) const;
+    void deliver(const sf::Event &event);
+    void pollMouse(const sf::RenderWindow &window);
+    void pollKeys();
+
+    bool is_window_closed = false;
+};
+
+} // namespace sv

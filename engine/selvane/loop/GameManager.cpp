@@ -1,0 +1,274 @@
+#include "selvane/loop/GameManager.h"
+
+#include "selvane/core/Clock.h"
+#include "selvane/core/Config.h"
+#include "selvane/core/EventStep.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/core/ObjectWatch.h"
+#include "selvane/display/DisplayManager.h"
+#include "selvane/input/InputManager.h"
+#include "selvane/loop/FramePace.h"
+#include "selvane/network/NetworkManager.h"
+#include "selvane/path/PathManager.h"
+#include "selvane/platform/system.h"
+#include "selvane/resources/ResourceManager.h"
+#include "selvane/world/WorldManager.h"
+
+#include <array>
+#include <cstdlib>
+#include <ctime>
+#include <utility>
+
+namespace sv {
+
+namespace {
+
+constexpr double engine_version = 4.18;
+constexpr char ruler[] = "****************************************************";
+constexpr unsigned timer_period_ms = 1;
+constexpr int unseeded = -1;
+
+/// A manager between the log, which is up before it and longer, and the game loop.
+struct Managed {
+    Manager &manager;
+    const char *name;
+    const char *capitalized_name;
+};
+
+/// In the order of starting; they stop from the last to the first.
+std::array<Managed, 6> managedInOrder() {
+    return {{{DisplayManager::getInstance(), "display", "Display"},
+             {InputManager::getInstance(), "input", "Input"},
+             {NetworkManager::getInstance(), "network", "Network"},
+             {ResourceManager::getInstance(), "resource", "Resource"},
+             {WorldManager::getInstance(), "world", "World"},
+             {PathManager::getInstance(), "path", "Path"}}};
+}
+
+/// Networking is the one manager that a configuration can leave out.
+bool isWanted(const Managed &managed) {
+    return &managed.manager != &NetworkManager::getInstance() ||
+           Config::getInstance().getNetworking();
+}
+
+void logBanner() {
+    LogManager &log = LogManager::getInstance();
+    log.writeLog("%s", ruler);
+    log.writeLog("** Selvane version %.2f **", engine_version);
+    log.writeLog("** Game engine started **");
+    log.writeLog("%s", ruler);
+}
+
+void logWorkingDirectory() {
+    constexpr std::size_t capacity = 256;
+    const std::string directory = platform::workingDirectory(capacity);
+    LogManager &log = LogManager::getInstance();
+    log.writeLog(1, "Working directory:");
+    log.writeLog(1, "  %s", directory.empty() ? "(full path too long)" : directory.c_str());
+}
+
+/// The world begins as large as the window, and the view shows all of it.
+void fitWorldToWindow() {
+    const DisplayManager &display = DisplayManager::getInstance();
+    const Box window{{0, 0},
+                     static_cast<float>(display.getHorizontal()),
+                     static_cast<float>(display.getVertical())};
+    WorldManager &world = WorldManager::getInstance();
+    world.setWindow(window);
+    world.fitToWindow();
+}
+
+/// At the end of the process no handler is running any more, even if one has called exit(): a
+/// global's destructor may still stop the engine.
+void endHandlersAtExit() {
+    static const int registered = std::atexit(ObjectWatch::endAll);
+    static_cast<void>(registered);
+}
+
+void seedRandom() {
+    int seed = Config::getInstance().getRandomSeed();
+    if (seed == 0)
+        seed = static_cast<int>(std::time(nullptr));
+    if (seed == unseeded)
+        return;
+    LogManager::getInstance().writeLog(10, "GameManager()::startUp(): srand() seed with %d", seed);
+    std::srand(static_cast<unsigned>(seed));
+}
+
+} // namespace
+
+GameManager &GameManager::getInstance() {
+    static GameManager &instance = *new GameManager;
+    return instance;
+}
+
+GameManager::GameManager() {
+    setType("GameManager");
+}
+
+bool GameManager::isValid(const std::string &event_type) const {
+    return event_type == STEP_EVENT;
+}
+
+int GameManager::startUp() {
+    if (isStarted())
+        return refuseSecondStart();
+    if (is_start_failed)
+        shutDown();
+    is_start_failed = true; // Until it has not.
+    is_stopped_by_run = false;
+    Config &config = Config::getInstance();
+    config.loadConfig("");
+    LogManager &log = LogManager::getInstance();
+    if (log.startUp() != 0)
+        return logFailure("Error starting log manager!");
+    logBanner();
+    config.printConfig();
+    logWorkingDirectory();
+    log.writeLog(1, "Log Manager started.");
+    frame_time = config.getFrameTime();
+    log.writeLog(5, "GameManager::startUp(): frame time is %d", frame_time);
+
+    if (startManagers() != 0)
+        return -1;
+    fitWorldToWindow();
+    seedRandom();
+    if (platform::timeSource().beginTimerPeriod(timer_period_ms) == platform::timer_period_refused)
+        log.writeLog(1, "GameManager()::startUp(): Warning!  timeBeginPeriod() cannot accept 1 "
+                        "msec.");
+    setGameOver(false);
+    is_start_failed = false;
+    Manager::startUp();
+    log.writeLog(1, "GameManager successfully started.");
+    return 0;
+}
+
+int GameManager::startManagers() {
+    for (const Managed &managed : managedInOrder()) {
+        if (!isWanted(managed))
+            continue;
+        if (managed.manager.startUp() != 0)
+            return logFailure("Error starting %s manager!", managed.name);
+        LogManager::getInstance().writeLog(1, "%s manager started.", managed.capitalized_name);
+    }
+    return 0;
+}
+
+void GameManager::shutDown() {
+    if (is_stopping)
+        return; // A destructor asks for what is under way.
+    setGameOver();
+    if (ObjectWatch::isAny())
+        is_stop_wanted = true;
+    else if (!std::exchange(is_stopped_by_run, false))
+        stopManagers();
+}
+
+void GameManager::stopManagers() {
+    is_stopping = true;
+    is_stop_wanted = false;
+    is_start_failed = false;
+    LogManager &log = LogManager::getInstance();
+    if (platform::timeSource().endTimerPeriod(timer_period_ms) == platform::timer_period_refused)
+        log.writeLog(1,
+                     "GameManager()::shutDown(): Warning! timeEndPeriod() cannot accept 1 msec.");
+
+    const auto managers = managedInOrder();
+    for (auto managed = managers.rbegin(); managed != managers.rend(); ++managed) {
+        if (!isWanted(*managed))
+            continue;
+        managed->manager.shutDown();
+        log.writeLog(1, "%s manager stopped", managed->capitalized_name);
+    }
+    log.writeLog("%s", ruler);
+    log.writeLog("** Game engine stopped **");
+    log.shutDown();
+    Manager::shutDown();
+    WorldManager::getInstance().setWindow({});
+    is_stopping = false;
+}
+
+void GameManager::run() {
+    if (!isStarted()) {
+        logFailure(
+            "GameManager::run(): Error! The engine is not started. Does startUp() return 0?");
+        return;
+    }
+    if (ObjectWatch::isAny()) {
+        logFailure("GameManager::run(): Error! Called from a handler, draw() or destructor of an "
+                   "object. Ignored. The loop that called it goes on.");
+        return;
+    }
+    endHandlersAtExit();
+    if (!is_stop_wanted)
+        runLoop();
+    if (is_stop_wanted) {
+        stopManagers();
+        is_stopped_by_run = true;
+    }
+}
+
+void GameManager::runLoop() {
+    LogManager &log = LogManager::getInstance();
+    Clock clock;
+    log.writeLog(1, "GameManager::run(): starting game loop");
+    setGameOver(false);
+    setStepCount(0);
+    FramePace pace(frame_time);
+    do
+        runStep(clock, pace);
+    while (!game_over);
+    log.writeLog(1, "GameManager::run(): end of game loop");
+}
+
+void GameManager::runStep(Clock &clock, FramePace &pace) {
+    clock.delta();
+    const EventStep step(step_count);
+    onEvent(&step);
+    DisplayManager::getInstance().swapBuffers();
+    InputManager::getInstance().getInput();
+    if (Config::getInstance().getNetworking()) {
+        serviceNetwork(clock, pace);
+        NetworkManager::getInstance().endStep();
+    }
+    WorldManager &world = WorldManager::getInstance();
+    world.update();
+    world.draw();
+    PathManager::getInstance().cycle(pace.pathBudget(clock.split()));
+    pace.endStep(clock, step_count);
+    setStepCount(step_count + 1);
+}
+
+void GameManager::serviceNetwork(const Clock &clock, const FramePace &pace) {
+    NetworkManager &network = NetworkManager::getInstance();
+    if (network.isServer())
+        network.accept();
+    const int begin = clock.split();
+    const std::int64_t deadline = begin + pace.networkBudget();
+    while (true) {
+        bool any_told = false;
+        for (int i = 0; i < network.getNumConnections(); ++i)
+            any_told |= network.genDataEvents(i) > 0;
+        if (!any_told)
+            return;
+        const int split = clock.split();
+        // A clock set back meanwhile would put the deadline off: it counts as reached.
+        if (split >= deadline || split < begin) {
+            LogManager::getInstance().writeLog("GameManager::run(): Warning! Residual network "
+                                               "data.");
+            return;
+        }
+    }
+}
+
+void GameManager::setGameOver(bool new_game_over) {
+    game_over = new_game_over;
+    SceneGraph::setGameOver(new_game_over);
+}
+
+void GameManager::setStepCount(int new_step_count) {
+    step_count = new_step_count;
+    LogManager::getInstance().setStepCount(new_step_count);
+}
+
+} // namespace sv

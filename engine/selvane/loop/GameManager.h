@@ -1,0 +1,65 @@
+/// Starts every other manager, runs the game loop at a fixed rate, and stops the managers again:
+/// its source holds the only list of who starts and stops when.
+///
+/// Delivers the step event. Everything, engine and game, runs inside run(), on one thread.
+#pragma once
+
+#include "selvane/core/Manager.h"
+
+namespace sv {
+
+class Clock;
+class FramePace;
+
+class GameManager : public Manager {
+  public:
+    static GameManager &getInstance();
+
+    /// True for "sv-step" alone.
+    bool isValid(const std::string &event_type) const override;
+
+    /// Loads the configuration and starts the managers. 0, or -1 with a line in the log; the
+    /// managers that had started by then stay started until shutDown(), or a next try, stops them.
+    int startUp() override;
+
+    /// Stops the managers, last started first, and with them ends the game. Called from a handler,
+    /// a draw() or a destructor of an object it ends the game, and run() stops the managers when
+    /// the step has ended.
+    void shutDown() override;
+
+    /// Runs step after step until the game is over. May be called again: each call begins at step
+    /// 0. Returns at once, with a line in the log, if the engine is not started, or from a handler.
+    void run();
+
+    /// Ends the loop after the step that is under way: that step still updates, draws and sleeps.
+    /// The next run() begins with a game that is not over, whatever was set before it: a game that
+    /// cannot begin does not call run().
+    void setGameOver(bool new_game_over = true);
+    bool getGameOver() const { return game_over; }
+
+    /// Milliseconds that a step should take.
+    int getFrameTime() const { return frame_time; }
+
+    /// The number of the step that is under way; after run(), how many steps it made.
+    int getStepCount() const { return step_count; }
+
+  private:
+    GameManager();
+
+    int startManagers();
+    void stopManagers();
+    void runLoop();
+    void runStep(Clock &clock, FramePace &pace);
+    void serviceNetwork(const Clock &clock, const FramePace &pace);
+    void setStepCount(int new_step_count);
+
+    bool game_over = false;
+    int frame_time = 33;
+    int step_count = 0;
+    bool is_start_failed = false;
+    bool is_stopping = false;
+    bool is_stop_wanted = false; // By a handler: run() does it.
+    bool is_stopped_by_run = false;
+};
+
+} // namespace sv

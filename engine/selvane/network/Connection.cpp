@@ -1,0 +1,75 @@
+#include "selvane/network/Connection.h"
+
+#include <utility>
+
+namespace sv {
+
+Connection::Connection(Connection &&other) noexcept
+    : socket(std::exchange(other.socket, platform::no_socket)), id(other.id),
+      unsent(std::move(other.unsent)), failure(other.failure) {}
+
+Connection &Connection::operator=(Connection &&other) noexcept {
+    if (this != &other) {
+        close();
+        socket = std::exchange(other.socket, platform::no_socket);
+        id = other.id;
+        unsent = std::move(other.unsent);
+        failure = other.failure;
+    }
+    return *this;
+}
+
+Connection::Waiting Connection::waiting() const {
+    const int bytes = waitingBytes();
+    if (bytes < MESSAGE_LENGTH_BYTES)
+        return {bytes < 0 ? Front::UNCOUNTED : Front::INCOMPLETE};
+
+    char field[MESSAGE_LENGTH_BYTES];
+    if (platform::peek(socket, field, MESSAGE_LENGTH_BYTES) != MESSAGE_LENGTH_BYTES)
+        return {Front::UNREAD};
+    const int length = messageLength({field, MESSAGE_LENGTH_BYTES});
+    if (length < MESSAGE_LENGTH_BYTES)
+        return {Front::TOO_SHORT, length};
+    if (length > MAX_MESSAGE_BYTES)
+        return {Front::TOO_LONG, length};
+    return {bytes < length ? Front::INCOMPLETE : Front::MESSAGE, length};
+}
+
+int Connection::receive(std::string &buffer, int length) const {
+    buffer.resize(static_cast<std::size_t>(length));
+    return platform::receive(socket, buffer.data(), length) == length ? 0 : -1;
+}
+
+int Connection::send(const std::string &message) {
+    if (failure == 0)
+        unsent += message;
+    return flush();
+}
+
+int Connection::flush() {
+    while (!unsent.empty()) {
+        const int taken = platform::send(socket, unsent.data(), static_cast<int>(unsent.size()));
+        if (taken >= 0) {
+            unsent.erase(0, static_cast<std::size_t>(taken));
+            continue;
+        }
+        if (platform::isWouldBlock(platform::lastSocketError()))
+            return 0;
+        failure = platform::lastSocketError();
+        unsent.clear();
+    }
+    return failure == 0 ? 0 : -1;
+}
+
+bool Connection::isDead() const {
+    // In this order: what arrives between the two questions is not lost.
+    return isOpen() && (failure != 0 || platform::isPeerGone(socket)) &&
+           waiting().front != Front::MESSAGE;
+}
+
+int Connection::close() {
+    unsent.clear();
+    return isOpen() ? platform::closeSocket(std::exchange(socket, platform::no_socket)) : 0;
+}
+
+} // namespace sv

@@ -1,0 +1,287 @@
+#include "selvane/network/NetworkManager.h"
+
+#include "selvane/core/EventNetwork.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/core/text.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace sv {
+
+namespace {
+
+constexpr int default_max_sock = 1;
+constexpr int accept_error = -2;
+// As many peers as a second of steps lets in. In a longer queue an honest one would wait for all
+// those in front of it; refused a place, it is there again a second later.
+constexpr int backlog = 32;
+
+/// Says in the log what failed, and in a second line the system's reason. Returns -1.
+int logSocketFailure(const char *what, int code = platform::lastSocketError()) {
+    logFailure("NetworkManager::%s returned:", what);
+    return logFailure("\t%d - %s", code, platform::socketErrorText(code).c_str());
+}
+
+int logUncounted() {
+    return logSocketFailure("isData(): Error! ioctl()/ioctlsocket()");
+}
+
+} // namespace
+
+NetworkManager &NetworkManager::getInstance() {
+    static NetworkManager &instance = *new NetworkManager;
+    return instance;
+}
+
+NetworkManager::NetworkManager() {
+    setType("NetworkManager");
+}
+
+bool NetworkManager::isValid(const std::string &event_type) const {
+    for (const char *valid :
+         {NETWORK_EVENT, CUSTOM_NETWORK_EVENT, KEYBOARD_NETWORK_EVENT, MOUSE_NETWORK_EVENT}) {
+        if (event_type == valid)
+            return true;
+    }
+    logFailure("NetworkManager::isValid(): Error! NetworkManager does not handle %s.",
+               printable(event_type).c_str());
+    return false;
+}
+
+int NetworkManager::startUp() {
+    if (isStarted())
+        return refuseSecondStart();
+    if (platform::startSockets() != 0)
+        return logFailure("NetworkManager::startUp(): Error! WSAStartup() code : %d",
+                          platform::lastSocketError());
+    connections.clear();
+    Manager::startUp();
+    LogManager::getInstance().writeLog(5, "NetworkManager::startUp(): successfully started.");
+    return 0;
+}
+
+void NetworkManager::shutDown() {
+    // Closing moves the later connections down while the index moves up, so every second one stays
+    // open. It must stay so: a game that counts its goodbyes here gets one for every second
+    // connection, with the indices 0, 1, 2, and the other peers see no end before the next start.
+    for (int i = 0; i < getNumConnections(); ++i)
+        close(i);
+    if (isServer())
+        platform::closeSocket(server_socket);
+    server_socket = platform::no_socket;
+    max_sock = default_max_sock;
+    Manager::shutDown();
+    LogManager::getInstance().writeLog(5, "NetworkManager::shutDown(): successfully stopped.");
+}
+
+int NetworkManager::setServer(int port, const std::string &address) {
+    if (!isStarted())
+        return logFailure("NetworkManager::setServer(): Error! Not started.");
+    if (isServer())
+        return logFailure("NetworkManager::setServer(): Error! Server already, on port %d.",
+                          getPort());
+    server_socket = platform::listenOn(address, port, backlog);
+    return isServer() ? 0 : logSocketFailure("setServer(): Error! listen()");
+}
+
+int NetworkManager::getPort() const {
+    return isServer() ? platform::localPort(server_socket) : -1;
+}
+
+int NetworkManager::accept() {
+    LogManager &log = LogManager::getInstance();
+    if (!isServer()) {
+        logFailure("NetworkManager::accept(): Error! Not setup as server.");
+        return accept_error;
+    }
+    const platform::Socket accepted = platform::acceptFrom(server_socket);
+    if (accepted == platform::no_socket) {
+        if (!platform::isWouldBlock(platform::lastSocketError())) {
+            logSocketFailure("accept(): Error! accept()");
+            return accept_error;
+        }
+        log.writeLog(15, "NetworkManager::accept(): No new connection. Not blocking.");
+        return -1;
+    }
+    if (getNumConnections() >= max_sock) {
+        log.writeLog(1,
+                     "NetworkManager::accept(): Warning! accept() connection, but at limit (%d).",
+                     max_sock);
+        log.writeLog(1, "\tUse NM.setMaxSockets() to change.");
+        platform::closeSocket(accepted);
+        return -1;
+    }
+    log.writeLog(1, "NetworkManager::accept(): New connection.");
+    return add(accepted, NETWORK_ACCEPTED);
+}
+
+int NetworkManager::connect(const std::string &host, int port) {
+    if (!isStarted())
+        return logFailure("NetworkManager::connect(): Error! Not started.");
+    const platform::Socket connected = platform::connectTo(host, port);
+    if (connected == platform::no_socket)
+        return logSocketFailure("connect(): Error! connect()");
+    return add(connected, NETWORK_CONNECTED);
+}
+
+int NetworkManager::send(const std::string &message, int socket_index) {
+    Connection *p_connection = find(socket_index);
+    if (!p_connection)
+        return logFailure("NetworkManager::send(): Error! Sock index %d not connected.",
+                          socket_index);
+    const auto size =
+        static_cast<int>(std::min<std::size_t>(message.size(), MAX_MESSAGE_BYTES + 1));
+    if (size < MESSAGE_LENGTH_BYTES || size > MAX_MESSAGE_BYTES || messageLength(message) != size)
+        return logFailure("NetworkManager::send(): Error! Not a message of %d to %d bytes.",
+                          MESSAGE_LENGTH_BYTES, MAX_MESSAGE_BYTES);
+    if (!p_connection->hasRoomFor(message.size())) {
+        LogManager::getInstance().writeLog(
+            1, "NetworkManager::send(): Warning! Peer of sock index %d reads too slowly.",
+            socket_index);
+        return -1;
+    }
+    if (p_connection->send(message) != 0)
+        return logSocketFailure("send(): Error! send()", p_connection->getFailure());
+    return 0;
+}
+
+int NetworkManager::receive(std::string &buffer, int socket_index) {
+    Connection *p_connection = find(socket_index);
+    if (!p_connection)
+        return logFailure("NetworkManager::receive(): Error! Sock index %d not connected.",
+                          socket_index);
+    const Connection::Waiting waiting = p_connection->waiting();
+    switch (waiting.front) {
+    case Connection::Front::UNCOUNTED:
+        return logUncounted();
+    case Connection::Front::INCOMPLETE:
+        return 0;
+    case Connection::Front::TOO_SHORT:
+    case Connection::Front::TOO_LONG:
+        refuse(*p_connection, waiting.length);
+        return -1;
+    case Connection::Front::UNREAD:
+    case Connection::Front::MESSAGE:
+        break;
+    }
+    if (waiting.front == Connection::Front::UNREAD ||
+        p_connection->receive(buffer, waiting.length) != 0)
+        return logSocketFailure("receive(): Error! recv()");
+    return waiting.length;
+}
+
+int NetworkManager::close(int socket_index) {
+    Connection *p_connection = find(socket_index);
+    if (!p_connection)
+        return logFailure("NetworkManager::close(): sock_index (%d) out of range.", socket_index);
+    closeAndTell(*p_connection);
+    return 0;
+}
+
+int NetworkManager::isData(int socket_index) const {
+    const Connection *p_connection = find(socket_index);
+    if (!p_connection)
+        return logFailure("NetworkManager::isData(): Error! Sock index %d not connected.",
+                          socket_index);
+    const int bytes = p_connection->waitingBytes();
+    return bytes < 0 ? logUncounted() : bytes;
+}
+
+int NetworkManager::genDataEvents(int socket_index) {
+    Connection *p_connection = find(socket_index);
+    if (!p_connection)
+        return 0;
+    const std::uint64_t id = p_connection->getId();
+    const Connection::Waiting waiting = p_connection->waiting();
+    switch (waiting.front) {
+    case Connection::Front::UNCOUNTED:
+        return logUncounted();
+    case Connection::Front::UNREAD:
+        return logSocketFailure("genDataEvents(): Error! recv()");
+    case Connection::Front::INCOMPLETE:
+        return 0;
+    case Connection::Front::TOO_LONG:
+        return refuse(*p_connection, waiting.length);
+    case Connection::Front::TOO_SHORT:
+    case Connection::Front::MESSAGE:
+        break;
+    }
+    LogManager::getInstance().writeLog(
+        15, "NetworkManager::genDataEvents(): have full message (%d bytes).", waiting.length);
+    int told = tell(NETWORK_MESSAGE, socket_index, waiting.length);
+    // No receiver has to answer for a length that makes no sense: who ignores it must not be told
+    // of it again and again.
+    p_connection = find(indexOf(id));
+    if (waiting.front == Connection::Front::TOO_SHORT && p_connection)
+        told += refuse(*p_connection, waiting.length);
+    return told;
+}
+
+void NetworkManager::endStep() {
+    // A peer that a handler connects to meanwhile waits for the next step: with one that accepts
+    // and hangs up at once, this step would never end.
+    const std::uint64_t first_new_id = next_id;
+    for (int i = 0; i < getNumConnections();) {
+        Connection &connection = connections[static_cast<std::size_t>(i)];
+        if (connection.getId() >= first_new_id)
+            return;
+        connection.flush();
+        if (connection.isDead())
+            closeAndTell(connection);
+        else
+            ++i;
+    }
+}
+
+Connection *NetworkManager::find(int socket_index) {
+    return const_cast<Connection *>(std::as_const(*this).find(socket_index));
+}
+
+const Connection *NetworkManager::find(int socket_index) const {
+    if (socket_index < 0 || socket_index >= getNumConnections())
+        return nullptr;
+    const Connection &connection = connections[static_cast<std::size_t>(socket_index)];
+    return connection.isOpen() ? &connection : nullptr;
+}
+
+int NetworkManager::indexOf(std::uint64_t id) const {
+    const auto found = std::ranges::find(connections, id, &Connection::getId);
+    return found == connections.end() ? -1 : static_cast<int>(found - connections.begin());
+}
+
+/// Returns its index when the receivers are through: one that closes a connection moves it, or ends
+/// it.
+int NetworkManager::add(platform::Socket socket, int label) {
+    const std::uint64_t id = next_id++;
+    connections.emplace_back(socket, id);
+    tell(label, getNumConnections() - 1);
+    return indexOf(id);
+}
+
+int NetworkManager::tell(int label, int socket_index, int bytes) {
+    const EventNetwork event(label, socket_index, bytes);
+    return onEvent(&event);
+}
+
+/// Returns how many objects were told. The connection is gone from the list then.
+int NetworkManager::closeAndTell(Connection &connection) {
+    const std::uint64_t id = connection.getId();
+    // The systems answer a refusal with -1, which is nothing to speak of: the socket is lost to
+    // the game either way.
+    if (connection.close() > 0)
+        logSocketFailure("close(): Error! close()");
+    const int told = tell(NETWORK_CLOSED, indexOf(id));
+    // A handler may have moved it, and one that restarted the manager has removed it.
+    std::erase_if(connections, [id](const Connection &each) { return each.getId() == id; });
+    return told;
+}
+
+/// Closes a connection whose peer announced a message of that length; how many were told.
+int NetworkManager::refuse(Connection &connection, int length) {
+    logFailure("NetworkManager::refuse(): Error! Message length %d, closing sock index %d.", length,
+               indexOf(connection.getId()));
+    return closeAndTell(connection);
+}
+
+} // namespace sv

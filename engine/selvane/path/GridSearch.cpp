@@ -1,0 +1,162 @@
+#include "selvane/path/GridSearch.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdlib>
+
+namespace sv {
+
+namespace {
+
+/// Off the grid to the left or above, a coordinate wraps to one that is beyond any grid.
+Cell beside(Cell cell, int dx, int dy) {
+    return {cell.x + static_cast<std::uint32_t>(dx), cell.y + static_cast<std::uint32_t>(dy)};
+}
+
+/// 0 to 8 for the steps from up left to down right.
+constexpr std::uint32_t stepCode(int dx, int dy) {
+    return static_cast<std::uint32_t>((dy + 1) * 3 + dx + 1);
+}
+
+Cell beforeStep(Cell cell, std::uint32_t code) {
+    return {cell.x + 1 - code % 3, cell.y + 1 - code / 3};
+}
+
+// Costs and distances stay in single precision: which of two ways costs the same depends on it.
+
+float stepLength(int dx, int dy) {
+    return std::sqrt(static_cast<float>(dx * dx + dy * dy));
+}
+
+float straightLine(Cell from, Cell to) {
+    const float dx = static_cast<float>(from.x) - static_cast<float>(to.x);
+    const float dy = static_cast<float>(from.y) - static_cast<float>(to.y);
+    return std::sqrt(dx * dx + dy * dy);
+}
+
+/// What is blocked around a cell. Asks about each neighbour once at most: those beside the cell
+/// decide on the diagonal steps as well, and the answer may be dear.
+class Surroundings {
+  public:
+    Surroundings(Cell new_centre, const CellTest &new_is_blocked)
+        : centre(new_centre), is_blocked(new_is_blocked) {}
+
+    bool stop(int dx, int dy) {
+        if (isBlocked(dx, dy))
+            return true;
+        return dx != 0 && dy != 0 && isBlocked(dx, 0) && isBlocked(0, dy);
+    }
+
+  private:
+    enum class Answer : unsigned char { UNKNOWN, FREE, BLOCKED };
+
+    bool isBlocked(int dx, int dy) {
+        Answer &answer = answers[stepCode(dx, dy)];
+        if (answer == Answer::UNKNOWN)
+            answer = is_blocked(beside(centre, dx, dy)) ? Answer::BLOCKED : Answer::FREE;
+        return answer == Answer::BLOCKED;
+    }
+
+    Cell centre;
+    const CellTest &is_blocked;
+    std::array<Answer, 9> answers{};
+};
+
+} // namespace
+
+void GridSearch::Free::operator()(Node *p_nodes) const {
+    std::free(p_nodes);
+}
+
+GridSearch::GridSearch(Cell new_size, Cell new_start, Cell new_goal)
+    : size(new_size), start(new_start), goal(new_goal) {
+    const std::uint64_t cells = std::uint64_t{size.x} * size.y;
+    // All zero is a cell never seen. Of a large block, the system zeroes each page when it is first
+    // touched: a search does not hold up the step in which it starts.
+    if (cells > 0 && cells <= MAX_CELLS)
+        nodes.reset(static_cast<Node *>(std::calloc(cells, sizeof(Node))));
+}
+
+bool GridSearch::isLessPromising(const Candidate &a, const Candidate &b) {
+    return a.f > b.f || (a.f == b.f && a.rank < b.rank);
+}
+
+bool GridSearch::expand(const CellTest &is_blocked, const CellTest &is_end) {
+    const Cell current = takeMostPromising();
+    if (current == goal || is_end(current)) {
+        goal = current;
+        is_found = true;
+        return false;
+    }
+    openNeighbours(current, is_blocked);
+    return open_count > 0;
+}
+
+/// The start if nothing is open. Closes what it takes.
+Cell GridSearch::takeMostPromising() {
+    Cell taken = start;
+    while (!candidates.empty()) {
+        std::pop_heap(candidates.begin(), candidates.end(), isLessPromising);
+        const std::uint32_t index = candidates.back().index;
+        candidates.pop_back();
+        if (nodes[index].is_closed)
+            continue;
+        taken = {index % size.x, index / size.x};
+        --open_count;
+        break;
+    }
+    nodes[indexOf(taken)].is_closed = 1;
+    return taken;
+}
+
+void GridSearch::openNeighbours(Cell current, const CellTest &is_blocked) {
+    Surroundings around(current, is_blocked);
+    for (int dy = -1; dy <= 1; ++dy) {
+        for (int dx = -1; dx <= 1; ++dx) {
+            const Cell neighbour = beside(current, dx, dy);
+            if (!isOnGrid(neighbour) || nodes[indexOf(neighbour)].is_closed || around.stop(dx, dy))
+                continue;
+            open(current, dx, dy);
+        }
+    }
+}
+
+/// Opens the cell that a step leads to, or leads another way to it if that costs no more: of equal
+/// ways the last one counts.
+void GridSearch::open(Cell from, int dx, int dy) {
+    constexpr std::uint32_t rank_mask = MAX_CELLS - 1;
+    const Cell cell = beside(from, dx, dy);
+    const std::uint32_t index = indexOf(cell);
+    Node &node = nodes[index];
+    const float g = nodes[indexOf(from)].g + stepLength(dx, dy);
+    const bool was_open = node.rank != 0;
+    if (was_open && g > node.g)
+        return;
+    const float rest = straightLine(cell, goal);
+    const float f = g + rest;
+    const bool is_more_promising = !was_open || f < node.g + rest;
+    if (!was_open) {
+        node.rank = ++opened & rank_mask;
+        ++open_count;
+    }
+    node.g = g;
+    node.came_by = stepCode(dx, dy) & 0xFU;
+    if (!is_more_promising)
+        return;
+    candidates.push_back({f, node.rank, index});
+    std::push_heap(candidates.begin(), candidates.end(), isLessPromising);
+}
+
+std::vector<Cell> GridSearch::path() const {
+    std::vector<Cell> way;
+    if (!is_found)
+        return way;
+    for (Cell cell = goal; cell != start; cell = beforeStep(cell, nodes[indexOf(cell)].came_by))
+        way.push_back(cell);
+    way.push_back(start);
+    std::reverse(way.begin(), way.end());
+    return way;
+}
+
+} // namespace sv

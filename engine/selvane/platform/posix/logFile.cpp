@@ -1,0 +1,64 @@
+#include "selvane/platform/logFile.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace sv::platform {
+
+namespace {
+
+/// The descriptor, or -1.
+int openToAppend(const std::string &name, int further_flags = 0) {
+    constexpr mode_t everybody = 0666; // Whom the umask does not keep out.
+    return open(name.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | further_flags, everybody);
+}
+
+/// False if another writer's lock stands against it.
+bool lock(int file, int kind) {
+    return flock(file, kind | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+}
+
+bool isRegular(int file) {
+    struct stat status {};
+    return fstat(file, &status) == 0 && S_ISREG(status.st_mode);
+}
+
+/// Takes the descriptor.
+std::FILE *toStream(int file) {
+    std::FILE *p_file = fdopen(file, "a");
+    if (p_file == nullptr)
+        close(file);
+    return p_file;
+}
+
+} // namespace
+
+// Every writer keeps a shared lock for as long as it runs. One that can have the file for itself is
+// the only one.
+LogFile openLog(const std::string &name) {
+    const int file = openToAppend(name);
+    if (file < 0)
+        return {};
+    if (!isRegular(file))
+        return {toStream(file), false};
+    const bool is_alone = lock(file, LOCK_EX);
+    if (is_alone && ftruncate(file, 0) != 0) {
+        close(file);
+        return {};
+    }
+    lock(file, LOCK_SH);
+    return {toStream(file), !is_alone};
+}
+
+std::FILE *openNewLog(const std::string &name) {
+    const int file = openToAppend(name, O_EXCL);
+    if (file < 0)
+        return nullptr;
+    lock(file, LOCK_SH);
+    return toStream(file);
+}
+
+} // namespace sv::platform

@@ -1,0 +1,93 @@
+#include "selvane/platform/system.h"
+
+#include <cerrno>
+#include <ctime>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace sv::platform {
+
+namespace {
+
+constexpr long nanoseconds_per_millisecond = 1'000'000;
+constexpr long nanoseconds_per_second = 1'000'000'000;
+
+timespec later(timespec start, int milliseconds) {
+    start.tv_sec += milliseconds / 1000;
+    start.tv_nsec += milliseconds % 1000 * nanoseconds_per_millisecond;
+    if (start.tv_nsec >= nanoseconds_per_second) {
+        start.tv_sec += 1;
+        start.tv_nsec -= nanoseconds_per_second;
+    }
+    return start;
+}
+
+class SystemTime final : public TimeSource {
+  public:
+    UtcTime utcNow() override {
+        timespec now{};
+        clock_gettime(CLOCK_REALTIME, &now);
+        std::tm utc{};
+        gmtime_r(&now.tv_sec, &utc);
+        return {utc.tm_mday, utc.tm_hour, utc.tm_min, utc.tm_sec,
+                static_cast<int>(now.tv_nsec / nanoseconds_per_millisecond)};
+    }
+
+    // Every line of a log asks. The answer is the same for a second.
+    bool localTime(std::tm &local) override {
+        const std::time_t now = std::time(nullptr);
+        if (now != second) {
+            if (localtime_r(&now, &local_second) == nullptr)
+                return false;
+            second = now;
+        }
+        local = local_second;
+        return true;
+    }
+
+    void sleep(int milliseconds) override {
+        if (milliseconds <= 0) {
+            return;
+        }
+        timespec now{};
+        clock_gettime(CLOCK_MONOTONIC, &now);
+        // To a moment, not for a duration: resuming after a signal then loses nothing.
+        const timespec end = later(now, milliseconds);
+        while (clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &end, nullptr) == EINTR) {
+        }
+    }
+
+    // Sleeping is finer than a millisecond here without being asked.
+    int beginTimerPeriod(unsigned) override { return 0; }
+    int endTimerPeriod(unsigned) override { return 0; }
+
+  private:
+    std::time_t second = -1;
+    std::tm local_second{}; // That second in local time.
+};
+
+// There before main() and after it: a global's constructor or destructor may log.
+constinit SystemTime system_time;
+
+} // namespace
+
+TimeSource &systemTimeSource() {
+    return system_time;
+}
+
+std::string workingDirectory(std::size_t capacity) {
+    std::string folder(capacity, '\0');
+    return getcwd(folder.data(), capacity) != nullptr ? folder.c_str() : "";
+}
+
+bool isOtherThanFile(const std::string &name) {
+    struct stat status {};
+    return stat(name.c_str(), &status) == 0 && !S_ISREG(status.st_mode);
+}
+
+bool isDeleted(std::FILE *file) {
+    struct stat status {};
+    return fstat(fileno(file), &status) == 0 && status.st_nlink == 0;
+}
+
+} // namespace sv::platform

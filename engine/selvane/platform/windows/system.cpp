@@ -1,0 +1,70 @@
+#include "selvane/platform/system.h"
+
+#include "selvane/platform/windows/utf8.h"
+
+#include <windows.h>
+// Needs windows.h before it.
+#include <timeapi.h>
+
+namespace sv::platform {
+
+namespace {
+
+static_assert(timer_period_refused == TIMERR_NOCANDO);
+
+class SystemTime final : public TimeSource {
+  public:
+    UtcTime utcNow() override {
+        SYSTEMTIME now{};
+        GetSystemTime(&now);
+        return {now.wDay, now.wHour, now.wMinute, now.wSecond, now.wMilliseconds};
+    }
+
+    bool localTime(std::tm &local) override {
+        const std::time_t now = std::time(nullptr);
+        return localtime_s(&local, &now) == 0;
+    }
+
+    void sleep(int milliseconds) override {
+        if (milliseconds > 0) {
+            Sleep(static_cast<DWORD>(milliseconds));
+        }
+    }
+
+    int beginTimerPeriod(unsigned milliseconds) override {
+        return static_cast<int>(timeBeginPeriod(milliseconds));
+    }
+
+    int endTimerPeriod(unsigned milliseconds) override {
+        return static_cast<int>(timeEndPeriod(milliseconds));
+    }
+};
+
+// There before main() and after it: a global's constructor or destructor may log.
+constinit SystemTime system_time;
+
+} // namespace
+
+TimeSource &systemTimeSource() {
+    return system_time;
+}
+
+// The runtime's own function ends at 260 characters; a folder may lie deeper.
+std::string workingDirectory(std::size_t capacity) {
+    std::wstring wide(GetCurrentDirectoryW(0, nullptr), L'\0');
+    wide.resize(GetCurrentDirectoryW(static_cast<DWORD>(wide.size()), wide.data()));
+    std::string folder = toUtf8(wide);
+    return folder.size() < capacity ? folder : std::string();
+}
+
+bool isOtherThanFile(const std::string &name) {
+    const DWORD attributes = GetFileAttributesA(name.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES &&
+           (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE)) != 0;
+}
+
+bool isDeleted(std::FILE *) {
+    return false;
+}
+
+} // namespace sv::platform

@@ -1,0 +1,108 @@
+#include "selvane/resources/Animation.h"
+
+#include "selvane/core/LogManager.h"
+#include "selvane/core/attributes.h"
+#include "selvane/core/text.h"
+#include "selvane/resources/ResourceManager.h"
+#include "selvane/resources/Sprite.h"
+
+#include <limits>
+
+namespace sv {
+
+namespace {
+
+constexpr Box box_without_sprite{{-0.5F, -0.5F}, 0.99F, 0.99F};
+
+/// Stores the new value; whether it differs from the old one.
+template<typename T>
+bool replace(T &value, const T &new_value) {
+    const bool differs = value != new_value;
+    value = new_value;
+    return differs;
+}
+
+} // namespace
+
+void Animation::setSprite(Sprite *new_sprite) {
+    if (new_sprite != nullptr)
+        setName(new_sprite->getLabel());
+    sprite = new_sprite != nullptr ? new_sprite->getHandle() : nullptr;
+    modified = true;
+    setIndex(0);
+}
+
+void Animation::setName(const std::string &new_name) {
+    modified |= replace(name, new_name);
+}
+
+void Animation::setIndex(int new_index) {
+    modified |= replace(index, new_index);
+}
+
+void Animation::setSlowdownCount(int new_slowdown_count) {
+    modified |= replace(slowdown_count, new_slowdown_count);
+}
+
+int Animation::draw(Vector position) {
+    const Sprite *shown = getSprite();
+    if (shown == nullptr)
+        return 0;
+    const int result = shown->draw(index, position, shown->getTransparency());
+    if (slowdown_count != FROZEN)
+        advance(*shown);
+    return result;
+}
+
+// Index and count may be any int, since a text can set them: neither is added to at the limit.
+void Animation::advance(const Sprite &shown) {
+    modified = true;
+    const bool counts_on = slowdown_count < std::numeric_limits<int>::max() &&
+                           slowdown_count + 1 < shown.getSlowdown();
+    slowdown_count = counts_on ? slowdown_count + 1 : 0;
+    if (!counts_on)
+        index = index < shown.getFrameCount() - 1 ? index + 1 : 0;
+}
+
+Box Animation::getBox() const {
+    const Sprite *shown = getSprite();
+    if (shown == nullptr)
+        return box_without_sprite;
+    const auto width = static_cast<float>(shown->getWidth());
+    const auto height = static_cast<float>(shown->getHeight());
+    return {{width * -0.5F, height * -0.5F}, width, height};
+}
+
+std::string Animation::serialize(const std::string &attributes) {
+    if (!isAttributeWanted(attributes, "ANIMATION,", modified))
+        return "";
+    modified = false;
+    return attribute("sprite_name", name) + attribute("sprite_index", toString(index)) +
+           attribute("sprite_slowdown_count", toString(slowdown_count));
+}
+
+int Animation::deserialize(const std::string &text) {
+    if (text.empty())
+        return 0;
+    LogManager &log = LogManager::getInstance();
+    if (const std::string label = attributeText(text, "sprite_name"); !label.empty()) {
+        log.writeLog(20, "Animation::deserialize(): sprite_name is '%s'", printable(label).c_str());
+        if (Sprite *found = ResourceManager::getInstance().getSprite(label))
+            setSprite(found);
+        else
+            log.writeLog("Animation::Match(): Sprite '%s' not found", printable(label).c_str());
+    }
+    if (const std::string value = match(text, "sprite_index"); !value.empty()) {
+        const int new_index = parseInt(value);
+        log.writeLog(20, "Animation::deserialize(): sprite_index is %d", new_index);
+        setIndex(new_index);
+    }
+    if (const std::string value = match(text, "sprite_slowdown_count"); !value.empty()) {
+        const int new_count = parseInt(value);
+        log.writeLog(20, "Animation::deserialize(): sprite_slowdown_count is %d", new_count);
+        setSlowdownCount(new_count);
+    }
+    return 0;
+}
+
+} // namespace sv

@@ -1,0 +1,43 @@
+/// One rectangular picture of characters: its size in cells and its rows, one after the other,
+/// without separators. A value, copied freely; the empty frame is one with empty text.
+#pragma once
+
+#include "selvane/core/Color.h"
+#include "selvane/core/Vector.h"
+
+#include <string>
+#include <utility>
+
+namespace sv {
+
+/// The transparency character that leaves no character out.
+inline constexpr char NO_TRANSPARENCY = 0;
+
+class Frame {
+  public:
+    Frame() = default;
+
+    /// Nothing holds the size against the text: what a text is too short for is not drawn.
+    Frame(int new_width, int new_height, std::string new_frame_str)
+        : width(new_width), height(new_height), frame_str(std::move(new_frame_str)) {}
+
+    /// In characters and in rows.
+    int getWidth() const { return width; }
+    void setWidth(int new_width) { width = new_width; }
+    int getHeight() const { return height; }
+    void setHeight(int new_height) { height = new_height; }
+
+    const std::string &getString() const { return frame_str; }
+    void setString(std::string new_frame_str) { frame_str = std::move(new_frame_str); }
+
+    /// Draws the frame with its centre at `position`, in cells of the world; characters equal to
+    /// `transparency` are left out. 0, or -1 as soon as the display refuses a character.
+    int draw(Vector position, Color color, char transparency) const;
+
+  private:
+    int width = 0;
+    int height = 0;
+    std::string frame_str;
+};
+
+} // namespace sv

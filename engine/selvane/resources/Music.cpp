@@ -1,0 +1,85 @@
+#include "selvane/resources/Music.h"
+
+#include "selvane/core/LogManager.h"
+#include "selvane/display/SfmlMessages.h"
+#include "selvane/resources/audioDevice.h"
+#include "selvane/resources/soundFile.h"
+
+#include <SFML/Audio/InputSoundFile.hpp>
+#include <SFML/Audio/Music.hpp>
+
+#include <array>
+
+namespace sv {
+
+namespace {
+
+/// Whether the track says that it goes on where its file has come to an end, or ends in the middle
+/// of a frame, between two channels. A format without a word on its length is whole wherever it
+/// ends.
+bool isCutShort(sf::InputSoundFile &file) {
+    if (file.getSampleCount() % file.getChannelCount() != 0)
+        return true;
+    if (file.getSampleCount() == 0)
+        return false;
+    std::array<sf::Int16, MOST_CHANNELS> last{};
+    file.seek(file.getSampleCount() - 1);
+    return file.read(last.data(), file.getChannelCount()) == 0;
+}
+
+} // namespace
+
+Music::Music() = default;
+Music::~Music() = default;
+
+int Music::loadMusic(const std::string &filename) {
+    music.reset();
+    const bool has_device = hasAudioDevice();
+    const SfmlMessages messages;
+    sf::InputSoundFile file;
+    if (!openSoundFile(file, filename))
+        return -1;
+    // Half a track is better than none, though the library goes back to the beginning only at the
+    // end that was claimed, and may garble the last second.
+    if (isCutShort(file))
+        LogManager::getInstance().writeLog(
+            "Music::loadMusic(): Warning! '%s' is cut short and may not play as it should.",
+            filename.c_str());
+    if (!has_device)
+        return 0;
+    auto opened = std::make_unique<sf::Music>();
+    if (!opened->openFromFile(filename))
+        return -1;
+    music = std::move(opened);
+    return 0;
+}
+
+void Music::play(bool loop) {
+    LogManager::getInstance().writeLog(5, "Music::play(): Playing music.");
+    if (!music)
+        return;
+    // Before it plays, since the library's thread reads seconds ahead at once, and at the end of a
+    // short track would not know of the loop yet. And after, which must stay: whatever a start does
+    // to the settings, the last word is the caller's.
+    music->setLoop(loop);
+    music->play();
+    music->setLoop(loop);
+}
+
+void Music::stop() {
+    LogManager::getInstance().writeLog(5, "Music::stop(): Stopping music.");
+    if (music)
+        music->stop();
+}
+
+void play(Music *p_music, bool loop) {
+    if (p_music != nullptr)
+        p_music->play(loop);
+}
+
+void stop(Music *p_music) {
+    if (p_music != nullptr)
+        p_music->stop();
+}
+
+} // namespace sv

@@ -1,0 +1,241 @@
+#include "selvane/resources/ResourceManager.h"
+
+#include "selvane/core/LogManager.h"
+#include "selvane/core/text.h"
+#include "selvane/platform/system.h"
+#include "selvane/resources/robustSprite.h"
+#include "selvane/resources/simpleSprite.h"
+#include "selvane/resources/spriteReading.h"
+
+#include <algorithm>
+#include <fstream>
+#include <span>
+#include <utility>
+
+namespace sv {
+
+namespace {
+
+/// The part of a store that is filled.
+template<typename Store>
+auto loaded(Store &store, int count) {
+    return std::span(store).first(static_cast<std::size_t>(count));
+}
+
+/// The first of the filled part with that label, or null.
+template<typename Store>
+auto findLabel(Store &store, int count, const std::string &label) {
+    const auto filled = loaded(store, count);
+    const auto found = std::ranges::find_if(
+        filled, [&](const auto &resource) { return resource.getLabel() == label; });
+    return found != filled.end() ? &*found : nullptr;
+}
+
+Sprite *findLabel(const std::vector<std::unique_ptr<Sprite>> &sprites, const std::string &label) {
+    const auto found = std::ranges::find_if(
+        sprites, [&](const auto &sprite) { return sprite->getLabel() == label; });
+    return found != sprites.end() ? found->get() : nullptr;
+}
+
+/// Says that what `operation` loads now cannot be found, if something with its label is there.
+void warnIfTaken(const void *first, const char *operation, const std::string &label) {
+    if (first != nullptr)
+        logFailure("RM::%s(): Warning! Label '%s' is taken; the first one stays.", operation,
+                   label.c_str());
+}
+
+std::streamoff sizeOf(std::istream &file) {
+    file.seekg(0, std::ios::end);
+    const std::streamoff size = file.tellg();
+    file.seekg(0);
+    return size;
+}
+
+/// Reads a sprite in the format that the file's first line tells; null, with log lines, if there
+/// is none to read.
+std::unique_ptr<Sprite> readSprite(std::istream &file) {
+    LogManager &log = LogManager::getInstance();
+    line_number = 0;
+    std::string first_line = getLine(file, false);
+    const bool is_marked = first_line.starts_with(BYTE_ORDER_MARK);
+    const std::size_t begin = is_marked ? BYTE_ORDER_MARK.size() : 0;
+    first_line.erase(0, begin);
+    file.seekg(static_cast<std::streamoff>(begin));
+    if (first_line == "<HEADER>") {
+        log.writeLog(1, "RM::loadSprite(): assuming robust sprite file format.");
+        return loadRobustSprite(file);
+    }
+    if (parseInt(first_line) >= 1) {
+        log.writeLog(1, "RM::loadSprite(): assuming simple sprite file format.");
+        return loadSimpleSprite(file);
+    }
+    log.writeLog("RM::loadSprite(): Error! Unknown sprite file format.");
+    log.writeLog("RM::loadSprite(): First line is '%s'.", first_line.c_str());
+    return nullptr;
+}
+
+/// As readSprite; a key without a value is one of the reasons to have none.
+std::unique_ptr<Sprite> tryToReadSprite(std::istream &file, const std::string &filename) {
+    try {
+        return readSprite(file);
+    } catch (const KeyWithoutValue &error) {
+        logFailure("RM::loadSprite(): Error! File '%s', %s.", filename.c_str(), error.what());
+        return nullptr;
+    }
+}
+
+void logFrames(const Sprite &sprite) {
+    constexpr int dump_level = 15;
+    LogManager &log = LogManager::getInstance();
+    if (log.getLogLevel() < dump_level)
+        return;
+    log.writeLog(dump_level, "RM::loadSprite(): Sprite '%s' frames:", sprite.getLabel().c_str());
+    for (int i = 0; i < sprite.getFrameCount(); ++i) {
+        log.writeLog(dump_level, "\tFrame %d:", i + 1);
+        const Frame frame = sprite.getFrame(i);
+        const auto width = static_cast<std::size_t>(frame.getWidth());
+        for (std::size_t begin = 0; begin < frame.getString().size(); begin += width)
+            log.writeLog(dump_level, "\t%s", frame.getString().substr(begin, width).c_str());
+    }
+}
+
+} // namespace
+
+ResourceManager &ResourceManager::getInstance() {
+    static ResourceManager &instance = *new ResourceManager;
+    return instance;
+}
+
+ResourceManager::ResourceManager() {
+    setType("ResourceManager");
+}
+
+int ResourceManager::startUp() {
+    if (isStarted())
+        return refuseSecondStart();
+    sprites.clear();
+    sound_count = 0;
+    music_count = 0;
+    Manager::startUp();
+    LogManager::getInstance().writeLog(5, "RM::startUp(): successfully started.");
+    return 0;
+}
+
+void ResourceManager::shutDown() {
+    sprites.clear();
+    for (Sound &sound : loaded(sounds, sound_count))
+        sound.stop();
+    // The number of sounds, not of tracks: a game with fewer sounds than tracks may keep a track
+    // playing to the end of the process. Games and their logs know it this way.
+    for (Music &track : loaded(music, std::min(sound_count, MAX_MUSICS)))
+        track.stop();
+    Manager::shutDown();
+    LogManager::getInstance().writeLog(5, "RM::shutDown(): successfully stopped.");
+}
+
+int ResourceManager::refuseUnstarted() const {
+    return logFailure("%s not started!", getType().c_str());
+}
+
+int ResourceManager::loadSprite(const std::string &filename, const std::string &label) {
+    if (!isStarted())
+        return refuseUnstarted();
+    LogManager &log = LogManager::getInstance();
+    if (sprites.size() == MAX_SPRITES) {
+        // Named for the robust loader, though no format is known yet; logs are searched for it.
+        log.writeLog("RM::loadRobustSprite(): Error! Cannot add more Sprites (max is %d).",
+                     MAX_SPRITES);
+        return logFailure("RM::loadRobustSprite(): Sprite '%s' not loaded.", label.c_str());
+    }
+    log.writeLog("RM::loadSprite(): Loading sprite '%s'.", filename.c_str());
+    std::ifstream file;
+    // Some systems open a folder, as a file with nothing in it, and wait for somebody to fill a
+    // pipe.
+    if (!platform::isOtherThanFile(filename))
+        file.open(filename, std::ios::binary);
+    if (!file.is_open()) {
+        log.writeLog("RM::loadSprite(): Error! Cannot open file '%s'.", filename.c_str());
+        return logFailure("RM::loadSprite(): Sprite '%s' not loaded.", label.c_str());
+    }
+    if (sizeOf(file) > MAX_SPRITE_BYTES) {
+        log.writeLog("RM::loadSprite(): Error! File '%s' has more than %d bytes.", filename.c_str(),
+                     MAX_SPRITE_BYTES);
+        return logFailure("RM::loadSprite(): Sprite '%s' not loaded.", label.c_str());
+    }
+    auto sprite = tryToReadSprite(file, filename);
+    if (!sprite)
+        return logFailure("RM::loadSprite(): Sprite '%s' NOT loaded.", label.c_str());
+    warnIfTaken(findLabel(sprites, label), "loadSprite", label);
+    sprite->setLabel(label);
+    logFrames(*sprite);
+    sprites.push_back(std::move(sprite));
+    log.writeLog(1, "RM::loadSprite(): Sprite '%s' loaded.", label.c_str());
+    return 0;
+}
+
+int ResourceManager::loadSound(const std::string &filename, const std::string &label) {
+    if (!isStarted())
+        return refuseUnstarted();
+    if (sound_count == MAX_SOUNDS)
+        return logFailure("RM::loadSound(): Error! Unable to add more sounds (max is %d).",
+                          MAX_SOUNDS);
+    Sound &sound = sounds[static_cast<std::size_t>(sound_count)];
+    if (sound.loadSound(filename) != 0)
+        return logFailure("RM::loadSound(): Error! Cannot load sound from file '%s'.",
+                          filename.c_str());
+    warnIfTaken(findLabel(sounds, sound_count, label), "loadSound", label);
+    sound.setLabel(label);
+    ++sound_count;
+    LogManager::getInstance().writeLog(1, "RM::loadSound(): Sound '%s' successfully loaded.",
+                                       sound.getLabel().c_str());
+    return 0;
+}
+
+int ResourceManager::loadMusic(const std::string &filename, const std::string &label) {
+    if (!isStarted())
+        return refuseUnstarted();
+    if (music_count == MAX_MUSICS)
+        return logFailure("RM::loadMusic(): Error! Unable to add more musics (max is %d).",
+                          MAX_MUSICS);
+    if (label.empty())
+        return logFailure("RM::loadMusic(): Error! Must provide label for music.");
+    Music &track = music[static_cast<std::size_t>(music_count)];
+    if (track.loadMusic(filename) != 0)
+        return logFailure("RM::loadmusic(): Error! Cannot load music from file '%s'.",
+                          filename.c_str());
+    warnIfTaken(findLabel(music, music_count, label), "loadMusic", label);
+    track.setLabel(label);
+    ++music_count;
+    LogManager::getInstance().writeLog(1, "RM::loadMusic(): Music '%s' successfully loaded.",
+                                       track.getLabel().c_str());
+    return 0;
+}
+
+Sprite *ResourceManager::getSprite(const std::string &label) const {
+    LogManager &log = LogManager::getInstance();
+    log.writeLog(5, "RM::getSprite(): Looking for sprite '%s'.", printable(label).c_str());
+    Sprite *found = findLabel(sprites, label);
+    if (found == nullptr)
+        log.writeLog("RM::getSprite(): Warning! Sprite '%s' not found.", printable(label).c_str());
+    return found;
+}
+
+Sound *ResourceManager::getSound(const std::string &label) {
+    LogManager &log = LogManager::getInstance();
+    log.writeLog(5, "RM::getSound(): Looking for sound '%s'.", label.c_str());
+    Sound *found = findLabel(sounds, sound_count, label);
+    if (found == nullptr)
+        log.writeLog("RM::getSound(): Warning! Sound '%s' not found.", label.c_str());
+    return found;
+}
+
+Music *ResourceManager::getMusic(const std::string &label) {
+    LogManager &log = LogManager::getInstance();
+    log.writeLog(5, "RM::getMusic(): Looking for music '%s'.", label.c_str());
+    Music *found = findLabel(music, music_count, label);
+    if (found == nullptr)
+        log.writeLog("RM::getMusic(): Warning! Music '%s' not found.", label.c_str());
+    return found;
+}
+
+} // namespace sv

@@ -1,0 +1,64 @@
+/// Owns every sprite, sound and music track of a game, each found by its label. All are loaded at
+/// the beginning and stay until the manager stops; nothing is removed before.
+///
+/// Labels may repeat, with a warning: the first one loaded is the one found, and the later ones
+/// take their places for nothing. Game-loop thread only.
+#pragma once
+
+#include "selvane/core/Manager.h"
+#include "selvane/resources/Music.h"
+#include "selvane/resources/Sound.h"
+#include "selvane/resources/Sprite.h"
+
+#include <array>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace sv {
+
+/// How much one manager holds.
+inline constexpr int MAX_SPRITES = 1000;
+inline constexpr int MAX_SOUNDS = 100;
+inline constexpr int MAX_MUSICS = 50;
+
+class ResourceManager : public Manager {
+  public:
+    static ResourceManager &getInstance();
+
+    /// Begins with empty stores.
+    int startUp() override;
+
+    /// Deletes the sprites, which leaves the objects that show them without, and stops the sounds,
+    /// and as many tracks as there are sounds. Sounds and tracks can still be found.
+    void shutDown() override;
+
+    /// Loads a sprite from a text file of either format and owns it under `label`. 0, or -1 with
+    /// the reason in the log.
+    int loadSprite(const std::string &filename, const std::string &label);
+
+    /// Loads a sound from a file of any format that the media library reads. 0, or -1 with the
+    /// reason in the log.
+    int loadSound(const std::string &filename, const std::string &label);
+
+    /// Opens a music track, as loadSound. The label must not be empty.
+    int loadMusic(const std::string &filename, const std::string &label);
+
+    /// What was loaded first under exactly that label, or null. The manager keeps it.
+    Sprite *getSprite(const std::string &label) const;
+    Sound *getSound(const std::string &label);
+    Music *getMusic(const std::string &label);
+
+  private:
+    ResourceManager();
+
+    int refuseUnstarted() const;
+
+    std::vector<std::unique_ptr<Sprite>> sprites;
+    std::array<Sound, MAX_SOUNDS> sounds;
+    std::array<Music, MAX_MUSICS> music;
+    int sound_count = 0;
+    int music_count = 0;
+};
+
+} // namespace sv

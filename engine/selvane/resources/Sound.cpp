@@ -1,0 +1,105 @@
+#include "selvane/resources/Sound.h"
+
+#include "selvane/core/LogManager.h"
+#include "selvane/display/SfmlMessages.h"
+#include "selvane/resources/audioDevice.h"
+#include "selvane/resources/soundFile.h"
+
+#include <SFML/Audio/InputSoundFile.hpp>
+#include <SFML/Audio/Sound.hpp>
+#include <SFML/Audio/SoundBuffer.hpp>
+
+#include <array>
+#include <vector>
+
+namespace sv {
+
+namespace {
+
+struct Samples {
+    std::vector<sf::Int16> values; // Of all channels in turn.
+    unsigned channels = 0;
+    unsigned per_second = 0;
+};
+
+bool isTooLong(std::size_t samples, const std::string &filename) {
+    if (samples > MAX_SOUND_SAMPLES)
+        LogManager::getInstance().writeLog(
+            "Sound::loadSound(): Error! '%s' has more than %d samples. Play it as music.",
+            filename.c_str(), MAX_SOUND_SAMPLES);
+    return samples > MAX_SOUND_SAMPLES;
+}
+
+/// False if the file is none that can be decoded, holds less than it claims, or more than a sound
+/// may have: two megabytes can hold hours of silence. Takes memory for what is there, where the
+/// library would take it for what is claimed.
+bool decode(const std::string &filename, Samples &samples) {
+    sf::InputSoundFile file;
+    if (!openSoundFile(file, filename) || isTooLong(file.getSampleCount(), filename))
+        return false;
+    samples.channels = file.getChannelCount();
+    samples.per_second = file.getSampleRate();
+    std::array<sf::Int16, 16384> piece{};
+    std::ptrdiff_t count = 0;
+    do {
+        count = static_cast<std::ptrdiff_t>(file.read(piece.data(), piece.size()));
+        samples.values.insert(samples.values.end(), piece.begin(), piece.begin() + count);
+    } while (count > 0 && samples.values.size() <= file.getSampleCount());
+    if (samples.values.size() != file.getSampleCount())
+        return false;
+    // With half a frame at the end the library would take none of it.
+    samples.values.resize(samples.values.size() - samples.values.size() % samples.channels);
+    return !samples.values.empty();
+}
+
+} // namespace
+
+/// The voice goes before the samples that it plays.
+struct Sound::Voice {
+    sf::SoundBuffer sound_buffer;
+    sf::Sound sound;
+};
+
+Sound::Sound() = default;
+Sound::~Sound() = default;
+
+int Sound::loadSound(const std::string &filename) {
+    voice.reset();
+    const bool has_device = hasAudioDevice();
+    const SfmlMessages messages;
+    Samples samples;
+    if (!decode(filename, samples))
+        return -1;
+    if (!has_device)
+        return 0;
+    auto loaded = std::make_unique<Voice>();
+    if (!loaded->sound_buffer.loadFromSamples(samples.values.data(), samples.values.size(),
+                                              samples.channels, samples.per_second))
+        return -1;
+    loaded->sound.setBuffer(loaded->sound_buffer);
+    voice = std::move(loaded);
+    return 0;
+}
+
+void Sound::play(bool loop) {
+    LogManager::getInstance().writeLog(5, "Sound::play(): Playing sound.");
+    if (!voice)
+        return;
+    // As with music: a sound of a few milliseconds may be over before the second word, which must
+    // stay all the same.
+    voice->sound.setLoop(loop);
+    voice->sound.play();
+    voice->sound.setLoop(loop);
+}
+
+void Sound::stop() {
+    if (voice)
+        voice->sound.stop();
+}
+
+void play(Sound *p_sound, bool loop) {
+    if (p_sound != nullptr)
+        p_sound->play(loop);
+}
+
+} // namespace sv

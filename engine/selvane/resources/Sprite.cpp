@@ -1,0 +1,51 @@
+#include "selvane/resources/Sprite.h"
+
+#include "selvane/core/LogManager.h"
+
+#include <new>
+
+namespace sv {
+
+namespace {
+
+bool isCount(int count) {
+    return count >= 0 && count <= MAX_FRAMES;
+}
+
+} // namespace
+
+Sprite::Sprite(int new_max_frame_count) : max_frame_count(new_max_frame_count) {
+    if (isCount(max_frame_count))
+        return;
+    LogManager::getInstance().writeLog("Sprite::Sprite(): Error! Unable to allocate %d frames.",
+                                       max_frame_count);
+    max_frame_count = 0;
+}
+
+int Sprite::addFrame(const Frame &new_frame) {
+    if (getFrameCount() == max_frame_count)
+        return -1;
+    try {
+        frame.push_back(new_frame);
+    } catch (const std::bad_alloc &) {
+        return -1;
+    }
+    return 0;
+}
+
+const Frame *Sprite::findFrame(int index) const {
+    return index >= 0 && index < getFrameCount() ? &frame[static_cast<std::size_t>(index)]
+                                                 : nullptr;
+}
+
+Frame Sprite::getFrame(int index) const {
+    const Frame *found = findFrame(index);
+    return found != nullptr ? *found : Frame();
+}
+
+int Sprite::draw(int frame_index, Vector position, char transparency_char) const {
+    const Frame *found = findFrame(frame_index);
+    return found != nullptr ? found->draw(position, color, transparency_char) : 0;
+}
+
+} // namespace sv

@@ -1,0 +1,35 @@
+#include "selvane/resources/audioDevice.h"
+
+#include "selvane/core/LogManager.h"
+#include "selvane/display/SfmlMessages.h"
+
+#include <SFML/Audio/SoundBuffer.hpp>
+
+namespace sv {
+
+namespace {
+
+/// The library opens the device with its first object and answers nothing: that it complains is
+/// all that tells.
+bool opensDevice() {
+    SfmlMessages messages;
+    { const sf::SoundBuffer first_object; }
+    return messages.take().empty();
+}
+
+bool findDevice() {
+    if (opensDevice())
+        return true;
+    LogManager::getInstance().writeLog(
+        "hasAudioDevice(): Note! No audio device can be opened. Sounds and music stay silent.");
+    return false;
+}
+
+} // namespace
+
+bool hasAudioDevice() {
+    static const bool has_device = findDevice();
+    return has_device;
+}
+
+} // namespace sv

@@ -1,0 +1,18 @@
+/// The robust sprite file format: a section "HEADER" of keys and values, a section "BODY" of
+/// frames that each close with a line "end", and a section "FOOTER" with the version.
+#pragma once
+
+#include "selvane/resources/Sprite.h"
+
+#include <istream>
+#include <memory>
+
+namespace sv {
+
+/// The sprite that the file holds, from where the stream stands to the end of its footer; null,
+/// with log lines, if it does not hold one. REQUIRES: line_number is 0.
+///
+/// Throws KeyWithoutValue for a key without anything behind it, as matchLineInt does.
+std::unique_ptr<Sprite> loadRobustSprite(std::istream &file);
+
+} // namespace sv

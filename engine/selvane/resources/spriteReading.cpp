@@ -1,0 +1,156 @@
+#include "selvane/resources/spriteReading.h"
+
+#include "selvane/core/LogManager.h"
+#include "selvane/core/text.h"
+
+#include <array>
+#include <cstring>
+#include <utility>
+
+namespace sv {
+
+int line_number = 0;
+
+namespace {
+
+constexpr char frame_end[] = "end";
+constexpr int no_value = -1;
+
+/// Takes the lines that begin with `token` out of the list and hands each to `use`, in their order.
+template<typename Use>
+void takeMatches(Lines &lines, const char *token, Use use) {
+    std::erase_if(lines, [&](const Line &line) {
+        if (!line.text.starts_with(token))
+            return false;
+        use(line);
+        return true;
+    });
+}
+
+/// What follows the key with which the line begins, and one separator.
+std::string valueOf(const Line &line, const char *key) {
+    if (line.text == key)
+        throw KeyWithoutValue("line " + std::to_string(line.number) + ": key '" + key +
+                              "' has no value");
+    return line.text.substr(std::strlen(key) + 1);
+}
+
+/// The rows of a frame, all with the right length, taken out of the list. False, with log lines,
+/// if they are not there. `line` counts along; it is raised before each row, so that a row is
+/// named one line late. Logs are compared by these numbers, so they stay.
+bool takeRows(Lines &lines, int width, int height, int &line, std::string &rows) {
+    LogManager &log = LogManager::getInstance();
+    for (int row = 0; row < height; ++row) {
+        ++line;
+        if (lines.empty()) {
+            log.writeLog("\tError! Line %d: No more frame data before 'end'.", line + 1);
+            return false;
+        }
+        const std::string &text = lines.front().text;
+        log.writeLog(20, "\tLine %2d: '%s'", line, text.c_str());
+        const auto length = static_cast<int>(text.size());
+        if (length != width) {
+            log.writeLog("\tError! Line %d: Line length is %d (frame width is %d).", line, length,
+                         width);
+            log.writeLog("\tLine %d: '%s'", line, text.c_str());
+            return false;
+        }
+        rows += text;
+        lines.pop_front();
+    }
+    return true;
+}
+
+/// Takes the line that ends a frame; false, with log lines, if another or none stands there.
+bool takeFrameEnd(Lines &lines, int line) {
+    LogManager &log = LogManager::getInstance();
+    if (lines.empty()) {
+        log.writeLog("\tError! Line %d: No more frame data before 'end'.", line + 1);
+        return false;
+    }
+    if (lines.front().text != frame_end) {
+        // The file has been read further than the frame: this number is that of its section's end.
+        log.writeLog("\tError! Line %d: Expected '%s'.", line_number, frame_end);
+        log.writeLog("\tLine %d: '%s'", line + 1, lines.front().text.c_str());
+        return false;
+    }
+    lines.pop_front();
+    return true;
+}
+
+} // namespace
+
+std::string getLine(std::istream &file, bool count_line) {
+    std::string line;
+    if (!std::getline(file, line)) {
+        LogManager::getInstance().writeLog("getLine(): Error! Unexpected end of file.");
+        return "";
+    }
+    if (!line.empty() && line.back() == '\r')
+        line.pop_back();
+    if (count_line)
+        ++line_number;
+    return line;
+}
+
+Lines readData(std::istream &file, const std::string &delimiter) {
+    const std::string opening = "<" + delimiter + ">";
+    const std::string closing = "</" + delimiter + ">";
+    LogManager &log = LogManager::getInstance();
+    const std::string first = getLine(file, true);
+    if (first != opening) {
+        log.writeLog("readData(): Error line %d! Expected '%s', have '%s'.", line_number,
+                     opening.c_str(), first.c_str());
+        return {};
+    }
+    Lines lines;
+    for (std::string line = getLine(file, true); line != closing; line = getLine(file, true)) {
+        if (line.empty()) {
+            log.writeLog("readData(): Error! Never encountered '%s'.", closing.c_str());
+            return {};
+        }
+        lines.push_back({std::move(line), line_number});
+    }
+    return lines;
+}
+
+int matchLineInt(Lines *p_lines, const char *token) {
+    int found = no_value;
+    takeMatches(*p_lines, token, [&](const Line &line) {
+        if (found != no_value)
+            LogManager::getInstance().writeLog(
+                1, "matchLineInt(): Warning! '%s' matches multiple lines.", line.text.c_str());
+        found = parseInt(valueOf(line, token));
+    });
+    return found;
+}
+
+std::string matchLineStr(Lines *p_lines, const char *token) {
+    std::string found;
+    takeMatches(*p_lines, token, [&](const Line &line) {
+        if (!found.empty())
+            LogManager::getInstance().writeLog(
+                1, "matchLineStr(): Warning! '%s' matches multiple lines.", line.text.c_str());
+        found = valueOf(line, token);
+    });
+    return found;
+}
+
+Frame readFrame(Lines *p_lines, int width, int height, int first_line) {
+    std::string rows;
+    int line = first_line;
+    if (!takeRows(*p_lines, width, height, line, rows) || !takeFrameEnd(*p_lines, line))
+        return {};
+    return {width, height, rows};
+}
+
+std::optional<Color> colorFromName(const std::string &name) {
+    constexpr std::array<const char *, 8> names{"black", "red",     "green", "yellow",
+                                                "blue",  "magenta", "cyan",  "white"};
+    for (std::size_t i = 0; i < names.size(); ++i)
+        if (name == names[i])
+            return static_cast<Color>(i);
+    return std::nullopt;
+}
+
+} // namespace sv

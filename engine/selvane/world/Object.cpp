@@ -1,0 +1,451 @@
+#include "selvane/world/Object.h"
+
+#include "selvane/core/Event.h"
+#include "selvane/core/EventPath.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/core/ObjectWatch.h"
+#include "selvane/core/text.h"
+#include "selvane/input/InputManager.h"
+#include "selvane/loop/GameManager.h"
+#include "selvane/network/NetworkManager.h"
+#include "selvane/path/PathManager.h"
+#include "selvane/resources/ResourceManager.h"
+#include "selvane/world/SceneGraph.h"
+#include "selvane/world/WorldManager.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace sv {
+
+namespace {
+
+int next_id = 1;
+
+int takeNextId() {
+    const int id = next_id;
+    if (next_id < std::numeric_limits<int>::max())
+        ++next_id;
+    return id;
+}
+
+SceneGraph &sceneGraph() {
+    return WorldManager::getInstance().getSceneGraph();
+}
+
+/// The manager that delivers events of that type.
+Manager &managerOf(const std::string &event_type) {
+    if (event_type == KEYBOARD_EVENT || event_type == MOUSE_EVENT)
+        return InputManager::getInstance();
+    if (event_type == STEP_EVENT)
+        return GameManager::getInstance();
+    if (event_type == NETWORK_EVENT || event_type == KEYBOARD_NETWORK_EVENT ||
+        event_type == MOUSE_NETWORK_EVENT || event_type == CUSTOM_NETWORK_EVENT)
+        return NetworkManager::getInstance();
+    return WorldManager::getInstance();
+}
+
+/// A game's own types do not begin as the engine's do: one that does is an engine's, misspelt.
+void warnIfMisspelt(const std::string &event_type) {
+    if (event_type.starts_with("sv-") && !isEngineEvent(event_type))
+        LogManager::getInstance().writeLog(
+            "Object::registerInterest(): Warning! Event '%s' is none of the engine's.",
+            printable(event_type).c_str());
+}
+
+} // namespace
+
+Object::Object() : id(takeNextId()) {
+    shape.setType(UNDEFINED_SHAPE);
+    WorldManager::getInstance().greet(this, claimNewBlock());
+}
+
+Object::~Object() {
+    while (!event_name.empty()) {
+        const std::string last = event_name.back();
+        if (unregisterInterest(last) != 0)
+            event_name.pop_back();
+    }
+    dropPathFind();
+    WorldManager::getInstance().bury(this);
+    if (registrations > 0)
+        Manager::forgetEverywhere(this);
+    ObjectWatch::forget(this);
+}
+
+int Object::eventHandler(const Event *p_event) {
+    if (p_event->getType() != PATH_EVENT)
+        return 0;
+    const auto *p_path_event = dynamic_cast<const EventPath *>(p_event);
+    if (!p_path_event) {
+        LogManager::getInstance().writeLog(
+            "Object::eventHandler(): Error! Dynamic cast to EventPath failed.");
+        return 0;
+    }
+    if (p_path_event->getStatus() == PATH_FOUND) {
+        setPath({p_path_event->getPath(), 0});
+        setFollowPath(true);
+    }
+    // A handler that asked for the next path before it passed the event on keeps that search.
+    if (!(isSearching() && PathManager::getInstance().isTelling(this)))
+        dropPathFind();
+    return 1;
+}
+
+int Object::draw() {
+    const int result = animation.draw(position);
+    if (shape.getType() != UNDEFINED_SHAPE)
+        shape.draw(position);
+    return result;
+}
+
+bool Object::isModified() const {
+    return modified.any() || animation.isModified();
+}
+
+bool Object::isModified(Attribute attribute) const {
+    return modified.test(static_cast<std::size_t>(attribute)) ||
+           (attribute == Attribute::ANIMATION && animation.isModified());
+}
+
+bool Object::isModified(int index) const {
+    return index >= 0 && index < ATTRIBUTE_COUNT && isModified(static_cast<Attribute>(index));
+}
+
+void Object::setId(int new_id) {
+    if (new_id == id)
+        return;
+    id = new_id;
+    if (new_id >= next_id) {
+        next_id = new_id;
+        takeNextId();
+    }
+    setModified(Attribute::ID);
+}
+
+void Object::setType(const std::string &new_type) {
+    // Stored whatever the scene graph says: an inactive object is not filed by its type, and must
+    // be able to change it.
+    if (isFiled())
+        sceneGraph().updateType(this, new_type);
+    type = new_type;
+    setModified(Attribute::TYPE);
+}
+
+int Object::setActive(bool new_is_active) {
+    if (new_is_active == is_active)
+        return 0;
+    if (isFiled() && sceneGraph().updateActive(this, new_is_active) != 0)
+        return -1;
+    is_active = new_is_active;
+    setModified(Attribute::ACTIVE);
+    return 0;
+}
+
+int Object::setVisible(bool new_is_visible) {
+    if (new_is_visible == is_visible)
+        return 0;
+    if (isFiled() && sceneGraph().updateVisible(this, new_is_visible) != 0)
+        return -1;
+    is_visible = new_is_visible;
+    setModified(Attribute::VISIBLE);
+    return 0;
+}
+
+int Object::setAltitude(int new_altitude) {
+    if (new_altitude == altitude)
+        return 0;
+    if (new_altitude < 0 || new_altitude > MAX_ALTITUDE)
+        return logFailure("Object::setAltitude(): Altitude %d not in range [%d,%d].  Ignored.",
+                          new_altitude, 0, MAX_ALTITUDE);
+    if (isFiled() && sceneGraph().updateAltitude(this, new_altitude) != 0)
+        return -1;
+    altitude = new_altitude;
+    setModified(Attribute::ALTITUDE);
+    return 0;
+}
+
+int Object::setSolidness(Solidness new_solidness) {
+    if (new_solidness == solidness)
+        return 0;
+    if (new_solidness < HARD || new_solidness > SPECTRAL)
+        return logFailure("Object::setSolidness(): Solidness %d not one of HARD, SOFT or SPECTRAL.",
+                          int{new_solidness});
+    if (isFiled() && sceneGraph().updateSolidness(this, new_solidness) != 0)
+        return -1;
+    solidness = new_solidness;
+    setModified(Attribute::SOLIDNESS);
+    return 0;
+}
+
+int Object::setBox(const Box &new_box) {
+    return new_box == box ? 0 : refile(new_box);
+}
+
+/// Files the object anew under its new box: a scene graph may keep it by where it reaches. One that
+/// the world has refused stays out of it.
+int Object::refile(const Box &new_box) {
+    setModified(Attribute::BOX);
+    if (!isFiled()) {
+        box = new_box;
+        return 0;
+    }
+    sceneGraph().removeObject(this);
+    box = new_box;
+    return sceneGraph().insertObject(this);
+}
+
+int Object::setPosition(Vector new_position) {
+    if (new_position == position)
+        return 0;
+    if (isRefused("position", new_position))
+        return -1;
+    sceneGraph().updatePosition(this, new_position);
+    position = new_position;
+    setModified(Attribute::POSITION);
+    return 0;
+}
+
+/// Numbers that are none, or infinite, spread to whatever they meet and never leave it.
+bool Object::isRefused(const char *name, Vector value) {
+    if (isFinite(value))
+        return false;
+    if (isNews(Notice::NOT_FINITE))
+        logFailure("Object: Warning! Object %d: %s (%g, %g) refused.", id, name, double{value.x},
+                   double{value.y});
+    return true;
+}
+
+bool Object::isNews(Notice notice) {
+    const auto flag = static_cast<std::size_t>(notice);
+    const bool is_news = !said.test(flag);
+    said.set(flag);
+    return is_news;
+}
+
+void Object::setDirection(Vector new_direction) {
+    if (isRefused("direction", new_direction))
+        return;
+    direction = new_direction;
+    setModified(Attribute::DIRECTION);
+}
+
+void Object::setSpeed(float new_speed) {
+    if (isRefused("speed", {new_speed, 0}))
+        return;
+    speed = new_speed;
+    setModified(Attribute::SPEED);
+}
+
+void Object::setVelocity(Vector velocity) {
+    const float new_speed = length(velocity);
+    if (isRefused("velocity", velocity) || isRefused("speed", {new_speed, 0}))
+        return;
+    setSpeed(new_speed);
+    setDirection(normalized(velocity));
+}
+
+void Object::setAcceleration(Vector new_acceleration) {
+    if (isRefused("acceleration", new_acceleration))
+        return;
+    acceleration = new_acceleration;
+    setModified(Attribute::ACCELERATION);
+}
+
+void Object::setNoSoft(bool new_no_soft) {
+    no_soft = new_no_soft;
+    setModified(Attribute::NO_SOFT);
+}
+
+void Object::setAvoidCollisions(bool new_avoid_collisions) {
+    avoid_collisions = new_avoid_collisions;
+    setModified(Attribute::AVOID_COLLISIONS);
+}
+
+void Object::setAnimation(const Animation &new_animation, bool set_box) {
+    animation.setSprite(new_animation.getSprite());
+    animation.setName(new_animation.getName());
+    animation.setIndex(new_animation.getIndex());
+    animation.setSlowdownCount(new_animation.getSlowdownCount());
+    setModified(Attribute::ANIMATION);
+    if (!set_box)
+        return;
+    box = animation.getBox();
+    setModified(Attribute::BOX);
+}
+
+int Object::setSprite(const std::string &label) {
+    Sprite *p_sprite = ResourceManager::getInstance().getSprite(label);
+    if (!p_sprite)
+        return logFailure("Object::setSprite(): Warning! Sprite '%s' not found", label.c_str());
+    animation.setSprite(p_sprite);
+    if (animation.getBox() != box)
+        refile(animation.getBox());
+    return 0;
+}
+
+void Object::setShape(const Shape &new_shape) {
+    shape = new_shape;
+    setModified(Attribute::SHAPE);
+}
+
+void Object::setPath(const Path &new_path) {
+    for (const Vector waypoint : new_path.waypoints)
+        if (isRefused("waypoint", waypoint))
+            return;
+    path = new_path;
+    passed = 0;
+    path_is_new = true;
+    setModified(Attribute::PATH);
+}
+
+const Path &Object::getPath() const {
+    dropPassed();
+    return path;
+}
+
+void Object::setFollowPath(bool new_follow_path) {
+    follow_path = new_follow_path;
+    const auto &ahead = getPath().waypoints;
+    if (!ahead.empty())
+        turn(normalized(ahead.front() - position));
+    setModified(Attribute::FOLLOW_PATH);
+}
+
+int Object::findPath(Vector to) {
+    return startSearch(to, nullptr);
+}
+
+int Object::findPath(const Object *p_target) {
+    if (!p_target)
+        return logFailure("Object::findPath(): Warning! Object %d has no target.", id);
+    if (!WorldManager::getInstance().isLiving(p_target))
+        return logFailure("Object::findPath(): Warning! The target of Object %d, %p, is no living "
+                          "object. Ignored.",
+                          id, static_cast<const void *>(p_target));
+    return startSearch(p_target->getPosition(), p_target);
+}
+
+/// A search whose end is being told to this object is over.
+bool Object::isSearching() const {
+    return path_finder && PathManager::getInstance().isPending(path_finder.get());
+}
+
+int Object::startSearch(Vector to, const Object *p_target) {
+    if (isSearching()) {
+        LogManager::getInstance().writeLog(
+            5, "Object::findPath(): Warning! Object %d is searching already.", id);
+        return -1;
+    }
+    dropPathFind();
+    path_finder = PathManager::getInstance().search(this, to, p_target);
+    return path_finder ? 0 : -1;
+}
+
+int Object::registerInterest(const std::string &event_type) {
+    if (event_name.size() >= MAX_OBJ_EVENTS) {
+        if (isNews(Notice::TOO_MANY_EVENTS))
+            logFailure("Object::registerInterest(): maximum (%d) reached, cannot register for "
+                       "event '%s'",
+                       MAX_OBJ_EVENTS, printable(event_type).c_str());
+        return -1;
+    }
+    const bool is_registered =
+        std::find(event_name.begin(), event_name.end(), event_type) != event_name.end();
+    if (managerOf(event_type).registerInterest(this, event_type) != 0)
+        return -1;
+    warnIfMisspelt(event_type);
+    event_name.push_back(event_type);
+    setModified(Attribute::EVENTS);
+    if (is_registered && isNews(Notice::TOLD_TWICE))
+        LogManager::getInstance().writeLog(
+            "Object::registerInterest(): Warning! Object %d has registered for '%s' before, and is "
+            "told of it once more each time.",
+            id, printable(event_type).c_str());
+    return 0;
+}
+
+int Object::unregisterInterest(const std::string &event_type) {
+    const auto found = std::find(event_name.begin(), event_name.end(), event_type);
+    if (found == event_name.end())
+        return logFailure("Object::unregisterInterest(): event '%s' not previously registered",
+                          printable(event_type).c_str());
+    if (managerOf(event_type).unregisterInterest(this, event_type) != 0)
+        return -1;
+    event_name.erase(found);
+    setModified(Attribute::EVENTS);
+    return 0;
+}
+
+void Object::stepPath() {
+    if (!follow_path)
+        return;
+    // No more than it has now: an override that puts each one back would never let the step end.
+    for (std::size_t most = path.waypoints.size(); most > 0 && takeWaypoint(); --most) {
+    }
+    const auto &ahead = getPath().waypoints;
+    if (!ahead.empty()) {
+        turn(normalized(ahead.front() - position));
+        sayIfStill();
+        return;
+    }
+    turn({0, 0});
+    setFollowPath(false);
+}
+
+/// Takes the object to its next waypoint, if there is one in reach; whether it did.
+bool Object::takeWaypoint() {
+    // Three quarters of a step's travel: nearer than that, the next step would overshoot, whatever
+    // the speed.
+    constexpr float reach = 3 * 0.25F;
+    const auto &waypoints = path.waypoints;
+    if (passed == waypoints.size())
+        return false;
+    const Vector next = waypoints[passed];
+    if (distance(position, next) > speed * reach)
+        return false;
+    path_is_new = false;
+    setPosition(next);
+    setModified(Attribute::PATH);
+    // An override may have installed another path. All of that is still ahead, unless it begins
+    // with the waypoint just reached.
+    if (passed < waypoints.size() && (!path_is_new || waypoints[passed] == next))
+        ++passed;
+    return true;
+}
+
+/// In one go, and only when somebody looks or the step ends: one by one, a path of a million takes
+/// minutes.
+void Object::dropPassed() const {
+    auto &waypoints = path.waypoints;
+    waypoints.erase(waypoints.begin(), waypoints.begin() + static_cast<std::ptrdiff_t>(passed));
+    passed = 0;
+}
+
+/// Counts as a change only if it is one: an object on its path turns in every step.
+void Object::turn(Vector new_direction) {
+    if (new_direction != direction)
+        setDirection(new_direction);
+}
+
+/// Once for each object: it may stand there for as long as the game runs.
+void Object::sayIfStill() {
+    if (speed != 0 || !isNews(Notice::NO_SPEED))
+        return;
+    LogManager::getInstance().writeLog(
+        "Object::stepPath(): Warning! Object %d follows a path with speed 0.", id);
+}
+
+void Object::stepAcceleration() {
+    if (acceleration != Vector{})
+        setVelocity(getVelocity() + acceleration);
+}
+
+void Object::dropPathFind() {
+    if (!path_finder)
+        return;
+    PathManager::getInstance().remove(path_finder.get());
+    path_finder.reset();
+}
+
+} // namespace sv

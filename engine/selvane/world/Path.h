@@ -1,0 +1,15 @@
+/// The way an object follows, in cells of the world.
+#pragma once
+
+#include "selvane/core/Vector.h"
+
+#include <vector>
+
+namespace sv {
+
+struct Path {
+    std::vector<Vector> waypoints; ///< The next one first.
+    int path_index = 0;            ///< Carried along for games; the engine does not read it.
+};
+
+} // namespace sv

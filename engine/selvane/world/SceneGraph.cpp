@@ -1,0 +1,253 @@
+#include "selvane/world/SceneGraph.h"
+
+#include "selvane/core/LogManager.h"
+#include "selvane/core/text.h"
+#include "selvane/world/geometry.h"
+
+#include <algorithm>
+#include <new>
+
+namespace sv {
+
+namespace {
+
+bool isLayer(int altitude) {
+    return altitude >= 0 && altitude <= MAX_ALTITUDE;
+}
+
+} // namespace
+
+bool SceneGraph::is_game_over = false;
+
+/// One step of a change between active and inactive, which while the game is over may fail.
+int SceneGraph::checkStep(int result, const Object *p_o, const char *step, const char *list) {
+    if (result == 0 || is_game_over)
+        return 0;
+    return logFailure("SceneGraph::updateActive(): %s (%s) failed for %s!", step,
+                      printable(p_o->getType()).c_str(), list);
+}
+
+int SceneGraph::startUp() {
+    types.clear();
+    LogManager::getInstance().writeLog(1, "Scenegraph configuration: SIMPLE");
+    return 0;
+}
+
+void SceneGraph::shutDown() {
+    types.clear();
+}
+
+int SceneGraph::insertObject(Object *p_o) {
+    ++p_o->filings;
+    if (!p_o->isActive())
+        return inactive_objects.insert(p_o);
+    if (objects.insert(p_o) != 0)
+        return logFailure(
+            "SceneGraph::insertObject(): Error! unable to insert active Object (id %d)",
+            p_o->getId());
+    if (insertIntoType(p_o, p_o->getType()) != 0)
+        return logFailure(
+            "SceneGraph::insertObject(): Error! unable to insert Object (id %d) into type map",
+            p_o->getId());
+    if (p_o->isSolid() && solid_objects.insert(p_o) != 0)
+        return logFailure(
+            "SceneGraph::insertObject(): Error! unable to insert solid Object (id %d)",
+            p_o->getId());
+    if (!p_o->isVisible())
+        return 0;
+    if (!isLayer(p_o->getAltitude()))
+        return logFailure("SceneGraph::insertObject(): Warning! Altitude %d not in range [%d,%d]",
+                          p_o->getAltitude(), 0, MAX_ALTITUDE);
+    if (layerOf(p_o).insert(p_o) != 0)
+        return logFailure(
+            "SceneGraph::insertObject(): Error! unable to insert visible object (id %d)",
+            p_o->getId());
+    return 0;
+}
+
+int SceneGraph::removeObject(Object *p_o) {
+    const bool is_removed = remove(p_o) == 0;
+    if (!is_removed || p_o->filings > 1)
+        removeEverywhere(p_o);
+    p_o->filings = std::max(0, p_o->filings - 1);
+    if (is_removed)
+        return 0;
+    return logFailure("SceneGraph::removeObject(): Error removing Object (id %d)! Pointer is %p.",
+                      p_o->getId(), static_cast<const void *>(p_o));
+}
+
+/// 0, or below if any list that the object should be in did not have it.
+int SceneGraph::remove(Object *p_o) {
+    if (!p_o->isActive())
+        return inactive_objects.remove(p_o);
+    int sum = objects.remove(p_o);
+    sum += removeFromType(p_o, p_o->getType());
+    if (p_o->isVisible())
+        sum += isLayer(p_o->getAltitude()) ? layerOf(p_o).remove(p_o) : -1;
+    if (p_o->isSolid())
+        sum += solid_objects.remove(p_o);
+    return sum;
+}
+
+/// An object that was not filed as its fields say, or more than once, may stand in a list that
+/// remove() has not looked through to the end, and a list must not keep what is gone.
+void SceneGraph::removeEverywhere(const Object *p_o) {
+    const auto purge = [p_o](ObjectList &list) {
+        while (list.remove(p_o) == 0) {
+        }
+    };
+    purge(objects);
+    purge(solid_objects);
+    purge(inactive_objects);
+    for (ObjectList &layer : visible_objects)
+        purge(layer);
+    for (auto &[type, list] : types)
+        purge(list);
+    std::erase_if(types, [](const auto &entry) { return entry.second.isEmpty(); });
+}
+
+int SceneGraph::updateActive(Object *p_o, bool new_active) {
+    if (new_active == p_o->isActive())
+        return 0;
+    return new_active ? activate(p_o) : deactivate(p_o);
+}
+
+int SceneGraph::deactivate(Object *p_o) {
+    int sum = checkStep(objects.remove(p_o), p_o, "remove object", "objects");
+    sum += removeFromType(p_o, p_o->getType());
+    if (p_o->isVisible())
+        sum += checkStep(layerOf(p_o).remove(p_o), p_o, "remove visible object", "visible_objects");
+    if (p_o->isSolid())
+        sum += checkStep(solid_objects.remove(p_o), p_o, "remove object", "solid_objects");
+    sum += checkStep(inactive_objects.insert(p_o), p_o, "insert object", "inactive_objects");
+    return sum < 0 ? -1 : 0;
+}
+
+int SceneGraph::activate(Object *p_o) {
+    int sum = checkStep(objects.insert(p_o), p_o, "insert Object", "objects");
+    if (insertIntoType(p_o, p_o->getType()) != 0)
+        return logFailure(
+            "SceneGraph::updateActive(): Error! insert Object (%s) failed for type map!",
+            printable(p_o->getType()).c_str());
+    if (p_o->isVisible())
+        sum += checkStep(layerOf(p_o).insert(p_o), p_o, "insert Object", "visible_objects");
+    if (p_o->isSolid())
+        sum += checkStep(solid_objects.insert(p_o), p_o, "insert object", "solid_objects");
+    sum += checkStep(inactive_objects.remove(p_o), p_o, "remove object", "inactive_objects");
+    return sum < 0 ? -1 : 0;
+}
+
+int SceneGraph::updateVisible(Object *p_o, bool new_visible) {
+    if (!p_o->isActive() || new_visible == p_o->isVisible())
+        return 0;
+    ObjectList &layer = layerOf(p_o);
+    const int result = new_visible ? layer.insert(p_o) : layer.remove(p_o);
+    if (result == 0 || is_game_over)
+        return 0;
+    return logFailure("SceneGraph::updateVisible(): unable to %s visible object (%s)",
+                      new_visible ? "add" : "remove", printable(p_o->getType()).c_str());
+}
+
+int SceneGraph::updateAltitude(Object *p_o, int new_altitude) {
+    if (!p_o->isActive())
+        return 0;
+    if (!isLayer(new_altitude))
+        return logFailure(
+            "SceneGraph::updateAltitude(): New altitude %d not in [%d,%d]!  No update.",
+            new_altitude, 0, MAX_ALTITUDE);
+    if (!isLayer(p_o->getAltitude()))
+        return logFailure("SceneGraph::updateAltitude(): Old altitude %d not in [%d,%d]! This is "
+                          "unxepected. No update.",
+                          p_o->getAltitude(), 0, MAX_ALTITUDE);
+    if (layerOf(p_o).remove(p_o) != 0 && !is_game_over)
+        return logFailure("SceneGraph::updateAltitude(): remove from old altitude (%d) failed!",
+                          p_o->getAltitude());
+    ObjectList &new_layer = visible_objects[static_cast<std::size_t>(new_altitude)];
+    if (p_o->isVisible() && new_layer.insert(p_o) != 0)
+        return logFailure("SceneGraph::updateAltitude()): insert visible object at altitude %d "
+                          "failed!",
+                          new_altitude);
+    return 0;
+}
+
+int SceneGraph::updateSolidness(Object *p_o, Solidness new_solidness) {
+    if (!p_o->isActive())
+        return 0;
+    const bool new_solid = new_solidness == HARD || new_solidness == SOFT;
+    LogManager &log = LogManager::getInstance();
+    if (p_o->isSolid() && !new_solid) {
+        if (solid_objects.remove(p_o) != 0 && !is_game_over)
+            log.writeLog("SceneGraph::updateSolidness(): unable to remove solid object (%s)",
+                         printable(p_o->getType()).c_str());
+    } else if (!p_o->isSolid() && new_solid) {
+        if (solid_objects.insert(p_o) != 0 && !is_game_over)
+            return logFailure(
+                "SceneGraph::updateSolidness(): Error! unable to insert solid object");
+    }
+    return 0;
+}
+
+int SceneGraph::updateType(Object *p_o, const std::string &new_type) {
+    if (removeFromType(p_o, p_o->getType()) != 0)
+        return logFailure("SceneGraph::updateType(): Error! Unable to remove Object (%d) type %s",
+                          p_o->getId(), printable(p_o->getType()).c_str());
+    if (insertIntoType(p_o, new_type) != 0)
+        return logFailure("SceneGraph::updateType(): Error! Unable to insert Object (%d) type %s",
+                          p_o->getId(), printable(p_o->getType()).c_str());
+    return 0;
+}
+
+int SceneGraph::updatePosition(Object * /*p_o*/, Vector /*new_position*/) {
+    return 0;
+}
+
+Object *SceneGraph::firstObject() const {
+    return objects.isEmpty() ? inactive_objects.at(0) : objects.at(0);
+}
+
+ObjectList SceneGraph::visibleObjects(int altitude) const {
+    if (isLayer(altitude))
+        return visible_objects[static_cast<std::size_t>(altitude)];
+    LogManager::getInstance().writeLog(
+        "SceneGraph::visibleObjects(): Warning! altitude %d not in [%d,%d].", altitude, 0,
+        MAX_ALTITUDE);
+    return {};
+}
+
+ObjectList SceneGraph::objectsOfType(const std::string &type) const {
+    const auto found = types.find(type);
+    return found == types.end() ? ObjectList() : found->second;
+}
+
+ObjectList SceneGraph::getCollisions(const Object *p_o, Vector where) const {
+    const Box box = getWorldBox(p_o, where);
+    ObjectList collisions;
+    for (Object *p_other : solid_objects)
+        if (p_other != p_o && boxIntersectsBox(box, getWorldBox(p_other)))
+            collisions.insert(p_other);
+    return collisions;
+}
+
+int SceneGraph::insertIntoType(Object *p_o, const std::string &type) {
+    try {
+        return types[type].insert(p_o);
+    } catch (const std::bad_alloc &) {
+        return -1;
+    }
+}
+
+int SceneGraph::removeFromType(Object *p_o, const std::string &type) {
+    const auto found = types.find(type);
+    if (found == types.end() || found->second.remove(p_o) != 0)
+        return -1;
+    if (found->second.isEmpty())
+        types.erase(found);
+    return 0;
+}
+
+/// REQUIRES: an altitude in 0 to MAX_ALTITUDE, which an object's always is.
+ObjectList &SceneGraph::layerOf(const Object *p_o) {
+    return visible_objects[static_cast<std::size_t>(p_o->getAltitude())];
+}
+
+} // namespace sv

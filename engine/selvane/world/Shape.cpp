@@ -1,0 +1,44 @@
+#include "selvane/world/Shape.h"
+
+#include "selvane/core/Config.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/display/DisplayManager.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace sv {
+
+Shape::Shape()
+    : size(Config::getInstance().getFontScale() * std::trunc(std::min(charWidth(), charHeight()))) {
+}
+
+void Shape::setType(int new_type) {
+    if (new_type < UNDEFINED_SHAPE || new_type > TRIANGLE) {
+        LogManager::getInstance().writeLog("Shape::setType(): Unknown shape type %d. Ignoring.",
+                                           new_type);
+        return;
+    }
+    type = static_cast<ShapeType>(new_type);
+}
+
+void Shape::setRGB(unsigned char new_r, unsigned char new_g, unsigned char new_b) {
+    r = new_r;
+    g = new_g;
+    b = new_b;
+}
+
+void Shape::draw(Vector world_pos) {
+    LogManager &log = LogManager::getInstance();
+    DisplayManager &display = DisplayManager::getInstance();
+    if (!display.getWindow()) {
+        log.writeLog(5, "Shape::draw(): DisplayManager window not defined.");
+        return;
+    }
+    const Vector pixel = display.worldToPixels(world_pos);
+    colorToRGB(color, r, g, b);
+    log.writeLog(20, "Shape::draw(): Drawing at (%.2f, %.2f)", pixel.x, pixel.y);
+    drawFigure({type, size, r, g, b, alpha}, pixel);
+}
+
+} // namespace sv

@@ -1,0 +1,220 @@
+#include "selvane/world/ViewObject.h"
+
+#include "selvane/core/EventView.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/core/attributes.h"
+#include "selvane/core/text.h"
+#include "selvane/display/DisplayManager.h"
+#include "selvane/world/WorldManager.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+
+namespace sv {
+
+namespace {
+
+constexpr int columns = 3;
+constexpr int last_location = BOTTOM_RIGHT;
+
+/// Stays at the nearest int where the sum is beyond one.
+int addWithinLimits(int a, int b) {
+    const std::int64_t sum = std::int64_t{a} + b;
+    return static_cast<int>(std::clamp<std::int64_t>(sum, std::numeric_limits<int>::min(),
+                                                     std::numeric_limits<int>::max()));
+}
+
+} // namespace
+
+ViewObject::ViewObject() {
+    setSolidness(SPECTRAL);
+    setAltitude(MAX_ALTITUDE);
+    setType("ViewObject");
+    ViewObject::setPosition(placeOf(TOP_CENTER));
+    location = TOP_CENTER;
+    modified.set();
+    registerInterest(VIEW_EVENT);
+}
+
+/// Without a border the top and the bottom row move outwards and the middle row moves up, not
+/// staying in the middle: the screens of games are laid out by where that puts them.
+Vector ViewObject::placeOf(int at_location) const {
+    const Box view = WorldManager::getInstance().getView();
+    const int column = at_location % columns;
+    const float x = view.horizontal * static_cast<float>(2 * column + 1) / 6.0F;
+    switch (at_location / columns) {
+    case 0:
+        return {x, border ? 1.0F : 0.0F};
+    case 1:
+        return {x, view.vertical * 0.5F - (border ? 0.0F : 1.0F)};
+    default:
+        return {x, view.vertical - (border ? 2.0F : 1.0F)};
+    }
+}
+
+void ViewObject::setLocation(int new_location) {
+    if (new_location < 0 || new_location > last_location) {
+        LogManager::getInstance().writeLog(
+            "ViewObject::setLocation(): Warning! Location out of range (%d). Ignored.",
+            new_location);
+        return;
+    }
+    setPosition(placeOf(new_location));
+    location = new_location;
+    setModified(ViewAttribute::LOCATION);
+}
+
+int ViewObject::setPosition(Vector new_position) {
+    if (new_position == getPosition())
+        return 0;
+    if (Object::setPosition(new_position) != 0)
+        return -1;
+    location = FREE_PLACEMENT;
+    setModified(ViewAttribute::LOCATION);
+    return 0;
+}
+
+void ViewObject::setBorder(bool new_border) {
+    if (new_border == border)
+        return;
+    border = new_border;
+    setModified(ViewAttribute::BORDER);
+    if (location != FREE_PLACEMENT)
+        setLocation(location);
+}
+
+void ViewObject::setValue(int new_value) {
+    if (new_value == value)
+        return;
+    value = new_value;
+    setModified(ViewAttribute::VALUE);
+}
+
+void ViewObject::setViewString(const std::string &new_view_string) {
+    if (new_view_string == view_string)
+        return;
+    view_string = new_view_string;
+    setModified(ViewAttribute::VIEW_STRING);
+}
+
+void ViewObject::setColor(Color new_color) {
+    if (new_color == color)
+        return;
+    color = new_color;
+    setModified(ViewAttribute::COLOR);
+}
+
+int ViewObject::eventHandler(const Event *p_event) {
+    if (p_event->getType() != VIEW_EVENT)
+        return Object::eventHandler(p_event);
+    const auto *p_view_event = dynamic_cast<const EventView *>(p_event);
+    if (!p_view_event || p_view_event->getTag() != view_string)
+        return 0;
+    setValue(p_view_event->getDelta() ? addWithinLimits(value, p_view_event->getValue())
+                                      : p_view_event->getValue());
+    return 1;
+}
+
+int ViewObject::draw() {
+    std::string text = border ? " " : "";
+    text += view_string;
+    if (draw_value)
+        text.append(1, ' ').append(toString(value));
+    if (border)
+        text += ' ';
+
+    const Vector at = WorldManager::getInstance().getView().corner + getPosition();
+    DisplayManager &display = DisplayManager::getInstance();
+    int result = display.drawString(at, text, CENTER_JUSTIFIED, color);
+    if (!border)
+        return result;
+
+    const int length = static_cast<int>(text.size());
+    const std::string dashes(text.size(), '-');
+    const int half = length / 2;
+    const float left = at.x - static_cast<float>(half) - 1;
+    const float right = left + static_cast<float>(length) + 1;
+    result += display.drawString({at.x, at.y - 1}, dashes, CENTER_JUSTIFIED, color);
+    result += display.drawString({at.x, at.y + 1}, dashes, CENTER_JUSTIFIED, color);
+    result += display.drawCh({left, at.y}, '|', color);
+    result += display.drawCh({right, at.y}, '|', color);
+    return result;
+}
+
+std::string ViewObject::serialize(const std::string &attributes) {
+    LogManager::getInstance().writeLog(25, "ViewObject::serialize(): attr is '%s'",
+                                       attributes.c_str());
+    std::string text = Object::serialize(attributes);
+    const auto write = [&](ViewAttribute which, const char *name, const char *key,
+                           const std::string &written) {
+        const auto flag = static_cast<std::size_t>(which);
+        if (!isAttributeWanted(attributes, name, modified.test(flag)))
+            return;
+        modified.reset(flag);
+        text += attribute(key, written);
+    };
+    write(ViewAttribute::VIEW_STRING, "VIEW_STRING,", "view_string", view_string);
+    write(ViewAttribute::VALUE, "VALUE,", "view_value", toString(value));
+    write(ViewAttribute::BORDER, "BORDER,", "view_border", boolToString(border));
+    write(ViewAttribute::COLOR, "COLOR,", "view_color", toString(int{color}));
+    write(ViewAttribute::LOCATION, "LOCATION,", "view_location", toString(location));
+    write(ViewAttribute::DRAW_VALUE, "DRAW_VALUE,", "view_draw_value", boolToString(draw_value));
+    return text;
+}
+
+int ViewObject::deserialize(const std::string &text) {
+    if (text.empty())
+        return 0; // match() would search whatever it was given last.
+    Object::deserialize(text);
+    LogManager &log = LogManager::getInstance();
+    constexpr char prefix[] = "ViewObject::deserialize():";
+    if (const auto found = attributeText(text, "view_string"); !found.empty()) {
+        log.writeLog(10, "%s view_string is %s", prefix, printable(found).c_str());
+        view_string = found;
+        setModified(ViewAttribute::VIEW_STRING);
+    }
+    if (const auto found = match(text, "view_value"); !found.empty()) {
+        log.writeLog(10, "%s value is %d", prefix, parseInt(found));
+        setValue(parseInt(found));
+    }
+    if (const auto found = match(text, "view_border"); !found.empty()) {
+        log.writeLog(10, "%s border is %s", prefix, printable(found).c_str());
+        setBorder(found == "true");
+    }
+    if (const auto found = match(text, "view_color"); !found.empty()) {
+        log.writeLog(10, "%s color is %d", prefix, parseInt(found));
+        setColor(static_cast<Color>(parseInt(found)));
+    }
+    if (const auto found = match(text, "view_location"); !found.empty()) {
+        log.writeLog(10, "%s location is %d", prefix, parseInt(found));
+        setLocation(parseInt(found));
+    }
+    if (const auto found = match(text, "view_draw_value"); !found.empty()) {
+        log.writeLog(10, "%s draw_value is %s", prefix, printable(found).c_str());
+        setDrawValue(found == "true");
+    }
+    return 0;
+}
+
+bool ViewObject::isModified() const {
+    LogManager &log = LogManager::getInstance();
+    for (std::size_t i = 0; i < modified.size(); ++i) {
+        log.writeLog(10, "ViewObject::isModified(): %d is %s", static_cast<int>(i),
+                     modified.test(i) ? "true" : "false");
+        if (modified.test(i))
+            return true;
+    }
+    return Object::isModified();
+}
+
+bool ViewObject::isModified(ViewAttribute attribute) const {
+    return modified.test(static_cast<std::size_t>(attribute));
+}
+
+bool ViewObject::isModified(int index) const {
+    return index >= 0 && index < VIEW_ATTRIBUTE_COUNT &&
+           isModified(static_cast<ViewAttribute>(index));
+}
+
+} // namespace sv

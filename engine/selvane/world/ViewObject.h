@@ -1,0 +1,98 @@
+/// A label, and a number behind it, at a fixed place of the window: scores, timers, prompts. Its
+/// position is in cells of the view, (0, 0) at the upper left, and the world scrolls under it.
+///
+/// "sv-view" events that carry its label change its value. Made and deleted like any object.
+/// Game-loop thread only.
+#pragma once
+
+#include "selvane/core/Color.h"
+#include "selvane/world/Object.h"
+
+#include <bitset>
+#include <string>
+
+namespace sv {
+
+/// The places that a view object can be given by name.
+enum ViewObjectLocation : int {
+    FREE_PLACEMENT = -1, ///< Where setPosition() has put it. Not to be asked for.
+    TOP_LEFT = 0,
+    TOP_CENTER = 1,
+    TOP_RIGHT = 2,
+    CENTER_LEFT = 3,
+    CENTER_CENTER = 4,
+    CENTER_RIGHT = 5,
+    BOTTOM_LEFT = 6,
+    BOTTOM_CENTER = 7,
+    BOTTOM_RIGHT = 8,
+};
+
+/// What a view object writes besides what every object does.
+enum class ViewAttribute { VIEW_STRING, VALUE, BORDER, COLOR, LOCATION, DRAW_VALUE };
+inline constexpr int VIEW_ATTRIBUTE_COUNT = 6;
+
+class ViewObject : public Object {
+  public:
+    /// At the top centre, spectral, of the highest altitude: drawn last.
+    ViewObject();
+
+    /// One of the nine locations, as the view and the border are now; any other number is refused
+    /// with a line in the log.
+    void setLocation(int new_location);
+    int getLocation() const { return location; }
+
+    /// In cells of the view. Gives up the location. Returns 0.
+    int setPosition(Vector new_position) override;
+
+    /// Whether a frame surrounds the text. Default: it does. An object at a location moves to the
+    /// row that suits.
+    void setBorder(bool new_border);
+    bool getBorder() const { return border; }
+
+    void setValue(int new_value);
+    int getValue() const { return value; }
+
+    /// The label, which is also the tag of the events that change the value. Default: empty.
+    void setViewString(const std::string &new_view_string);
+    std::string getViewString() const { return view_string; }
+
+    /// Of the text and the border.
+    void setColor(Color new_color);
+    Color getColor() const { return color; }
+
+    /// Whether the value is shown. Default: it is. A change does not count as one to be sent.
+    void setDrawValue(bool new_draw_value) { draw_value = new_draw_value; }
+    bool getDrawValue() const { return draw_value; }
+
+    int eventHandler(const Event *p_event) override;
+
+    /// 0, or below if the display refuses.
+    int draw() override;
+
+    /// The object's items, then those of the view object that `attributes` selects: "VIEW_STRING,",
+    /// "VALUE,", "BORDER,", "COLOR,", "LOCATION,", "DRAW_VALUE,".
+    std::string serialize(const std::string &attributes = "") override;
+    int deserialize(const std::string &text) override;
+
+    using Object::isModified;
+    bool isModified() const override;
+    bool isModified(ViewAttribute attribute) const;
+
+    /// By the number of an attribute of its own, 0 to 5 in the order of ViewAttribute; false for
+    /// any other. Those that every object has are asked for as Attribute.
+    bool isModified(int index) const;
+
+  private:
+    void setModified(ViewAttribute attribute) { modified.set(static_cast<std::size_t>(attribute)); }
+    Vector placeOf(int at_location) const;
+
+    std::string view_string;
+    int value = 0;
+    bool draw_value = true;
+    bool border = true;
+    Color color = COLOR_DEFAULT;
+    int location = FREE_PLACEMENT;
+    std::bitset<VIEW_ATTRIBUTE_COUNT> modified;
+};
+
+} // namespace sv

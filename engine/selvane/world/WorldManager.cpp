@@ -1,0 +1,300 @@
+#include "selvane/world/WorldManager.h"
+
+#include "selvane/core/Event.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/core/ObjectWatch.h"
+#include "selvane/display/DisplayManager.h"
+#include "selvane/path/PathManager.h"
+#include "selvane/world/Object.h"
+#include "selvane/world/ViewObject.h"
+#include "selvane/world/geometry.h"
+
+#include <exception>
+#include <utility>
+
+namespace sv {
+
+namespace {
+
+constexpr float one_third = 0.33333334F;
+constexpr char by_the_step[] = "The step that is under way does it.";
+
+/// True, with a line in the log, while a handler, a draw() or a destructor of an object runs.
+bool isRefusedNow(const char *operation, const char *advice) {
+    if (ObjectWatch::isAny())
+        logFailure("WorldManager::%s(): Error! Called from a handler, draw() or destructor of an "
+                   "object. Ignored. %s",
+                   operation, advice);
+    return ObjectWatch::isAny();
+}
+
+/// Sets a flag for as long as it lives.
+class Raised {
+  public:
+    explicit Raised(bool &new_flag) : flag(new_flag), before(std::exchange(new_flag, true)) {}
+    ~Raised() { flag = before; }
+    Raised(const Raised &) = delete;
+    Raised &operator=(const Raised &) = delete;
+
+  private:
+    bool &flag;
+    bool before;
+};
+
+} // namespace
+
+WorldManager &WorldManager::getInstance() {
+    static WorldManager &instance = *new WorldManager;
+    return instance;
+}
+
+WorldManager::WorldManager() {
+    setType("WorldManager");
+}
+
+int WorldManager::refuseDead(const char *operation, const Object *p_o) {
+    return logFailure("WorldManager::%s(): Warning! %p is no living object. Ignored.", operation,
+                      static_cast<const void *>(p_o));
+}
+
+bool WorldManager::isValid(const std::string &event_type) const {
+    LogManager &log = LogManager::getInstance();
+    if (event_type == KEYBOARD_EVENT || event_type == MOUSE_EVENT || event_type == STEP_EVENT) {
+        log.writeLog("WorldManager::isValid(): WorldManager does not handle %s",
+                     event_type.c_str());
+        return false;
+    }
+    if (event_type == OUT_EVENT || event_type == COLLISION_EVENT) {
+        log.writeLog("WorldManager::isValid(): Event %s handled automatically.",
+                     event_type.c_str());
+        return false;
+    }
+    return true;
+}
+
+int WorldManager::startUp() {
+    if (isStarted())
+        return refuseSecondStart();
+    deletions.clear();
+    fitToWindow();
+    view_following = nullptr;
+    if (scene_graph.startUp() != 0)
+        return logFailure("WorldManager::startUp(): Error! Unable to startup Scenegraph");
+    Manager::startUp();
+    LogManager::getInstance().writeLog(5, "WorldManager::startUp(): successfully started.");
+    return 0;
+}
+
+void WorldManager::fitToWindow() {
+    boundary = window;
+    setView(window);
+    view_slack = window == Box{} ? Vector{} : Vector{one_third, one_third};
+}
+
+void WorldManager::shutDown() {
+    if (isRefusedNow("shutDown", "GameManager::shutDown() waits for the end of the step."))
+        return;
+    const Raised stopping(is_stopping);
+    Manager::shutDown();
+    // From the live lists: a destructor may delete, or move to another list, what a copy would
+    // still name. Every object that is disposed of leaves them, so the lists do run empty.
+    while (Object *p_o = scene_graph.firstObject())
+        dispose(p_o);
+    scene_graph.shutDown();
+    LogManager::getInstance().writeLog(5, "WorldManager::shutDown(): Successfully stopped.");
+}
+
+void WorldManager::greet(Object *p_o, bool is_made_by_new) {
+    living.add(p_o, is_made_by_new);
+    insertObject(p_o);
+}
+
+void WorldManager::bury(Object *p_o) {
+    if (!living.isTakenOut(p_o))
+        removeObject(p_o);
+    warnOfDelete(p_o);
+    living.remove(p_o);
+}
+
+int WorldManager::insertObject(Object *p_o) {
+    if (!isLiving(p_o))
+        return refuseDead("insertObject", p_o);
+    if (isStarted())
+        return scene_graph.insertObject(p_o);
+    LogManager &log = LogManager::getInstance();
+    log.writeLog(2, "WorldManager::insertObject(): Warning! Not adding Object %d", p_o->getId());
+    log.writeLog(2, "                              because WorldManager not started.");
+    warnOfEarly(p_o);
+    return -1;
+}
+
+void WorldManager::warnOfEarly(const Object *p_o) {
+    if (is_stopping || std::exchange(early_is_said, true))
+        return;
+    LogManager::getInstance().writeLog("WorldManager::insertObject(): Warning! Object %d was made "
+                                       "while the engine is not started, "
+                                       "and stays out of the world: it is neither moved nor drawn.",
+                                       p_o->getId());
+}
+
+int WorldManager::removeObject(Object *p_o) {
+    if (!isLiving(p_o))
+        return refuseDead("removeObject", p_o);
+    if (view_following == p_o)
+        view_following = nullptr;
+    deletions.remove(p_o);
+    PathManager::getInstance().forget(p_o);
+    return scene_graph.removeObject(p_o);
+}
+
+ObjectList WorldManager::getAllObjects(bool include_inactive) const {
+    return include_inactive ? scene_graph.activeObjects() + scene_graph.inactiveObjects()
+                            : scene_graph.activeObjects();
+}
+
+ObjectList WorldManager::objectsOfType(const std::string &object_type) const {
+    return scene_graph.objectsOfType(object_type);
+}
+
+ObjectList WorldManager::getCollisions(const Object *p_o, Vector where) const {
+    if (!p_o) {
+        refuseDead("getCollisions", p_o);
+        return {};
+    }
+    return scene_graph.getCollisions(p_o, where);
+}
+
+int WorldManager::markForDelete(Object *p_o) {
+    if (!isLiving(p_o))
+        return refuseDead("markForDelete", p_o);
+    if (deletions.contains(p_o))
+        return 0;
+    if (deletions.insert(p_o) != 0)
+        return logFailure(
+            "WorldManager::markForDelete(): Error! unable to add Object %p to deletions list",
+            static_cast<const void *>(p_o));
+    return 0;
+}
+
+int WorldManager::markForDelete(const ObjectList &list) {
+    int result = 0;
+    for (Object *p_o : list)
+        if (markForDelete(p_o) != 0)
+            result = -1;
+    return result;
+}
+
+void WorldManager::update() {
+    if (isRefusedNow("update", by_the_step))
+        return;
+    moveAll();
+    disposeOfMarked();
+}
+
+void WorldManager::moveAll() {
+    ObjectList movers = scene_graph.activeObjects();
+    const ObjectWatch watch(movers);
+    for (Object *const &p_o : movers) {
+        if (!p_o)
+            continue;
+        const Vector predicted = p_o->predictPosition();
+        if (predicted != p_o->getPosition())
+            moveLiving(p_o, predicted);
+        // Its handlers may have deleted it.
+        if (p_o)
+            p_o->stepPath();
+        if (p_o)
+            p_o->stepAcceleration();
+    }
+}
+
+void WorldManager::deleteMarked() {
+    if (!isRefusedNow("deleteMarked", by_the_step))
+        disposeOfMarked();
+}
+
+/// What is made in the middle of it waits: a destructor that makes the next marked object would
+/// never let it end.
+void WorldManager::disposeOfMarked() {
+    const std::uint64_t first_new = living.getNextNumber();
+    for (int i = 0; Object *p_o = deletions.at(i);) {
+        if (living.isMadeSince(p_o, first_new))
+            ++i;
+        else
+            dispose(p_o); // Which takes it off the list.
+    }
+}
+
+void WorldManager::dispose(Object *p_o) {
+    const Raised disposing(is_disposing);
+    const ObjectWatch destructors;
+    if (living.isMadeByNew(p_o)) {
+        delete p_o;
+        return;
+    }
+    warnOfTakingOut(p_o);
+    removeObject(p_o);
+    living.setTakenOut(p_o);
+}
+
+void WorldManager::warnOfTakingOut(const Object *p_o) {
+    if (std::exchange(taking_out_is_said, true))
+        return;
+    LogManager::getInstance().writeLog(
+        "WorldManager: Warning! Object %d (%s) was not made by new, so it is not deleted but taken "
+        "out of the world.",
+        p_o->getId(), p_o->getType().c_str());
+}
+
+/// An exception that leaves a constructor destroys its object, and is no mistake.
+void WorldManager::warnOfDelete(const Object *p_o) {
+    if (is_disposing || !ObjectWatch::isAny() || !living.isMadeByNew(p_o) ||
+        std::uncaught_exceptions() > 0 || std::exchange(delete_is_said, true))
+        return;
+    LogManager::getInstance().writeLog(
+        "WorldManager: Warning! Object %d (%s) was deleted in the middle of a step. Objects are "
+        "deleted by WorldManager::markForDelete().",
+        p_o->getId(), p_o->getType().c_str());
+}
+
+void WorldManager::draw() {
+    if (isRefusedNow("draw", by_the_step))
+        return;
+    for (int altitude = 0; altitude <= MAX_ALTITUDE; ++altitude) {
+        ObjectList layer = scene_graph.visibleObjects(altitude);
+        const ObjectWatch watch(layer);
+        for (Object *p_o : layer) {
+            if (!p_o)
+                continue;
+            // A view object's position is in the view, so its box in the world tells nothing.
+            if (boxIntersectsBox(getWorldBox(p_o), view) || dynamic_cast<ViewObject *>(p_o))
+                p_o->draw();
+        }
+    }
+}
+
+int WorldManager::setViewFollowing(Object *p_o) {
+    if (p_o && !isLiving(p_o))
+        return refuseDead("setViewFollowing", p_o);
+    view_following = p_o;
+    return 0;
+}
+
+void WorldManager::setView(const Box &new_view) {
+    view = new_view;
+    DisplayManager::getInstance().setOrigin(view.corner);
+}
+
+void WorldManager::setViewPosition(Vector centre) {
+    setView(viewAround(centre, view, boundary));
+}
+
+void WorldManager::setViewSlack(Vector new_view_slack) {
+    const auto out_of_range = [](float part) { return part < 0 || part > 1; };
+    if (out_of_range(new_view_slack.x) || out_of_range(new_view_slack.y))
+        LogManager::getInstance().writeLog(
+            "WorldManager::setViewSlack(): Warning! view slack units out of range [0-1]");
+    view_slack = new_view_slack;
+}
+
+} // namespace sv

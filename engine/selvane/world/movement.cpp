@@ -1,0 +1,123 @@
+// How the world manager moves an object: whom it meets, who is told, and when it stays.
+
+#include "selvane/core/EventCollision.h"
+#include "selvane/core/EventOut.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/core/NestingLimit.h"
+#include "selvane/core/ObjectWatch.h"
+#include "selvane/world/Object.h"
+#include "selvane/world/WorldManager.h"
+#include "selvane/world/geometry.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace sv {
+
+namespace {
+
+NestingLimit nested_moves;
+
+Object *firstHard(const ObjectList &list) {
+    const auto found = std::find_if(list.begin(), list.end(),
+                                    [](const Object *p_o) { return p_o->getSolidness() == HARD; });
+    return found == list.end() ? nullptr : *found;
+}
+
+/// Where a mover gets in one step along the face that it touches: a face above or below leaves the
+/// horizontal part of its way, one beside it the vertical part; at a corner it turns back in x.
+Vector slidPosition(const Object *p_o, Vector normal) {
+    const float across = std::fabs(normal.x);
+    const float along = std::fabs(normal.y);
+    Vector way{p_o->getDirection().x * along, p_o->getDirection().y * across};
+    if (across == 1 && along == 1)
+        way.x = -way.x;
+    return p_o->getPosition() + normalized(way) * p_o->getSpeed();
+}
+
+bool stops(const Object *p_mover, const Object *p_other) {
+    if (p_mover->getSolidness() == HARD && p_other->getSolidness() == HARD)
+        return true;
+    return p_mover->getNoSoft() && p_other->getSolidness() == SOFT;
+}
+
+/// Tells both sides of each collision, also after one has stopped the mover; false if one did, or
+/// if the mover is gone. Who is gone is not told, nor is the other side of its collision.
+bool collide(Object *const &p_o, ObjectList list, Vector where) {
+    const ObjectWatch watch(list);
+    bool do_move = true;
+    for (Object *const &p_other : list) {
+        if (!p_other)
+            continue;
+        const EventCollision collision(p_o, p_other, where);
+        p_o->eventHandler(&collision);
+        if (p_o && p_other)
+            p_other->eventHandler(&collision);
+        if (!p_o)
+            return false;
+        if (p_other && stops(p_o, p_other))
+            do_move = false;
+    }
+    return do_move;
+}
+
+} // namespace
+
+/// False if the object stays where it is; otherwise `where` is where it comes to stand.
+bool WorldManager::resolveCollisions(Object *const &p_o, Vector &where) const {
+    if (!p_o->isSolid())
+        return true;
+    ObjectList list = getCollisions(p_o, where);
+    if (p_o->getSolidness() == HARD && p_o->getAvoidCollisions()) {
+        if (const Object *p_obstacle = firstHard(list)) {
+            where = slidPosition(p_o, getNormal(p_o, p_obstacle));
+            list = getCollisions(p_o, where);
+            if (firstHard(list)) {
+                LogManager::getInstance().writeLog(
+                    5, "WorldManager::moveObject(): Double collision. Object (avoid obstacles) "
+                       "cannot move.");
+                return false;
+            }
+        }
+    }
+    return collide(p_o, std::move(list), where);
+}
+
+int WorldManager::moveObject(Object *p_o, Vector where) {
+    if (!isLiving(p_o))
+        return refuseDead("moveObject", p_o);
+    return moveLiving(p_o, where);
+}
+
+int WorldManager::moveLiving(Object *p_o, Vector where) {
+    if (!isFinite(where))
+        return p_o->Object::setPosition(where); // Which refuses it.
+    const NestingLimit::Call call(nested_moves);
+    if (call.isRefused()) {
+        if (nested_moves.isNews())
+            logFailure(
+                "WorldManager::moveObject(): Error! %d moves are under way, each made from a "
+                "handler or setPosition() of the one before. Ignored.",
+                NestingLimit::MOST);
+        return -1;
+    }
+    const ObjectWatch watch(p_o);
+    if (!resolveCollisions(p_o, where))
+        return -1;
+
+    const Box before = getWorldBox(p_o);
+    p_o->setPosition(where);
+    if (!p_o)
+        return -1;
+    const Box after = getWorldBox(p_o);
+    if (boxIntersectsBox(before, boundary) && !boxIntersectsBox(after, boundary)) {
+        const EventOut out;
+        p_o->eventHandler(&out);
+    }
+    if (p_o && p_o == view_following)
+        setViewPosition(followedCentre(view, view_slack, p_o->getPosition()));
+    return 0;
+}
+
+} // namespace sv
