@@ -59,6 +59,32 @@ class Network : public test::WorldTest {
         return network.getNumConnections();
     }
 
+    /// Sends messages of that letter to the first peer until no more is taken; all that was.
+    std::string flood(char letter) {
+        const std::string message = makeMessage(std::string(10001, letter));
+        std::string taken;
+        while (network.send(message, 0) == 0)
+            taken += message;
+        EXPECT_TRUE(hasLine("Peer of sock index 0 reads too slowly."));
+        return taken;
+    }
+
+    /// The first peer asks for more than the system takes at once, ends its own side and reads on.
+    void expectAllToArrive() {
+        peers[0]->stopSending();
+        const std::string accepted = flood('a');
+        for (int step = 0; step < 3; ++step)
+            EXPECT_EQ(connectionsAtNextStep(), 1);
+        std::string read;
+        EXPECT_TRUE(waitUntil([&] {
+            network.endStep();
+            return (read += peers[0]->take()).size() >= accepted.size();
+        })) << read.size();
+        EXPECT_TRUE(read == accepted);
+        EXPECT_EQ(connectionsAtNextStep(), 0);
+        EXPECT_EQ(told, (Told{{NETWORK_CLOSED, 0, 0}}));
+    }
+
     bool hasLine(const std::string &part) { return logText().find(part) != std::string::npos; }
 
     NetworkManager &network = NetworkManager::getInstance();
@@ -231,26 +257,31 @@ TEST_F(Network, the_longest_message_travels_and_a_longer_one_is_refused) {
 
 TEST_F(Network, a_slow_reader_gets_whole_messages_or_none) {
     join(1);
-    std::string accepted;
-    const auto flood = [&](char letter) {
-        const std::string message = makeMessage(std::string(10001, letter));
-        while (network.send(message, 0) == 0)
-            accepted += message;
-        EXPECT_TRUE(hasLine("Peer of sock index 0 reads too slowly."));
-    };
-    flood('a');
+    std::string accepted = flood('a');
     std::string read;
     ASSERT_TRUE(waitUntil([&] {
         network.endStep();
         return (read += peers[0]->take()).size() > accepted.size() / 2;
     }));
-    flood('b');
+    accepted += flood('b');
     EXPECT_TRUE(waitUntil([&] {
         network.endStep();
         return (read += peers[0]->take()).size() >= accepted.size();
     })) << read.size();
     EXPECT_TRUE(read == accepted);
     EXPECT_EQ(network.getNumConnections(), 1);
+}
+
+TEST_F(Network, a_peer_that_only_stops_sending_gets_the_rest) {
+    join(1);
+    expectAllToArrive();
+}
+
+TEST_F(Network, half_a_message_does_not_cost_a_peer_the_rest) {
+    join(1);
+    peers[0]->send("abc");
+    arrive(0, 3);
+    expectAllToArrive();
 }
 
 TEST_F(Network, a_peer_that_is_gone_is_closed_when_no_whole_message_waits) {

@@ -6,6 +6,7 @@
 #include "selvane/network/NetworkManager.h"
 #include "selvane/platform/sockets.h"
 #include "support/WorldTest.h"
+#include "support/trouble.h"
 #include "support/waitUntil.h"
 
 #include <array>
@@ -40,6 +41,8 @@ class Peer {
 
     int waiting() const { return sv::platform::waitingBytes(socket); }
     bool seesEnd() const { return sv::platform::isPeerGone(socket); }
+
+    void stopSending() const { test::stopSending(socket); }
 
     /// With bytes unread this is a reset.
     void close() {

@@ -24,6 +24,15 @@ bool fallSilent(sv::platform::Socket socket) {
                       sizeof program) == 0;
 }
 
+void stopSending(sv::platform::Socket socket) {
+    shutdown(static_cast<int>(socket), SHUT_WR);
+}
+
+void shrinkSendBuffer(sv::platform::Socket socket) {
+    constexpr int bytes = 8192;
+    setsockopt(static_cast<int>(socket), SOL_SOCKET, SO_SNDBUF, &bytes, sizeof bytes);
+}
+
 Interruptions::Interruptions() {
     struct sigaction action {};
     action.sa_handler = [](int /*signal*/) {};

@@ -6,7 +6,7 @@ namespace sv {
 
 Connection::Connection(Connection &&other) noexcept
     : socket(std::exchange(other.socket, platform::no_socket)), id(other.id),
-      unsent(std::move(other.unsent)), failure(other.failure) {}
+      unsent(std::move(other.unsent)), drain_clock(other.drain_clock), failure(other.failure) {}
 
 Connection &Connection::operator=(Connection &&other) noexcept {
     if (this != &other) {
@@ -14,6 +14,7 @@ Connection &Connection::operator=(Connection &&other) noexcept {
         socket = std::exchange(other.socket, platform::no_socket);
         id = other.id;
         unsent = std::move(other.unsent);
+        drain_clock = other.drain_clock;
         failure = other.failure;
     }
     return *this;
@@ -51,6 +52,7 @@ int Connection::flush() {
         const int taken = platform::send(socket, unsent.data(), static_cast<int>(unsent.size()));
         if (taken >= 0) {
             unsent.erase(0, static_cast<std::size_t>(taken));
+            drain_clock.reset();
             continue;
         }
         if (platform::isWouldBlock(platform::lastSocketError()))
@@ -61,14 +63,28 @@ int Connection::flush() {
     return failure == 0 ? 0 : -1;
 }
 
-bool Connection::isDead() const {
-    // In this order: what arrives between the two questions is not lost.
-    return isOpen() && (failure != 0 || platform::isPeerGone(socket)) &&
+bool Connection::isDead() {
+    // In this order: what arrives between the questions is not lost.
+    return isOpen() && (failure != 0 || (platform::isPeerGone(socket) && !isDrainedByPeer())) &&
            waiting().front != Front::MESSAGE;
+}
+
+bool Connection::isDrainedByPeer() {
+    if (unsent.empty() || !platform::isPeerDone(socket))
+        return false;
+    if (!drain_clock || drain_clock->split() < 0) // The wall clock was set back.
+        drain_clock.emplace();
+    return drain_clock->split() < platform::peer_patience_ms * 1000;
 }
 
 int Connection::close() {
     unsent.clear();
+    // With bytes unread the system would reset the connection, and what it has not delivered yet
+    // would be lost to a peer that reads on.
+    char unread[4096];
+    if (isOpen() && platform::isPeerDone(socket))
+        while (platform::receive(socket, unread, sizeof unread) > 0) {
+        }
     return isOpen() ? platform::closeSocket(std::exchange(socket, platform::no_socket)) : 0;
 }
 

@@ -5,10 +5,12 @@
 /// getFailure(), for the other calls in platform::lastSocketError(). Game-loop thread only.
 #pragma once
 
+#include "selvane/core/Clock.h"
 #include "selvane/network/message.h"
 #include "selvane/platform/sockets.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace sv {
@@ -63,16 +65,21 @@ class Connection {
     /// The system's code for what made sending fail for good, or 0.
     int getFailure() const { return failure; }
 
-    /// Whether it has failed or its peer is gone, and no whole message waits.
-    bool isDead() const;
+    /// Whether it has failed or its peer is gone, and no whole message waits. A peer that has only
+    /// ended its own side is not gone while it takes what is unsent, some of it at least every
+    /// platform::peer_patience_ms.
+    bool isDead();
 
     /// Drops what is unsent. 0, or the system's answer if it refused.
     int close();
 
   private:
+    bool isDrainedByPeer();
+
     platform::Socket socket;
     std::uint64_t id;
     std::string unsent;
+    std::optional<Clock> drain_clock; // Since a peer that is done sending last took something.
     int failure = 0;
 };
 

@@ -92,7 +92,9 @@ class NetworkManager : public Manager {
     /// Ends the network's part of a step: hands over what waits to be sent, and closes every
     /// connection whose peer is gone, unless a whole message still waits on it; half a message
     /// does not count. A whole one keeps its connection, and the place that it takes, until it is
-    /// received or the game closes the connection.
+    /// received or the game closes the connection. A peer that has only ended its own side gets
+    /// what waits to be sent before its connection is closed, unless it takes none of it for
+    /// platform::peer_patience_ms.
     void endStep();
 
   private:

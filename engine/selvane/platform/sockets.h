@@ -20,7 +20,8 @@ inline constexpr int receive_buffer_bytes = 128 * 1024;
 /// Milliseconds that a connection may take to come about, for each address that is tried.
 inline constexpr int connect_timeout_ms = 3000;
 
-/// Milliseconds without a word from a peer that owes an answer, after which it counts as gone.
+/// Milliseconds after which a peer counts as gone that owes an answer and says nothing, or that has
+/// said its last word and takes nothing of what it is still to get.
 inline constexpr int peer_patience_ms = 30000;
 
 /// Makes the sockets of this process usable; to be called before any other function here. May be
@@ -62,6 +63,10 @@ int waitingBytes(Socket socket);
 /// it had long stopped reading, in some minutes. One that answers is there, even if it never reads.
 /// Windows, where data is on its way to the vanished, has a patience of its own: five attempts.
 bool isPeerGone(Socket socket, int patience_ms = peer_patience_ms);
+
+/// Whether the peer has ended its sending side, and for all that is known still reads: a peer that
+/// has closed looks the same until something is sent to it.
+bool isPeerDone(Socket socket);
 
 /// Copies up to `size` waiting bytes and leaves them in the socket; the number copied, 0 at the
 /// end of the connection, or -1. REQUIRES: size > 0, here and in receive and send.

@@ -212,6 +212,11 @@ bool isPeerGone(Socket socket, int patience_ms) {
            isSilent(descriptor(socket), patience_ms);
 }
 
+bool isPeerDone(Socket socket) {
+    pollfd asked{descriptor(socket), POLLRDHUP, 0};
+    return poll(&asked, 1, 0) > 0 && asked.revents == POLLRDHUP;
+}
+
 int peek(Socket socket, void *buffer, int size) {
     return answer(recv(descriptor(socket), buffer, static_cast<std::size_t>(size), MSG_PEEK));
 }

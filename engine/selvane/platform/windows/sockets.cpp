@@ -221,6 +221,11 @@ bool isPeerGone(Socket socket, int /*patience_ms*/) {
            (asked.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0;
 }
 
+bool isPeerDone(Socket socket) {
+    WSAPOLLFD asked{handle(socket), POLLRDNORM, 0};
+    return WSAPoll(&asked, 1, 0) > 0 && (asked.revents & (POLLHUP | POLLERR | POLLNVAL)) == POLLHUP;
+}
+
 int peek(Socket socket, void *buffer, int size) {
     return receiveWith(socket, buffer, size, MSG_PEEK);
 }
