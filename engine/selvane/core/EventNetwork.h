@@ -27,7 +27,9 @@ class EventNetwork : public Event {
     void setSocketIndex(int new_socket_index) { socket_index = new_socket_index; }
     int getSocketIndex() const { return socket_index; }
 
-    /// Length of the message that waits, its length field included; 0 for the other labels.
+    /// What the waiting message says its length is, its length field included: that many bytes are
+    /// there, MESSAGE_LENGTH_BYTES to MAX_MESSAGE_BYTES. A number below that, maybe below 0, is a
+    /// peer's nonsense: receive() refuses such a message. 0 for the other labels.
     void setBytes(int new_bytes) { bytes = new_bytes; }
     int getBytes() const { return bytes; }
 

@@ -33,8 +33,8 @@ class ResourceManager : public Manager {
     /// and as many tracks as there are sounds. Sounds and tracks can still be found.
     void shutDown() override;
 
-    /// Loads a sprite from a text file of either format and owns it under `label`. 0, or -1 with
-    /// the reason in the log.
+    /// Loads a sprite from a text file of either format and owns it under `label`. A byte order
+    /// mark at the file's beginning is skipped. 0, or -1 with the reason in the log.
     int loadSprite(const std::string &filename, const std::string &label);
 
     /// Loads a sound from a file of any format that the media library reads. 0, or -1 with the
