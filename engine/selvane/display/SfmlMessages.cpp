@@ -12,7 +12,7 @@ namespace sv {
 
 namespace {
 
-/// One for the process, never destroyed: a thread of the library may still write into it when the
+/// One for the process, never destroyed: a thread of SFML may still write into it when the
 /// object that put it there is gone, and a global object may read a file when main() is over.
 class Collector : public std::streambuf {
   public:

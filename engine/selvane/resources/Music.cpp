@@ -33,7 +33,7 @@ Music::Music() = default;
 Music::~Music() = default;
 
 int Music::loadMusic(const std::string &filename) {
-    music.reset();
+    unload();
     const bool has_device = hasAudioDevice();
     const SfmlMessages messages;
     sf::InputSoundFile file;
@@ -54,9 +54,13 @@ int Music::loadMusic(const std::string &filename) {
     return 0;
 }
 
+void Music::unload() {
+    music.reset();
+}
+
 void Music::play(bool loop) {
     LogManager::getInstance().writeLog(5, "Music::play(): Playing music.");
-    if (!music)
+    if (!music || !hasAudioDevice())
         return;
     // Before it plays, since the library's thread reads seconds ahead at once, and at the end of a
     // short track would not know of the loop yet. And after, which must stay: whatever a start does

@@ -29,6 +29,9 @@ class Music {
     /// warns: it plays, but not in a loop, and may end in noise.
     int loadMusic(const std::string &filename);
 
+    /// Stops it and forgets what was loaded.
+    void unload();
+
     const std::string &getLabel() const { return label; }
     void setLabel(std::string new_label) { label = std::move(new_label); }
 

@@ -3,11 +3,13 @@
 #include "selvane/core/LogManager.h"
 #include "selvane/core/text.h"
 #include "selvane/platform/system.h"
+#include "selvane/resources/audioDevice.h"
 #include "selvane/resources/robustSprite.h"
 #include "selvane/resources/simpleSprite.h"
 #include "selvane/resources/spriteReading.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <fstream>
 #include <span>
 #include <utility>
@@ -113,6 +115,9 @@ ResourceManager::ResourceManager() {
 int ResourceManager::startUp() {
     if (isStarted())
         return refuseSecondStart();
+    // A track must not play on while the process takes its media library down.
+    [[maybe_unused]] static const int registered =
+        std::atexit([] { getInstance().releaseAudio(); });
     sprites.clear();
     sound_count = 0;
     music_count = 0;
@@ -131,6 +136,15 @@ void ResourceManager::shutDown() {
         track.stop();
     Manager::shutDown();
     LogManager::getInstance().writeLog(5, "RM::shutDown(): successfully stopped.");
+}
+
+/// What is played after this is silent, as on a machine without an audio device.
+void ResourceManager::releaseAudio() {
+    giveUpAudioDevice();
+    for (Sound &sound : sounds)
+        sound.unload();
+    for (Music &track : music)
+        track.unload();
 }
 
 int ResourceManager::refuseUnstarted() const {

@@ -26,7 +26,9 @@ class ResourceManager : public Manager {
   public:
     static ResourceManager &getInstance();
 
-    /// Begins with empty stores.
+    /// Begins with empty stores. From the first start on, the end of the process, also one by
+    /// exit() in the middle of a game, stops all sounds and tracks; what plays them after that is
+    /// silent.
     int startUp() override;
 
     /// Deletes the sprites, which leaves the objects that show them without, and stops the sounds,
@@ -52,6 +54,7 @@ class ResourceManager : public Manager {
   private:
     ResourceManager();
 
+    void releaseAudio();
     int refuseUnstarted() const;
 
     std::vector<std::unique_ptr<Sprite>> sprites;

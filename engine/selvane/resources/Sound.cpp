@@ -64,7 +64,7 @@ Sound::Sound() = default;
 Sound::~Sound() = default;
 
 int Sound::loadSound(const std::string &filename) {
-    voice.reset();
+    unload();
     const bool has_device = hasAudioDevice();
     const SfmlMessages messages;
     Samples samples;
@@ -81,9 +81,13 @@ int Sound::loadSound(const std::string &filename) {
     return 0;
 }
 
+void Sound::unload() {
+    voice.reset();
+}
+
 void Sound::play(bool loop) {
     LogManager::getInstance().writeLog(5, "Sound::play(): Playing sound.");
-    if (!voice)
+    if (!voice || !hasAudioDevice())
         return;
     // As with music: a sound of a few milliseconds may be over before the second word, which must
     // stay all the same.

@@ -30,6 +30,9 @@ class Sound {
     /// An Ogg file does not tell how long it is, and is whole wherever it ends.
     int loadSound(const std::string &filename);
 
+    /// Stops it and forgets what was loaded.
+    void unload();
+
     const std::string &getLabel() const { return label; }
     void setLabel(std::string new_label) { label = std::move(new_label); }
 
