@@ -64,6 +64,9 @@ struct Guard {
         resources.getSound("beep")->play();
         resources.getMusic("0")->stop();
         resources.getMusic("0")->play(true);
+        if (resources.loadMusic("beep.wav", "late") != -1 ||
+            resources.loadSound("missing.wav", "late") != -1)
+            std::_Exit(5);
         sv::LogManager::getInstance().writeLog("stopping");
         sv::GameManager::getInstance().shutDown();
     }

@@ -34,6 +34,8 @@ Music::~Music() = default;
 
 int Music::loadMusic(const std::string &filename) {
     unload();
+    if (isAudioGivenUp())
+        return -1;
     const bool has_device = hasAudioDevice();
     const SfmlMessages messages;
     sf::InputSoundFile file;
@@ -60,7 +62,7 @@ void Music::unload() {
 
 void Music::play(bool loop) {
     LogManager::getInstance().writeLog(5, "Music::play(): Playing music.");
-    if (!music || !hasAudioDevice())
+    if (!music || isAudioGivenUp())
         return;
     // Before it plays, since the library's thread reads seconds ahead at once, and at the end of a
     // short track would not know of the loop yet. And after, which must stay: whatever a start does

@@ -138,9 +138,9 @@ void ResourceManager::shutDown() {
     LogManager::getInstance().writeLog(5, "RM::shutDown(): successfully stopped.");
 }
 
-/// What is played after this is silent, as on a machine without an audio device.
+/// From here on nothing can be loaded, and what is played is silent.
 void ResourceManager::releaseAudio() {
-    giveUpAudioDevice();
+    giveUpAudio();
     for (Sound &sound : sounds)
         sound.unload();
     for (Music &track : music)

@@ -26,9 +26,9 @@ class ResourceManager : public Manager {
   public:
     static ResourceManager &getInstance();
 
-    /// Begins with empty stores. From the first start on, the end of the process, also one by
-    /// exit() in the middle of a game, stops all sounds and tracks; what plays them after that is
-    /// silent.
+    /// Begins with empty stores. From the first start on, the end of the process, even by exit() in
+    /// the middle of a game, stops all sounds and tracks. What still runs then, as the destructors
+    /// of statics, can load none, and plays in silence.
     int startUp() override;
 
     /// Deletes the sprites, which leaves the objects that show them without, and stops the sounds,

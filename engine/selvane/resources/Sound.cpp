@@ -65,6 +65,8 @@ Sound::~Sound() = default;
 
 int Sound::loadSound(const std::string &filename) {
     unload();
+    if (isAudioGivenUp())
+        return -1;
     const bool has_device = hasAudioDevice();
     const SfmlMessages messages;
     Samples samples;
@@ -87,7 +89,7 @@ void Sound::unload() {
 
 void Sound::play(bool loop) {
     LogManager::getInstance().writeLog(5, "Sound::play(): Playing sound.");
-    if (!voice || !hasAudioDevice())
+    if (!voice || isAudioGivenUp())
         return;
     // As with music: a sound of a few milliseconds may be over before the second word, which must
     // stay all the same.

@@ -30,14 +30,16 @@ bool findDevice() {
 } // namespace
 
 bool hasAudioDevice() {
-    if (is_given_up)
-        return false;
     static const bool has_device = findDevice();
     return has_device;
 }
 
-void giveUpAudioDevice() {
+void giveUpAudio() {
     is_given_up = true;
+}
+
+bool isAudioGivenUp() {
+    return is_given_up;
 }
 
 } // namespace sv
