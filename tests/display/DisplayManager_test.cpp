@@ -85,6 +85,24 @@ TEST_F(DisplayManagerTest, a_colour_that_the_library_does_not_have_is_white_with
                          "colorToSFML(): Color 9 not supported.\n");
 }
 
+TEST_F(DisplayManagerTest, the_title_is_utf_8) {
+    server.emplace();
+    startLog();
+    for (const std::string title : {"Caf\u00e9", "\u4e16\u754c", "Two\u00a0Words"}) {
+        configure("window_title:" + title);
+        ASSERT_EQ(display().startUp(), 0);
+        EXPECT_EQ(server->windowTitle(), title);
+        display().shutDown();
+    }
+    for (const std::string noise : {"Caf\xe9", "\xff\xfe\xfd\xfc", "\xed\xb0\x80", "\xc0\x80"}) {
+        configure("window_title:Caf\u00e9" + noise);
+        ASSERT_EQ(display().startUp(), 0);
+        EXPECT_TRUE(server->windowTitle().starts_with("Caf\u00e9"));
+        EXPECT_EQ(erasedBy({0, 0}), (Extent{0, 6, 11, 37}));
+        display().shutDown();
+    }
+}
+
 TEST_F(DisplayManagerTest, a_new_frame_begins_with_the_configured_background) {
     startDisplay("window_background_color:magenta");
     display().swapBuffers();

@@ -42,6 +42,9 @@ class XServer {
     void closeWindow();
     void resizeWindow(int width, int height);
 
+    /// What its frame would show, in UTF-8.
+    std::string windowTitle() const;
+
   private:
     struct Connection;
     void sendKey(const std::string &name, bool is_down);

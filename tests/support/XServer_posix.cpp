@@ -164,4 +164,21 @@ void XServer::resizeWindow(int width, int height) {
     XSync(connection->display, False);
 }
 
+std::string XServer::windowTitle() const {
+    Display *display = connection->display;
+    Atom type = 0;
+    int bits = 0;
+    unsigned long count = 0;
+    unsigned long bytes_left = 0;
+    unsigned char *p_text = nullptr;
+    XGetWindowProperty(display, connection->window(), XInternAtom(display, "_NET_WM_NAME", False),
+                       0, 100, False, XInternAtom(display, "UTF8_STRING", False), &type, &bits,
+                       &count, &bytes_left, &p_text);
+    if (p_text == nullptr)
+        return "";
+    const std::string title(reinterpret_cast<const char *>(p_text), count);
+    XFree(p_text);
+    return title;
+}
+
 } // namespace test

@@ -53,6 +53,7 @@ class Config {
     int getFrameTime() const { return frame_time; }
     /// Height of the text in units of the smaller side of a character cell.
     float getFontScale() const { return font_scale; }
+    /// UTF-8.
     std::string getWindowTitle() const { return window_title; }
     bool getShowMouse() const { return show_mouse; }
     /// Whether the engine runs without window and input.

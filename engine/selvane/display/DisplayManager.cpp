@@ -142,8 +142,9 @@ int DisplayManager::openWindow() {
 
     const auto width = static_cast<unsigned>(window_horizontal_pixels);
     const auto height = static_cast<unsigned>(window_vertical_pixels);
+    const std::string title = config.getWindowTitle();
     p_window = makeIfPossible<sf::RenderWindow>(sf::VideoMode(width, height, bits_per_pixel),
-                                                config.getWindowTitle(),
+                                                sf::String::fromUtf8(title.begin(), title.end()),
                                                 static_cast<sf::Uint32>(config.getWindowStyle()));
     if (!p_window || !p_window->isOpen()) {
         p_window.reset();
