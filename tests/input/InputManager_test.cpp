@@ -12,9 +12,10 @@
 #include "support/WindowTest.h"
 #include "support/waitUntil.h"
 
-#include <SFML/Window/Event.hpp>
+#include <SFML/Graphics/RenderWindow.hpp>
 #include <algorithm>
 #include <chrono>
+#include <functional>
 #include <iterator>
 #include <sstream>
 #include <thread>
@@ -43,10 +44,13 @@ class Witness : public sv::Object {
                  << " " << at.y;
         }
         seen.push_back(text.str());
+        if (on_event)
+            on_event(seen.back());
         return 1;
     }
 
     Lines seen;
+    std::function<void(const std::string &event)> on_event;
 };
 
 class InputManagerTest : public test::WindowTest {
@@ -245,6 +249,80 @@ TEST_F(InputManagerTest, a_closed_window_ends_the_game_and_skips_the_rest_of_the
     EXPECT_TRUE(input().isWindowClosed()) << "input that comes later does not take it back";
     input().shutDown();
     ASSERT_EQ(input().startUp(), 0);
+    EXPECT_FALSE(input().isWindowClosed());
+}
+
+TEST_F(InputManagerTest, a_window_that_the_game_closes_ends_the_game) {
+    startInput();
+    startLog(1);
+    sv::GameManager::getInstance().setGameOver(false);
+    witness.on_event = [](const std::string &event) {
+        if (event == "pressed 36")
+            DisplayManager::getInstance().getWindow()->close();
+    };
+    server->pressKey("a");
+    stepWith("pressed 36");
+    EXPECT_EQ(witness.seen, Lines{"pressed 36"}) << "a is held, and nobody hears of it";
+    expectLogged({"InputManager::getInput(): Window close event. Setting game over."});
+    EXPECT_TRUE(sv::GameManager::getInstance().getGameOver());
+    EXPECT_TRUE(input().isWindowClosed());
+}
+
+TEST_F(InputManagerTest, a_display_started_anew_by_a_handler_is_read_at_once) {
+    startInput({"r", "-ardelay", "20", "-arinterval", "10"});
+    const auto restart = [](const std::string &style) {
+        DisplayManager::getInstance().shutDown();
+        configure("window_style:" + style);
+        EXPECT_EQ(DisplayManager::getInstance().startUp(), 0);
+    };
+    for (const std::string event : {"pressed 41", "down 41", "clicked 0 at 2.5 3.25"}) {
+        SCOPED_TRACE(event);
+        bool is_restarted = false;
+        witness.on_event = [&](const std::string &seen) {
+            if (seen == event && !std::exchange(is_restarted, true))
+                restart("fullscreen");
+        };
+        server->movePointer(50, 130);
+        server->pressKey("f");
+        server->pressButton(1);
+        EXPECT_TRUE(test::waitUntil([&] {
+            step();
+            return is_restarted;
+        }));
+        EXPECT_EQ(step().back(), "down 41") << "of the new window";
+        server->releaseButton(1);
+        server->releaseKey("f");
+        EXPECT_TRUE(test::waitUntil([&] { return step().empty(); }));
+        witness.on_event = nullptr;
+        restart("default");
+        ASSERT_TRUE(server->enterWindow());
+        step();
+    }
+    server->pressKey("b");
+    stepWith("pressed 37");
+    for (int repeats = 0; repeats < 20; ++repeats) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        EXPECT_EQ(step(), Lines{"down 37"}) << "the new window has key repeat";
+    }
+    server->releaseKey("b");
+}
+
+TEST_F(InputManagerTest, a_display_stopped_by_a_handler_ends_the_steps_input) {
+    startInput();
+    startLog(1);
+    witness.on_event = [](const std::string &event) {
+        if (event == "held 0 at 2.5 3.25")
+            DisplayManager::getInstance().shutDown();
+    };
+    server->movePointer(50, 130);
+    server->pressKey("a");
+    server->pressButton(1);
+    EXPECT_TRUE(test::waitUntil([&] {
+        step();
+        return DisplayManager::getInstance().getWindow() == nullptr;
+    }));
+    EXPECT_EQ(witness.seen.back(), "held 0 at 2.5 3.25") << "a is held, and nobody hears of it";
+    EXPECT_EQ(logText(), "") << "nothing that the handler did not mean";
     EXPECT_FALSE(input().isWindowClosed());
 }
 

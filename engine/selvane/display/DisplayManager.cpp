@@ -155,6 +155,7 @@ int DisplayManager::openWindow() {
                                 static_cast<float>(window_vertical_pixels)}));
     p_window->setMouseCursorVisible(config.getShowMouse());
     p_window->setVerticalSyncEnabled(true);
+    p_window->setKeyRepeatEnabled(key_repeat);
     return 0;
 }
 
@@ -274,6 +275,12 @@ void DisplayManager::setShake(int new_scale_x, int new_scale_y, int steps) {
     shake_scale_x = std::clamp(new_scale_x, 0, longest_side);
     shake_scale_y = std::clamp(new_scale_y, 0, longest_side);
     shake_duration = std::max(steps, 0);
+}
+
+void DisplayManager::setKeyRepeat(bool new_key_repeat) {
+    key_repeat = new_key_repeat;
+    if (p_window)
+        p_window->setKeyRepeatEnabled(key_repeat);
 }
 
 sf::RenderWindow *DisplayManager::getWindow() {

@@ -65,6 +65,10 @@ class DisplayManager : public Manager {
     /// count as 0, and a scale of 0 moves them by 1.
     void setShake(int new_scale_x, int new_scale_y, int steps);
 
+    /// Whether a held key is pressed again and again, in this window and in those to come, as it is
+    /// by default. The input manager switches it off while it runs.
+    void setKeyRepeat(bool new_key_repeat);
+
     /// The window's size in characters: the built-in one before the first start.
     int getHorizontal() const { return window_horizontal_chars; }
     int getVertical() const { return window_vertical_chars; }
@@ -118,6 +122,7 @@ class DisplayManager : public Manager {
     Vector cell_size{12.8F, 32}; // Pixels: the window's divided by its characters.
     Vector origin;
     Color window_background_color = BLACK;
+    bool key_repeat = true;
     int shake_duration = 0; // Frames.
     int shake_scale_x = 0;  // Pixels, as all that follow.
     int shake_scale_y = 0;

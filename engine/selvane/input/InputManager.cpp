@@ -67,13 +67,13 @@ int InputManager::startUp() {
     } else if (!display.isStarted()) {
         return logFailure("InputManager::startUp(): Error starting InputManager. DisplayManager "
                           "must be started first.");
-    } else if (sf::RenderWindow *p_window = display.getWindow()) {
-        p_window->setKeyRepeatEnabled(false);
+    } else if (display.getWindow() != nullptr) {
         log.writeLog(2, "InputManager::startUp(): Keyboard repeated disabled.");
     } else {
         log.writeLog("InputManager::startUp(): Warning - DisplayManager unexpectedly returned null "
                      "window! Cannot disable keyboard repeat.");
     }
+    display.setKeyRepeat(false);
     Manager::startUp();
     log.writeLog(5, "InputManager::startUp(): successfully started.");
     return 0;
@@ -81,10 +81,10 @@ int InputManager::startUp() {
 
 void InputManager::shutDown() {
     LogManager &log = LogManager::getInstance();
-    if (sf::RenderWindow *p_window = DisplayManager::getInstance().getWindow()) {
-        p_window->setKeyRepeatEnabled(true);
+    DisplayManager &display = DisplayManager::getInstance();
+    display.setKeyRepeat(true);
+    if (display.getWindow() != nullptr)
         log.writeLog(2, "InputManager::shutDown(): Keyboard repeat enabled.");
-    }
     Manager::shutDown();
     log.writeLog(5, "InputManager::shutDown(): successfully stopped.");
 }
@@ -92,24 +92,45 @@ void InputManager::shutDown() {
 void InputManager::getInput() {
     if (Config::getInstance().getHeadless())
         return;
-    sf::RenderWindow *p_window = DisplayManager::getInstance().getWindow();
-    LogManager &log = LogManager::getInstance();
-    if (p_window == nullptr) {
-        log.writeLog("InputManager::getInput(): DisplayManager unexpectedly returned null window!");
+    if (DisplayManager::getInstance().getWindow() == nullptr) {
+        LogManager::getInstance().writeLog(
+            "InputManager::getInput(): DisplayManager unexpectedly returned null window!");
         return;
     }
+    if (takeQueue() && pollMouse())
+        pollKeys();
+}
+
+/// The window as it is now: a handler may have started the display anew, in full screen, say. Null
+/// if there is none any more, and the game is over if it was closed.
+sf::RenderWindow *InputManager::presentWindow() {
+    sf::RenderWindow *p_window = DisplayManager::getInstance().getWindow();
+    if (p_window == nullptr || p_window->isOpen())
+        return p_window;
+    endGame();
+    return nullptr;
+}
+
+void InputManager::endGame() {
+    LogManager::getInstance().writeLog(
+        1, "InputManager::getInput(): Window close event. Setting game over.");
+    is_window_closed = true;
+    GameManager::getInstance().setGameOver();
+}
+
+/// False if the window has gone, and the step's input with it; so do those that poll.
+bool InputManager::takeQueue() {
     sf::Event event{};
-    while (p_window->pollEvent(event)) {
+    while (sf::RenderWindow *p_window = presentWindow()) {
+        if (!p_window->pollEvent(event))
+            return true;
         if (event.type == sf::Event::Closed) {
-            log.writeLog(1, "InputManager::getInput(): Window close event. Setting game over.");
-            is_window_closed = true;
-            GameManager::getInstance().setGameOver();
-            return;
+            endGame();
+            return false;
         }
         deliver(event);
     }
-    pollMouse(*p_window);
-    pollKeys();
+    return false;
 }
 
 void InputManager::deliver(const sf::Event &event) {
@@ -151,15 +172,19 @@ EventKeyboard InputManager::eventOfKey(int library_key) const {
     return event;
 }
 
-void InputManager::pollMouse(const sf::RenderWindow &window) {
-    const sf::Vector2i position = sf::Mouse::getPosition(window);
+bool InputManager::pollMouse() {
+    const sf::Vector2i position =
+        sf::Mouse::getPosition(*DisplayManager::getInstance().getWindow());
     EventMouse event = mouseEvent(PRESSED, UNDEFINED_MOUSE_BUTTON, position.x, position.y);
     for (const Button &button : buttons) {
         if (!sf::Mouse::isButtonPressed(button.library))
             continue;
         event.setMouseButton(button.engine);
         onEvent(&event);
+        if (presentWindow() == nullptr)
+            return false;
     }
+    return true;
 }
 
 void InputManager::pollKeys() {
@@ -171,6 +196,8 @@ void InputManager::pollKeys() {
             event.setKey(static_cast<Keyboard::Key>(run.engine + i));
             event.setKeyboardAction(KEY_DOWN);
             onEvent(&event);
+            if (presentWindow() == nullptr)
+                return;
         }
     }
 }

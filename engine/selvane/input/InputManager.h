@@ -28,13 +28,15 @@ class InputManager : public Manager {
     int startUp() override;
     void shutDown() override;
 
-    /// Delivers the input since the last call. A window that was closed ends the game, and nothing
-    /// after that is read in this step.
+    /// Delivers the input since the last call. A window that was closed, by the person or by the
+    /// game, ends the game, and nothing after that is read in this step. A handler may stop the
+    /// display manager and start it again, in full screen, say: the step's input goes on with the
+    /// new window, and ends if there is none.
     void getInput();
 
-    /// Whether the person has asked to close the window since the last start. The game loop forgets
-    /// it when it runs again; a game that runs the loop more than once, as a title sequence does,
-    /// asks here whether to go on.
+    /// Whether the window was closed since the last start. The game loop forgets it when it runs
+    /// again; a game that runs the loop more than once, as a title sequence does, asks here whether
+    /// to go on.
     bool isWindowClosed() const { return is_window_closed; }
 
     /// The key of a key press or release as an event; its action is the caller's to set.
@@ -53,8 +55,11 @@ class InputManager : public Manager {
     InputManager();
 
     EventKeyboard eventOfKey(int library_key) const;
+    sf::RenderWindow *presentWindow();
+    void endGame();
+    bool takeQueue();
     void deliver(const sf::Event &event);
-    void pollMouse(const sf::RenderWindow &window);
+    bool pollMouse();
     void pollKeys();
 
     bool is_window_closed = false;
