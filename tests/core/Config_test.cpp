@@ -118,7 +118,9 @@ TEST_F(ConfigTest, the_variable_names_the_file_and_one_that_is_not_there_goes_by
     writeFile("sv-config.txt", "frame_time:20,");
     writeFile("other.txt", " # frame_time:22,\r\n\tframe_time : 21 ,\r\n");
     test::setEnvironment(CONFIG_FILE_VARIABLE, "other.txt");
-    EXPECT_EQ(load(""), "");
+    EXPECT_EQ(load(""),
+              "Config::readConfig(): Warning! other.txt, line 1: A comment is a line that "
+              "begins with '#'; here it is part of a setting.\n");
     EXPECT_EQ(config.getFrameTime(), 21) << "an indented comment is an entry of no setting";
 
     test::setEnvironment(CONFIG_FILE_VARIABLE, "missing/other.txt");
@@ -126,6 +128,61 @@ TEST_F(ConfigTest, the_variable_names_the_file_and_one_that_is_not_there_goes_by
     EXPECT_EQ(load(""), "Config::readConfig(): Cannot open Selvane configuration file "
                         "'sv-config.txt'.\n");
     EXPECT_EQ(config.getFrameTime(), 21) << "taken from another text";
+}
+
+TEST_F(ConfigTest, what_a_file_can_hardly_mean_is_told_with_its_line) {
+    const std::string comment = "A comment is a line that begins with '#'; here it is part of a "
+                                "setting.";
+    const struct {
+        const char *content;
+        int line;
+        std::string fault;
+    } cases[] = {
+        {"fame_Time:20,", 1, "No setting is called 'fame_Time', but one is called 'frame_time'."},
+        {"# a\n\nlives:3,", 3, "No setting is called 'lives'."},
+        {"frame_time = 20,", 1, "'frame_time=20' has no colon; 'frame_time:20,' is meant."},
+        {"headless,", 1, "'headless' has no colon; a setting is written as key:value,"},
+        {"frame_time:20\n# b\nheadless:true,", 1,
+         "A setting ends with a comma; this one goes on in line 3."},
+        {"frame_time:20 headless:true,", 1,
+         "'frame_time:20headless:true' has a second colon, which ends the value; between two "
+         "settings stands a comma."},
+        {"frame_time:20, # slow\nheadless:true,", 1, comment},
+        {"window_title:Mine # for now,", 1, comment},
+        {"frame_time:33,\nshow_mouse:True,", 2, "'True' counts as false; write true or false."},
+        {"frame_time:-5,", 1, "-5 waits as little as 0 does; milliseconds from 0 on are meant."},
+        {"frame_time:20ms,", 1, "'20ms' is no whole number and counts as 20."},
+        {"random_seed:one,", 1, "'one' is no whole number and counts as 0."},
+        {"font_scale:2.5x,", 1, "'2.5x' is no number and counts as 2.5."},
+        {"::,", 1, "'::' has no key, and nothing after it is read."},
+    };
+    for (const auto &c : cases) {
+        writeFile("sv-config.txt", c.content);
+        EXPECT_EQ(load(""), "Config::readConfig(): Warning! sv-config.txt, line " +
+                                std::to_string(c.line) + ": " + c.fault + "\n");
+        EXPECT_EQ(load(c.content), "") << "a text of the program's own";
+    }
+    std::string much;
+    for (int i = 0; i < 1000; ++i)
+        much += std::string(1000, 'x') + ":,";
+    writeFile("sv-config.txt", much.substr(0, MAX_CONFIG_BYTES));
+    EXPECT_LT(load("").size(), 4000U);
+}
+
+TEST_F(ConfigTest, a_file_without_faults_is_taken_without_a_word) {
+    const char *const files[] = {
+        "frame_time:+20,font_scale:1e0,\r\n#\r\n\r\n random_seed :\t-1 , headless:false",
+        "window_title:C# Game #1,logfile:a#b.log,\nfont_scale:.5,\nnetworking:\n,show_mouse:,",
+        "window_style:default,,\n,window_background_color:white,quadtree_depth:1,grid_width:1,"
+        "quadtree_threshold:1,grid_height:1,",
+    };
+    for (const char *content : files) {
+        writeFile("sv-config.txt", content);
+        EXPECT_EQ(load(""), "") << content;
+    }
+    test::setEnvironment(CONFIG_FILE_VARIABLE, SHIPPED_CONFIG);
+    EXPECT_EQ(load(""), "");
+    EXPECT_EQ(config.getWindowTitle(), "Afterimage");
 }
 
 } // namespace

@@ -1,40 +1,35 @@
 #include "selvane/core/Config.h"
 
 #include "selvane/core/LogManager.h"
+#include "selvane/core/configText.h"
 #include "selvane/core/text.h"
 
 #include <array>
 #include <cstdlib>
 #include <fstream>
 #include <optional>
-#include <sstream>
+#include <type_traits>
+#include <variant>
+#include <vector>
 
 namespace sv {
 
 namespace {
 
-/// Calls `apply` with the value of `key`, if it has one.
-template<typename Apply>
-void load(const std::string &config, const char *key, Apply apply) {
-    const std::string value = match(config, key);
-    if (!value.empty())
-        apply(value);
+void read(const std::string &value, int &setting) {
+    setting = parseInt(value);
 }
 
-void load(const std::string &config, const char *key, int &setting) {
-    load(config, key, [&](const std::string &value) { setting = parseInt(value); });
+void read(const std::string &value, float &setting) {
+    setting = parseFloat(value);
 }
 
-void load(const std::string &config, const char *key, float &setting) {
-    load(config, key, [&](const std::string &value) { setting = parseFloat(value); });
+void read(const std::string &value, bool &setting) {
+    setting = value == "true";
 }
 
-void load(const std::string &config, const char *key, bool &setting) {
-    load(config, key, [&](const std::string &value) { setting = value == "true"; });
-}
-
-void load(const std::string &config, const char *key, std::string &setting) {
-    load(config, key, [&](const std::string &value) { setting = value; });
+void read(const std::string &value, std::string &setting) {
+    setting = value;
 }
 
 struct ColorName {
@@ -65,21 +60,50 @@ std::optional<std::string> readText(std::istream &file) {
     return text.find('\0') == std::string::npos ? std::optional(text) : std::nullopt;
 }
 
-std::string joinedLines(const std::string &text) {
-    std::string joined;
-    std::istringstream lines(text);
-    for (std::string line; std::getline(lines, line);) {
-        if (line.ends_with('\r'))
-            line.pop_back();
-        if (!line.starts_with('#'))
-            joined += line;
-    }
-    return joined;
+void sayFaults(const char *file_name, std::span<const ConfigLine> lines,
+               std::span<const SettingName> settings) {
+    for (const ConfigFault &fault : configFaults(lines, settings))
+        LogManager::getInstance().writeLog("Config::readConfig(): Warning! %s, line %d: %s",
+                                           file_name, fault.line, fault.text.c_str());
 }
 
 constexpr char ruler[] = "-----------------------------------";
 
 } // namespace
+
+struct Config::Setting {
+    SettingName name;
+    std::variant<int Config::*, float Config::*, bool Config::*, std::string Config::*,
+                 void (Config::*)(const std::string &)>
+        target;
+};
+
+/// In the order in which the log of match() has always had them; a new one comes last.
+std::span<const Config::Setting> Config::settings() {
+    using enum SettingKind;
+    static constexpr Setting table[] = {
+        {{"frame_time", MILLISECONDS}, &Config::frame_time},
+        {{"font_scale", NUMBER}, &Config::font_scale},
+        {{"window_horizontal_pixels", INTEGER}, &Config::window_horizontal_pixels},
+        {{"window_vertical_pixels", INTEGER}, &Config::window_vertical_pixels},
+        {{"window_horizontal_chars", INTEGER}, &Config::window_horizontal_chars},
+        {{"window_vertical_chars", INTEGER}, &Config::window_vertical_chars},
+        {{"window_background_color", TEXT}, &Config::setWindowBackgroundColor},
+        {{"window_style", TEXT}, &Config::setWindowStyle},
+        {{"window_title", TEXT}, &Config::window_title},
+        {{"show_mouse", FLAG}, &Config::show_mouse},
+        {{"headless", FLAG}, &Config::headless},
+        {{"font_file", TEXT}, &Config::font_file},
+        {{"logfile", TEXT}, &Config::log_file},
+        {{"random_seed", INTEGER}, &Config::random_seed},
+        {{"networking", FLAG}, &Config::networking},
+        {{"grid_width", INTEGER}, &Config::grid_width},
+        {{"grid_height", INTEGER}, &Config::grid_height},
+        {{"quadtree_depth", INTEGER}, &Config::quadtree_depth},
+        {{"quadtree_threshold", INTEGER}, &Config::quadtree_threshold},
+    };
+    return table;
+}
 
 Config &Config::getInstance() {
     static Config &instance = *new Config;
@@ -98,12 +122,22 @@ std::string Config::readConfig() {
         return "";
     }
 
-    if (const auto text = readText(file))
-        return joinedLines(*text);
-    LogManager::getInstance().writeLog(
-        "Config::readConfig(): Warning! '%s' is no text of at most %d bytes. Ignored.", name,
-        MAX_CONFIG_BYTES);
-    return "";
+    const auto text = readText(file);
+    if (!text) {
+        LogManager::getInstance().writeLog(
+            "Config::readConfig(): Warning! '%s' is no text of at most %d bytes. Ignored.", name,
+            MAX_CONFIG_BYTES);
+        return "";
+    }
+    std::vector<SettingName> names;
+    for (const Setting &setting : settings())
+        names.push_back(setting.name);
+    const std::vector<ConfigLine> lines = configLines(*text);
+    sayFaults(name, lines, names);
+    std::string joined;
+    for (const ConfigLine &line : lines)
+        joined += line.text;
+    return joined;
 }
 
 void Config::loadConfig(const std::string &config) {
@@ -111,26 +145,21 @@ void Config::loadConfig(const std::string &config) {
     if (text.empty())
         return; // match() would search whatever it was given last.
 
-    load(text, "frame_time", frame_time);
-    load(text, "font_scale", font_scale);
-    load(text, "window_horizontal_pixels", window_horizontal_pixels);
-    load(text, "window_vertical_pixels", window_vertical_pixels);
-    load(text, "window_horizontal_chars", window_horizontal_chars);
-    load(text, "window_vertical_chars", window_vertical_chars);
-    load(text, "window_background_color",
-         [this](const std::string &name) { setWindowBackgroundColor(name); });
-    load(text, "window_style", [this](const std::string &name) { setWindowStyle(name); });
-    load(text, "window_title", window_title);
-    load(text, "show_mouse", show_mouse);
-    load(text, "headless", headless);
-    load(text, "font_file", font_file);
-    load(text, "logfile", log_file);
-    load(text, "random_seed", random_seed);
-    load(text, "networking", networking);
-    load(text, "grid_width", grid_width);
-    load(text, "grid_height", grid_height);
-    load(text, "quadtree_depth", quadtree_depth);
-    load(text, "quadtree_threshold", quadtree_threshold);
+    for (const Setting &setting : settings()) {
+        const std::string value = match(text, std::string(setting.name.key));
+        if (!value.empty())
+            apply(setting, value);
+    }
+}
+
+void Config::apply(const Setting &setting, const std::string &value) {
+    const auto set = [&](auto target) {
+        if constexpr (std::is_member_function_pointer_v<decltype(target)>)
+            (this->*target)(value);
+        else
+            read(value, this->*target);
+    };
+    std::visit(set, setting.target);
 }
 
 void Config::setWindowBackgroundColor(const std::string &name) {

@@ -7,6 +7,7 @@
 
 #include "selvane/core/Color.h"
 
+#include <span>
 #include <string>
 
 namespace sv {
@@ -30,7 +31,8 @@ class Config {
 
     /// The configuration file's lines in one text, nothing between them; lines that are empty or
     /// begin with '#' are left out. Empty if the file cannot be read, and with a line in the log if
-    /// it is no text or longer than MAX_CONFIG_BYTES.
+    /// it is no text or longer than MAX_CONFIG_BYTES. What the file's author can hardly have meant
+    /// has a line in the log each, with its place in the file.
     ///
     /// Since nothing stands between the lines, each setting ends with a comma of its own.
     std::string readConfig();
@@ -71,8 +73,12 @@ class Config {
     int getGridHeight() const { return grid_height; }
 
   private:
+    struct Setting;
+
     Config() = default;
 
+    static std::span<const Setting> settings();
+    void apply(const Setting &setting, const std::string &value);
     void setWindowBackgroundColor(const std::string &name);
     void setWindowStyle(const std::string &name);
 
