@@ -183,6 +183,7 @@ TEST_F(ConfigTest, a_file_without_faults_is_taken_without_a_word) {
     test::setEnvironment(CONFIG_FILE_VARIABLE, SHIPPED_CONFIG);
     EXPECT_EQ(load(""), "");
     EXPECT_EQ(config.getWindowTitle(), "Afterimage");
+    EXPECT_FALSE(config.getBackgroundInput());
 }
 
 } // namespace

@@ -216,6 +216,29 @@ TEST_F(InputManagerTest, two_held_buttons_give_two_events_in_a_step_at_one_place
     server->releaseButton(3);
 }
 
+TEST_F(InputManagerTest, what_is_held_for_another_window_counts_only_by_default) {
+    startInput();
+    const Lines held{"held 0 at 2.5 3.25", "down 37"};
+    server->movePointer(50, 130);
+    server->pressButton(1);
+    server->pressKey("b");
+    stepWith("pressed 37");
+    for (const std::string setting : {"true", "false"}) {
+        SCOPED_TRACE(setting);
+        configure("background_input:" + setting);
+        server->focusElsewhere();
+        const Lines expected = setting == "true" ? held : Lines();
+        EXPECT_TRUE(test::waitUntil([&] { return step() == expected; }));
+        server->pressKey("c");
+        EXPECT_EQ(step().size(), setting == "true" ? 3U : 0U) << "c is typed elsewhere";
+        server->releaseKey("c");
+        server->focusWindow();
+        EXPECT_TRUE(test::waitUntil([&] { return step() == held; }));
+    }
+    server->releaseKey("b");
+    server->releaseButton(1);
+}
+
 TEST_F(InputManagerTest, the_mouse_is_in_the_right_cell_when_the_window_has_another_size) {
     startInput();
     server->resizeWindow(800, 200);

@@ -41,6 +41,9 @@ class XServer {
     /// As a person's close button, or a window manager, does.
     void closeWindow();
     void resizeWindow(int width, int height);
+    /// Gives the focus to that window or takes it to another, which hears the keys then.
+    void focusWindow();
+    void focusElsewhere();
 
     /// What its frame would show, in UTF-8.
     std::string windowTitle() const;

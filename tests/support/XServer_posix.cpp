@@ -164,6 +164,21 @@ void XServer::resizeWindow(int width, int height) {
     XSync(connection->display, False);
 }
 
+void XServer::focusWindow() {
+    XSetInputFocus(connection->display, connection->window(), RevertToPointerRoot, CurrentTime);
+    XSync(connection->display, False);
+}
+
+void XServer::focusElsewhere() {
+    Display *display = connection->display;
+    // One that nobody sees.
+    const Window other = XCreateWindow(display, connection->root(), 0, 0, 1, 1, 0, CopyFromParent,
+                                       InputOnly, CopyFromParent, 0, nullptr);
+    XMapWindow(display, other);
+    XSetInputFocus(display, other, RevertToPointerRoot, CurrentTime);
+    XSync(display, False);
+}
+
 std::string XServer::windowTitle() const {
     Display *display = connection->display;
     Atom type = 0;

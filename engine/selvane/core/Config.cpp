@@ -101,6 +101,7 @@ std::span<const Config::Setting> Config::settings() {
         {{"grid_height", INTEGER}, &Config::grid_height},
         {{"quadtree_depth", INTEGER}, &Config::quadtree_depth},
         {{"quadtree_threshold", INTEGER}, &Config::quadtree_threshold},
+        {{"background_input", FLAG}, &Config::background_input},
     };
     return table;
 }

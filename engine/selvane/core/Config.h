@@ -41,7 +41,7 @@ class Config {
     /// absent or has no value leaves its setting alone, and a number that is none counts as 0.
     void loadConfig(const std::string &config);
 
-    /// Writes the settings to the log, at level 1.
+    /// Writes the settings to the log, at level 1; not all of them.
     void printConfig() const;
 
     int getWindowHorizontalPixels() const { return window_horizontal_pixels; }
@@ -65,6 +65,8 @@ class Config {
     /// 0 seeds from the current time, -1 not at all.
     int getRandomSeed() const { return random_seed; }
     bool getNetworking() const { return networking; }
+    /// Whether keys and buttons that are held count while another window has the focus.
+    bool getBackgroundInput() const { return background_input; }
 
     // Kept for scene graphs that have a use for them; the simple one has none.
     int getQuadtreeThreshold() const { return quadtree_threshold; }
@@ -101,6 +103,7 @@ class Config {
     int quadtree_depth = 10;
     int grid_width = 20;
     int grid_height = 8;
+    bool background_input = true;
 };
 
 } // namespace sv

@@ -41,6 +41,13 @@ EventMouse mouseEvent(EventMouseAction action, EventMouseButton button, int x, i
     return event;
 }
 
+/// Whether what is held counts: keyboard and mouse themselves are asked, whichever window they
+/// serve.
+bool isHoldingHeard() {
+    return Config::getInstance().getBackgroundInput() ||
+           DisplayManager::getInstance().getWindow()->hasFocus();
+}
+
 } // namespace
 
 InputManager &InputManager::getInstance() {
@@ -97,7 +104,7 @@ void InputManager::getInput() {
             "InputManager::getInput(): DisplayManager unexpectedly returned null window!");
         return;
     }
-    if (takeQueue() && pollMouse())
+    if (takeQueue() && isHoldingHeard() && pollMouse())
         pollKeys();
 }
 

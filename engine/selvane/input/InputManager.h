@@ -1,6 +1,8 @@
 /// Turns the window's input into events once a step: what happened since the last step, from the
 /// window's queue, and what is held down, from the state of keyboard and mouse. A held key thus
-/// gives an event in every step, and the system's key repeat is off while this manager runs.
+/// gives an event in every step, and the system's key repeat is off while this manager runs. What
+/// is held counts even while another window has the focus, unless the configuration's
+/// "background_input" is false.
 ///
 /// Starts after the display manager, whose window it reads. Game-loop thread only, which must be
 /// the one that opened the window.
