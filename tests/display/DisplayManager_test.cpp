@@ -234,6 +234,31 @@ TEST_F(DisplayManagerTest, a_font_without_the_size_is_told_of) {
     EXPECT_NE(logText().find("SFML: Failed to set bitmap font size to "), std::string::npos);
 }
 
+TEST_F(DisplayManagerTest, characters_larger_than_their_cells_are_told_of) {
+    server.emplace();
+    startLog();
+    const std::string shipped = "window_horizontal_pixels:1088,window_vertical_pixels:720,"
+                                "window_horizontal_chars:100,window_vertical_chars:40,font_scale:";
+    const std::string square = "window_horizontal_pixels:800,window_vertical_pixels:480,"
+                               "window_horizontal_chars:50,window_vertical_chars:30,font_scale:";
+    const struct {
+        std::string cells, too_large, fitting;
+    } cases[] = {{"font_scale:", "2.5", "2.04"}, {shipped, "3", "1.84"}, {square, "2", "1.13"}};
+    for (const auto &[cells, too_large, fitting] : cases) {
+        SCOPED_TRACE(cells);
+        configure(cells + too_large);
+        ASSERT_EQ(display().startUp(), 0);
+        EXPECT_EQ(said(), "DisplayManager::startUp(): Warning! The font's characters are larger "
+                          "than their cells and cut by their neighbours. A font_scale of " +
+                              fitting + " would fit.\n");
+        display().shutDown();
+        configure(cells + fitting);
+        ASSERT_EQ(display().startUp(), 0);
+        EXPECT_EQ(said(), "");
+        display().shutDown();
+    }
+}
+
 TEST_F(DisplayManagerTest, starts_and_stops_again_and_again_in_any_size) {
     server.emplace();
     startLog();

@@ -12,6 +12,7 @@
 #include <SFML/Graphics/RenderWindow.hpp>
 #include <SFML/Graphics/Text.hpp>
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <new>
 
@@ -67,11 +68,52 @@ bool loadFont(sf::Font &font, const std::string &filename) {
     return font.loadFromFile(filename);
 }
 
+bool hasSize(const sf::Font &font, unsigned size) {
+    return font.getGlyph('A', size, true).bounds.width > 0;
+}
+
 /// A font of pictures has a few sizes only, and no text shows in another. The library would say so
 /// on standard error alone.
-void sayIfSizeIsMissing(const sf::Font &font, unsigned size) {
+bool sayIfSizeIsMissing(const sf::Font &font, unsigned size) {
     const SfmlMessages messages;
-    font.getGlyph('A', size, true);
+    return !hasSize(font, size);
+}
+
+/// How much larger than at that size a character may be before more than a tenth of a cell is cut
+/// off it: the rectangles behind the characters to the right and below are drawn later, and take
+/// what reaches into them. A broad letter and one with a tail stand for all.
+float roomLeft(const sf::Font &font, unsigned size) {
+    constexpr float rim = 1; // Bounds are whole pixels around what is drawn.
+    const sf::FloatRect broad = font.getGlyph('W', size, true).bounds;
+    const sf::FloatRect tailed = font.getGlyph('g', size, true).bounds;
+    const float right = broad.left + broad.width - rim;
+    const float bottom = static_cast<float>(size) + tailed.top + tailed.height - rim;
+    const float lowest = 1 + 1 / rectangle_down + 1 / rectangle_left;
+    return std::min(charWidth() / std::max(right, rim),
+                    charHeight() * lowest / std::max(bottom, rim));
+}
+
+/// The size itself if it leaves room, or the largest below it that the font has and that does.
+unsigned fittingSize(const sf::Font &font, unsigned size) {
+    SfmlMessages messages;
+    for (float room = roomLeft(font, size); room < 1 && size > 1; room = roomLeft(font, size)) {
+        size = std::clamp(static_cast<unsigned>(room * static_cast<float>(size)), 1U, size - 1);
+        while (size > 1 && !hasSize(font, size))
+            --size;
+    }
+    messages.take(); // Of sizes that nobody asked for.
+    return size;
+}
+
+void sayIfCut(const sf::Font &font, unsigned size) {
+    const unsigned fitting = fittingSize(font, size);
+    if (fitting == size)
+        return;
+    const float scale = static_cast<float>(fitting) / std::min(charWidth(), charHeight());
+    LogManager::getInstance().writeLog(
+        "DisplayManager::startUp(): Warning! The font's characters are larger than their cells and "
+        "cut by their neighbours. A font_scale of %.2f would fit.",
+        std::ceil(scale * 100) / 100);
 }
 
 int nextShake(int scale) {
@@ -176,7 +218,8 @@ int DisplayManager::prepareCells() {
     p_text->setFont(*font);
     p_text->setStyle(sf::Text::Bold);
     p_text->setCharacterSize(characterSize(config.getFontScale()));
-    sayIfSizeIsMissing(*font, p_text->getCharacterSize());
+    if (!sayIfSizeIsMissing(*font, p_text->getCharacterSize()))
+        sayIfCut(*font, p_text->getCharacterSize());
 
     window_background_color = config.getWindowBackgroundColor();
     p_rectangle->setFillColor(colorToSFML(window_background_color));
