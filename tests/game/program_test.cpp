@@ -1,5 +1,5 @@
-#include "selvane/core/LogManager.h"
 #include "network/NetworkTest.h"
+#include "selvane/core/LogManager.h"
 #include "support/WindowedProgram.h"
 #include "support/environment.h"
 

@@ -13,6 +13,7 @@
 #include "support/waitUntil.h"
 
 #include <SFML/Graphics/RenderWindow.hpp>
+#include <SFML/Window/Event.hpp>
 #include <algorithm>
 #include <chrono>
 #include <functional>

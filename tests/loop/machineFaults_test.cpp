@@ -1,10 +1,10 @@
 // What can befall the machine that a game runs on, and what the person in front of it learns.
 
+#include "network/NetworkTest.h"
 #include "selvane/core/Config.h"
 #include "selvane/core/EventStep.h"
 #include "selvane/core/LogManager.h"
 #include "selvane/loop/GameManager.h"
-#include "network/NetworkTest.h"
 #include "selvane/network/message.h"
 #include "support/EngineTest.h"
 #include "support/ManualTime.h"

@@ -1,8 +1,8 @@
 #include "support/windowsAnswers.h"
 
+#include "network/NetworkTest.h"
 #include "selvane/core/LogManager.h"
 #include "selvane/loop/GameManager.h"
-#include "network/NetworkTest.h"
 #include "selvane/platform/sockets.h"
 
 namespace sv::platform {
