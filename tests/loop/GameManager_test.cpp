@@ -142,6 +142,26 @@ TEST_F(Game, a_log_that_cannot_be_opened_fails_the_start) {
     EXPECT_FALSE(game.isStarted());
 }
 
+TEST_F(Game, a_failed_start_is_told_on_standard_error_once) {
+    const std::string reason = "Its sides are 1 to 16384 long, in pixels and in characters.\n";
+    const auto told = [&] {
+        test::CapturedErrors errors;
+        EXPECT_EQ(start(0, "window_horizontal_chars:0,"), -1);
+        game.shutDown();
+        return errors.take();
+    };
+    EXPECT_EQ(told(), "Selvane did not start. " + reason + "The log may say more: selvane.log\n");
+    if (!std::filesystem::exists("/dev/stderr"))
+        GTEST_SKIP() << "no /dev/stderr here";
+    test::setEnvironment(LOG_FILE_VARIABLE, "/dev/stderr");
+    const std::string log = told();
+    EXPECT_TRUE(log.starts_with(stars)) << log;
+    EXPECT_TRUE(
+        log.ends_with("Error starting display manager!\n" + stars + "** Game engine stopped **\n"))
+        << log;
+    EXPECT_EQ(log.find(reason), log.rfind(reason)) << log;
+}
+
 TEST_F(Game, a_manager_that_does_not_start_ends_the_start_there) {
     struct Case {
         Manager &manager;

@@ -55,6 +55,18 @@ TEST_F(SharedLog, is_shared_from_the_start_when_it_was_new) {
     EXPECT_TRUE(open(files[1], "second\n"));
 }
 
+TEST_F(SharedLog, that_is_standard_error_keeps_what_comes_by_either_way) {
+    if (!std::filesystem::exists("/dev/stderr"))
+        GTEST_SKIP() << "no /dev/stderr here";
+    test::CapturedErrors errors;
+    std::fputs("first\n", stderr);
+    name = "/dev/stderr";
+    EXPECT_FALSE(open(files[0], "second\n"));
+    std::fputs("third\n", stderr);
+    write(files[0], "fourth\n");
+    EXPECT_EQ(errors.take(), "first\nsecond\nthird\nfourth\n");
+}
+
 TEST_F(SharedLog, is_nobodys_where_there_is_no_file) {
     if (!std::filesystem::exists("/dev/null"))
         GTEST_SKIP() << "no /dev/null here";

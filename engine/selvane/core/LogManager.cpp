@@ -154,6 +154,9 @@ int logFailure(const char *fmt, ...) {
     LogManager &log = LogManager::getInstance();
     std::va_list args;
     va_start(args, fmt);
+    std::vsnprintf(log.last_failure.data(), log.last_failure.size(), fmt, args);
+    va_end(args);
+    va_start(args, fmt);
     log.vwriteLog(log.getLogLevel(), fmt, args);
     va_end(args);
     return -1;

@@ -55,6 +55,12 @@ class LogManager : public Manager {
     void setFlush(bool new_do_flush = true) { do_flush = new_do_flush; }
     bool getFlush() const { return do_flush; }
 
+    /// The file that the log went into last, as it is named; empty before its first start.
+    const std::string &getFileName() const { return file_name; }
+
+    /// What logFailure() last wrote: of a start that failed, the reason. A long one is cut.
+    const char *getLastFailure() const { return last_failure.data(); }
+
     /// A line whose level is above this is dropped. Default 0, or SELVANE_LOG_LEVEL at the log's
     /// first use; starting and stopping leave it alone.
     void setLogLevel(int new_log_level) { log_level = new_log_level; }
@@ -73,6 +79,8 @@ class LogManager : public Manager {
     void setStepCount(int new_step_count);
 
   private:
+    friend int logFailure(const char *fmt, ...);
+
     struct FileCloser {
         void operator()(std::FILE *file) const { std::fclose(file); }
     };
@@ -98,6 +106,7 @@ class LogManager : public Manager {
     // Further log files by name. Nothing opens one yet; each is closed with the log.
     std::map<std::string, File> extra_files;
     std::array<char, 16> step_text{"   0 "}; // As it stands in a line.
+    std::array<char, 512> last_failure{};
 };
 
 /// Writes an unlevelled line and returns -1: the way out of a refusal.

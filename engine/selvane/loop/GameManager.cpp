@@ -15,8 +15,10 @@
 #include "selvane/world/WorldManager.h"
 
 #include <array>
+#include <cstdio>
 #include <cstdlib>
 #include <ctime>
+#include <string_view>
 #include <utility>
 
 namespace sv {
@@ -27,6 +29,7 @@ constexpr double engine_version = 4.18;
 constexpr char ruler[] = "****************************************************";
 constexpr unsigned timer_period_ms = 1;
 constexpr int unseeded = -1;
+constexpr char standard_error[] = "/dev/stderr";
 
 /// A manager between the log, which is up before it and longer, and the game loop.
 struct Managed {
@@ -65,6 +68,28 @@ void logWorkingDirectory() {
     LogManager &log = LogManager::getInstance();
     log.writeLog(1, "Working directory:");
     log.writeLog(1, "  %s", directory.empty() ? "(full path too long)" : directory.c_str());
+}
+
+/// For a person: without the operation that said it.
+std::string_view asSentence(std::string_view failure) {
+    for (const std::string_view before : {"(): ", "Note! "}) {
+        const std::size_t found = failure.find(before);
+        if (found != std::string_view::npos)
+            failure.remove_prefix(found + before.size());
+    }
+    return failure;
+}
+
+/// The log has the reason already. Standard error gets it, too, unless it has it from the log: who
+/// starts a game from a terminal looks there.
+int failStart(const char *manager) {
+    LogManager &log = LogManager::getInstance();
+    const std::string reason(asSentence(log.getLastFailure()));
+    logFailure("Error starting %s manager!", manager);
+    if (log.isStarted() && log.getFileName() != standard_error)
+        std::fprintf(stderr, "Selvane did not start. %s\nThe log may say more: %s\n",
+                     reason.c_str(), log.getFileName().c_str());
+    return -1;
 }
 
 /// The world begins as large as the window, and the view shows all of it.
@@ -121,7 +146,7 @@ int GameManager::startUp() {
     config.loadConfig("");
     LogManager &log = LogManager::getInstance();
     if (log.startUp() != 0)
-        return logFailure("Error starting log manager!");
+        return failStart("log");
     logBanner();
     config.printConfig();
     logWorkingDirectory();
@@ -148,7 +173,7 @@ int GameManager::startManagers() {
         if (!isWanted(managed))
             continue;
         if (managed.manager.startUp() != 0)
-            return logFailure("Error starting %s manager!", managed.name);
+            return failStart(managed.name);
         LogManager::getInstance().writeLog(1, "%s manager started.", managed.capitalized_name);
     }
     return 0;

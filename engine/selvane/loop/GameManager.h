@@ -18,8 +18,9 @@ class GameManager : public Manager {
     /// True for "sv-step" alone.
     bool isValid(const std::string &event_type) const override;
 
-    /// Loads the configuration and starts the managers. 0, or -1 with a line in the log; the
-    /// managers that had started by then stay started until shutDown(), or a next try, stops them.
+    /// Loads the configuration and starts the managers. 0, or -1 with the reason in the log and on
+    /// standard error; the managers that had started by then stay started until shutDown(), or a
+    /// next try, stops them.
     int startUp() override;
 
     /// Stops the managers, last started first, and with them ends the game. Called from a handler,

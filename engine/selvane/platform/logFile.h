@@ -15,8 +15,9 @@ struct LogFile {
     bool is_shared = false; ///< Whether another running program writes it, too.
 };
 
-/// Opens a log to write. What is no file, as a terminal or a pipe, is nobody's and has nothing to
-/// empty; a file system that knows no locks counts as one on which every program is alone.
+/// Opens a log to write. One that is also standard error is not emptied. What is no file, as a
+/// terminal or a pipe, is nobody's and has nothing to empty; a file system that knows no locks
+/// counts as one on which every program is alone.
 LogFile openLog(const std::string &name);
 
 /// Opens a log whose name is nobody's yet; null otherwise.

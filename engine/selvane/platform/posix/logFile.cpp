@@ -26,6 +26,13 @@ bool isRegular(int file) {
     return fstat(file, &status) == 0 && S_ISREG(status.st_mode);
 }
 
+bool isStandardError(int file) {
+    struct stat status {};
+    struct stat errors {};
+    return fstat(file, &status) == 0 && fstat(STDERR_FILENO, &errors) == 0 &&
+           status.st_dev == errors.st_dev && status.st_ino == errors.st_ino;
+}
+
 /// Takes the descriptor.
 std::FILE *toStream(int file) {
     std::FILE *p_file = fdopen(file, "a");
@@ -44,6 +51,11 @@ LogFile openLog(const std::string &name) {
         return {};
     if (!isRegular(file))
         return {toStream(file), false};
+    if (isStandardError(file)) {
+        // Of two ways into a file each would write over what came by the other.
+        close(file);
+        return {toStream(fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 0)), false};
+    }
     const bool is_alone = lock(file, LOCK_EX);
     if (is_alone && ftruncate(file, 0) != 0) {
         close(file);
