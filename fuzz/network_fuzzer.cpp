@@ -8,6 +8,7 @@
 #include "fuzzing.h"
 #include "selvane/core/EventNetwork.h"
 #include "selvane/network/NetworkManager.h"
+#include "selvane/platform/sockets.h"
 #include "selvane/platform/system.h"
 #include "selvane/world/Object.h"
 

@@ -13,6 +13,7 @@
 #include "selvane/core/LogManager.h"
 #include "selvane/loop/GameManager.h"
 #include "selvane/network/NetworkManager.h"
+#include "selvane/platform/sockets.h"
 #include "selvane/resources/ResourceManager.h"
 #include "selvane/world/ViewObject.h"
 #include "selvane/world/WorldManager.h"

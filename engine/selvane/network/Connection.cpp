@@ -4,22 +4,6 @@
 
 namespace sv {
 
-Connection::Connection(Connection &&other) noexcept
-    : socket(std::exchange(other.socket, platform::no_socket)), id(other.id),
-      unsent(std::move(other.unsent)), drain_clock(other.drain_clock), failure(other.failure) {}
-
-Connection &Connection::operator=(Connection &&other) noexcept {
-    if (this != &other) {
-        close();
-        socket = std::exchange(other.socket, platform::no_socket);
-        id = other.id;
-        unsent = std::move(other.unsent);
-        drain_clock = other.drain_clock;
-        failure = other.failure;
-    }
-    return *this;
-}
-
 Connection::Waiting Connection::waiting() const {
     const int bytes = waitingBytes();
     if (bytes < MESSAGE_LENGTH_BYTES)

@@ -15,9 +15,6 @@
 
 namespace sv {
 
-/// Bytes of messages that may wait on a connection for a peer that reads too slowly.
-inline constexpr int MAX_UNSENT_BYTES = 4 * MAX_MESSAGE_BYTES;
-
 class Connection {
   public:
     /// How the bytes that wait begin.
@@ -38,8 +35,8 @@ class Connection {
     Connection(platform::Socket new_socket, std::uint64_t new_id)
         : socket(new_socket), id(new_id) {}
     ~Connection() { close(); }
-    Connection(Connection &&other) noexcept;
-    Connection &operator=(Connection &&other) noexcept;
+    Connection(const Connection &) = delete;
+    Connection &operator=(const Connection &) = delete;
 
     std::uint64_t getId() const { return id; }
     bool isOpen() const { return socket != platform::no_socket; }

@@ -3,6 +3,8 @@
 #include "selvane/core/EventNetwork.h"
 #include "selvane/core/LogManager.h"
 #include "selvane/core/text.h"
+#include "selvane/network/Connection.h"
+#include "selvane/platform/sockets.h"
 
 #include <algorithm>
 #include <utility>
@@ -34,8 +36,14 @@ NetworkManager &NetworkManager::getInstance() {
     return instance;
 }
 
-NetworkManager::NetworkManager() {
+NetworkManager::NetworkManager() : server_socket(platform::no_socket) {
     setType("NetworkManager");
+}
+
+NetworkManager::~NetworkManager() = default;
+
+bool NetworkManager::isServer() const {
+    return server_socket != platform::no_socket;
 }
 
 bool NetworkManager::isValid(const std::string &event_type) const {
@@ -223,7 +231,7 @@ void NetworkManager::endStep() {
     // and hangs up at once, this step would never end.
     const std::uint64_t first_new_id = next_id;
     for (int i = 0; i < getNumConnections();) {
-        Connection &connection = connections[static_cast<std::size_t>(i)];
+        Connection &connection = *connections[static_cast<std::size_t>(i)];
         if (connection.getId() >= first_new_id)
             return;
         connection.flush();
@@ -241,20 +249,21 @@ Connection *NetworkManager::find(int socket_index) {
 const Connection *NetworkManager::find(int socket_index) const {
     if (socket_index < 0 || socket_index >= getNumConnections())
         return nullptr;
-    const Connection &connection = connections[static_cast<std::size_t>(socket_index)];
+    const Connection &connection = *connections[static_cast<std::size_t>(socket_index)];
     return connection.isOpen() ? &connection : nullptr;
 }
 
 int NetworkManager::indexOf(std::uint64_t id) const {
-    const auto found = std::ranges::find(connections, id, &Connection::getId);
+    const auto found =
+        std::ranges::find_if(connections, [id](const auto &each) { return each->getId() == id; });
     return found == connections.end() ? -1 : static_cast<int>(found - connections.begin());
 }
 
 /// Returns its index when the receivers are through: one that closes a connection moves it, or ends
 /// it.
-int NetworkManager::add(platform::Socket socket, int label) {
+int NetworkManager::add(std::intptr_t socket, int label) {
     const std::uint64_t id = next_id++;
-    connections.emplace_back(socket, id);
+    connections.push_back(std::make_unique<Connection>(socket, id));
     tell(label, getNumConnections() - 1);
     return indexOf(id);
 }
@@ -273,7 +282,7 @@ int NetworkManager::closeAndTell(Connection &connection) {
         logSocketFailure("close(): Error! close()");
     const int told = tell(NETWORK_CLOSED, indexOf(id));
     // A handler may have moved it, and one that restarted the manager has removed it.
-    std::erase_if(connections, [id](const Connection &each) { return each.getId() == id; });
+    std::erase_if(connections, [id](const auto &each) { return each->getId() == id; });
     return told;
 }
 

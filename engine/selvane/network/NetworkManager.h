@@ -9,13 +9,16 @@
 #pragma once
 
 #include "selvane/core/Manager.h"
-#include "selvane/network/Connection.h"
+#include "selvane/network/message.h"
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
 namespace sv {
+
+class Connection;
 
 /// The address that a server has unless it asks for another: this machine only.
 inline constexpr char LOOPBACK_ADDRESS[] = "127.0.0.1";
@@ -23,6 +26,7 @@ inline constexpr char LOOPBACK_ADDRESS[] = "127.0.0.1";
 class NetworkManager : public Manager {
   public:
     static NetworkManager &getInstance();
+    ~NetworkManager() override;
 
     /// True for "sv-network" and its custom, keyboard and mouse variants, which are the game's own
     /// to send.
@@ -40,7 +44,7 @@ class NetworkManager : public Manager {
     /// `address` is an IPv4 or IPv6 address or a host name; "0.0.0.0" stands for all IPv4 addresses
     /// of this machine, "::" for all. Until shut-down. 0, or -1 with a line in the log.
     int setServer(int port, const std::string &address = LOOPBACK_ADDRESS);
-    bool isServer() const { return server_socket != platform::no_socket; }
+    bool isServer() const;
 
     /// The port that the server listens on, or -1 if there is none.
     int getPort() const;
@@ -59,7 +63,7 @@ class NetworkManager : public Manager {
     /// Connects to a server and tells of it (NETWORK_CONNECTED): the index; -1 with a line in the
     /// log, or without one if a receiver has closed the connection already. `host` is an IPv4 or
     /// IPv6 address or a host name. The game stands still meanwhile, for at most
-    /// platform::connect_timeout_ms an address and the time a name takes to look up.
+    /// three seconds an address and the time a name takes to look up.
     int connect(const std::string &host, int port);
 
     /// Sends one whole message, made with makeMessage() or like it. 0: the peer gets all of it,
@@ -94,7 +98,7 @@ class NetworkManager : public Manager {
     /// does not count. A whole one keeps its connection, and the place that it takes, until it is
     /// received or the game closes the connection. A peer that has only ended its own side gets
     /// what waits to be sent before its connection is closed, unless it takes none of it for
-    /// platform::peer_patience_ms.
+    /// half a minute.
     void endStep();
 
   private:
@@ -103,14 +107,14 @@ class NetworkManager : public Manager {
     Connection *find(int socket_index);
     const Connection *find(int socket_index) const;
     int indexOf(std::uint64_t id) const;
-    int add(platform::Socket socket, int label);
+    int add(std::intptr_t socket, int label);
     int tell(int label, int socket_index, int bytes = 0);
     int closeAndTell(Connection &connection);
     int refuse(Connection &connection, int length);
 
-    platform::Socket server_socket = platform::no_socket;
+    std::intptr_t server_socket; // Of a width that fits every system's.
     // Ids rise from front to back.
-    std::vector<Connection> connections;
+    std::vector<std::unique_ptr<Connection>> connections;
     std::uint64_t next_id = 0;
     int max_sock = 1;
 };

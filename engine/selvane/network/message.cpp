@@ -1,10 +1,13 @@
 #include "selvane/network/message.h"
 
+#include "selvane/platform/sockets.h"
+
 #include <cstdint>
 #include <cstring>
 
 namespace sv {
 
+static_assert(MAX_MESSAGE_BYTES == platform::receive_buffer_bytes / 2);
 static_assert(sizeof(std::int32_t) == MESSAGE_LENGTH_BYTES);
 
 std::string makeMessage(std::string_view body) {

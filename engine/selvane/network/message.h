@@ -4,8 +4,6 @@
 /// Plain functions of their arguments.
 #pragma once
 
-#include "selvane/platform/sockets.h"
-
 #include <string>
 #include <string_view>
 
@@ -16,7 +14,10 @@ inline constexpr int MESSAGE_LENGTH_BYTES = 4;
 
 /// Bytes of the longest message. A message waits in the socket until all of it is there, so it has
 /// to fit into the socket's buffer, of which the systems spend up to half on their own accounts.
-inline constexpr int MAX_MESSAGE_BYTES = platform::receive_buffer_bytes / 2;
+inline constexpr int MAX_MESSAGE_BYTES = 64 * 1024;
+
+/// Bytes of messages that may wait on a connection for a peer that reads too slowly.
+inline constexpr int MAX_UNSENT_BYTES = 4 * MAX_MESSAGE_BYTES;
 
 /// The message with that body, ready to be sent.
 std::string makeMessage(std::string_view body);
