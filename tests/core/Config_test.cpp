@@ -173,8 +173,8 @@ TEST_F(ConfigTest, a_file_without_faults_is_taken_without_a_word) {
     const char *const files[] = {
         "frame_time:+20,font_scale:1e0,\r\n#\r\n\r\n random_seed :\t-1 , headless:false",
         "window_title:C# Game #1,logfile:a#b.log,\nfont_scale:.5,\nnetworking:\n,show_mouse:,",
-        "window_style:default,,\n,window_background_color:white,quadtree_depth:1,grid_width:1,"
-        "quadtree_threshold:1,grid_height:1,",
+        "window_style:default,,\n,window_background_color:white,",
+        "quadtree_depth:1,grid_width:1,quadtree_threshold:1,grid_height:1,",
     };
     for (const char *content : files) {
         writeFile("sv-config.txt", content);
