@@ -25,7 +25,7 @@ namespace sv {
 
 namespace {
 
-constexpr double engine_version = 4.18;
+constexpr double engine_version = SELVANE_VERSION;
 constexpr char ruler[] = "****************************************************";
 constexpr unsigned timer_period_ms = 1;
 constexpr int unseeded = -1;
