@@ -6,8 +6,8 @@
 #include "selvane/core/EventStep.h"
 #include "selvane/core/text.h"
 #include "selvane/loop/GameManager.h"
+#include "selvane/platform/ManualTime.h"
 #include "selvane/world/Object.h"
-#include "support/ManualTime.h"
 
 #include <fstream>
 
@@ -50,7 +50,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     // Of equal keys the first one holds: no input opens a window.
     std::ofstream(sv::CONFIG_FILE_DEFAULT, std::ios::binary) << "headless:true,\n" << input.text;
     sv::Config::getInstance().loadConfig(defaults);
-    const test::ManualTime time;
+    const sv::ManualTime time;
     sv::GameManager &game = sv::GameManager::getInstance();
     // The game starts the log itself, and what it says before goes to standard error.
     sv::LogManager::getInstance().setLogLevel(1);

@@ -6,6 +6,7 @@
 // tools/soak starts it.
 
 #include "inhabitants.h"
+#include "memory.h"
 #include "selvane/core/Config.h"
 #include "selvane/core/EventNetwork.h"
 #include "selvane/core/EventStep.h"
@@ -13,12 +14,10 @@
 #include "selvane/core/LogManager.h"
 #include "selvane/loop/GameManager.h"
 #include "selvane/network/NetworkManager.h"
-#include "selvane/platform/sockets.h"
+#include "selvane/platform/ManualTime.h"
 #include "selvane/resources/ResourceManager.h"
 #include "selvane/world/ViewObject.h"
 #include "selvane/world/WorldManager.h"
-#include "support/ManualTime.h"
-#include "support/memory.h"
 
 #include <algorithm>
 #include <array>
@@ -138,7 +137,7 @@ class Meter {
 
     void endRound() {
         const double ticks = static_cast<double>(std::clock() - begin);
-        rounds.push_back({test::heapBytes(), test::residentBytes(),
+        rounds.push_back({soak::heapBytes(), soak::residentBytes(),
                           ticks * 1e6 / CLOCKS_PER_SEC / steps_a_round});
         begin = std::clock();
     }
@@ -263,7 +262,7 @@ void printTally() {
 
 /// False if the game does not start.
 bool play(int steps, Meter &meter) {
-    test::ManualTime time; // So that no step waits, and what a step does hangs on nothing else.
+    sv::ManualTime time; // So that no step waits, and what a step does hangs on nothing else.
     time.during_sleep = [&time] { time.sleeps.clear(); };
     sv::Config::getInstance().loadConfig("headless:true,networking:true,logfile:soak.log,");
     sv::GameManager &game = sv::GameManager::getInstance();

@@ -1,6 +1,6 @@
 #include "selvane/core/Clock.h"
 
-#include "support/ManualTime.h"
+#include "selvane/platform/ManualTime.h"
 
 #include <gtest/gtest.h>
 
@@ -24,7 +24,7 @@ TEST(Clock, counts_microseconds_in_32_bits_that_wrap) {
         {"set back", 5'000, 4'993, -7'000, 4'294'960'296U},
         {"into the next month", 31 * day_ms - 10, 5, 1'659'607'704, 1'659'607'704U},
     };
-    test::ManualTime time;
+    ManualTime time;
     for (const auto &c : cases) {
         SCOPED_TRACE(c.name);
         time.now_ms = c.start_ms;

@@ -1,9 +1,9 @@
 #include "selvane/core/LogManager.h"
 
 #include "selvane/core/Config.h"
+#include "selvane/platform/ManualTime.h"
 #include "selvane/platform/logFile.h"
 #include "support/EngineTest.h"
-#include "support/ManualTime.h"
 #include "support/environment.h"
 
 #include <cstdlib>
@@ -37,7 +37,7 @@ TEST_F(Log, a_line_is_time_step_count_and_message) {
         {false, true, 7, "   7 message 1"},
         {false, false, 7, "message 1"},
     };
-    test::ManualTime time;
+    ManualTime time;
     startLog();
     for (const auto &c : cases) {
         log.setLogTimeString(c.with_time);
@@ -61,7 +61,7 @@ TEST_F(Log, a_line_is_time_step_count_and_message) {
 }
 
 TEST_F(Log, a_process_begins_with_level_0_and_both_prefixes) {
-    test::ManualTime time;
+    ManualTime time;
     EXPECT_EQ(errorsOf([&] {
                   log.writeLog(1, "one");
                   log.writeLog(0, "two");

@@ -1,8 +1,8 @@
 #include "selvane/loop/FramePace.h"
 
 #include "selvane/core/Clock.h"
+#include "selvane/platform/ManualTime.h"
 #include "support/EngineTest.h"
-#include "support/ManualTime.h"
 
 #include <climits>
 
@@ -42,7 +42,7 @@ class Pace : public test::EngineTest {
         }
     }
 
-    test::ManualTime time;
+    ManualTime time;
 };
 
 TEST_F(Pace, a_step_sleeps_what_its_work_and_the_last_oversleep_left) {

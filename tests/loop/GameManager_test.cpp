@@ -6,11 +6,11 @@
 #include "selvane/input/InputManager.h"
 #include "selvane/network/NetworkManager.h"
 #include "selvane/path/PathManager.h"
+#include "selvane/platform/ManualTime.h"
 #include "selvane/resources/ResourceManager.h"
 #include "selvane/world/WorldManager.h"
 #include "support/Clockwork.h"
 #include "support/EngineTest.h"
-#include "support/ManualTime.h"
 #include "support/environment.h"
 
 #include <algorithm>
@@ -57,7 +57,7 @@ class Game : public test::EngineTest {
     }
 
     GameManager &game = GameManager::getInstance();
-    test::ManualTime time;
+    ManualTime time;
 };
 
 const std::string stars = std::string(52, '*') + "\n";
@@ -282,7 +282,7 @@ TEST_F(Game, steps_follow_each_other_at_the_frame_time) {
 /// Asks for the same path again and again, and takes 5 ms of every answer.
 class Seeker : public Object {
   public:
-    Seeker(float new_y, test::ManualTime &new_time, std::vector<int> &new_told)
+    Seeker(float new_y, ManualTime &new_time, std::vector<int> &new_told)
         : y(new_y), time(new_time), told(new_told) {
         setPosition({0, y});
         findPath({1, y});
@@ -296,7 +296,7 @@ class Seeker : public Object {
 
   private:
     float y;
-    test::ManualTime &time;
+    ManualTime &time;
     std::vector<int> &told;
 };
 

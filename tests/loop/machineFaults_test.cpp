@@ -6,8 +6,8 @@
 #include "selvane/core/LogManager.h"
 #include "selvane/loop/GameManager.h"
 #include "selvane/network/message.h"
+#include "selvane/platform/ManualTime.h"
 #include "support/EngineTest.h"
-#include "support/ManualTime.h"
 #include "support/environment.h"
 #include "support/limits.h"
 
@@ -72,7 +72,7 @@ class MachineFaults : public test::EngineTest {
 
     GameManager &game = GameManager::getInstance();
     NetworkManager &network = NetworkManager::getInstance();
-    test::ManualTime time;
+    ManualTime time;
 };
 
 TEST_F(MachineFaults, what_is_no_text_is_no_configuration) {

@@ -5,11 +5,11 @@
 #include "selvane/core/LogManager.h"
 #include "selvane/display/DisplayManager.h"
 #include "selvane/loop/GameManager.h"
+#include "selvane/platform/ManualTime.h"
 #include "selvane/splash/Splash.h"
 #include "selvane/world/ViewObject.h"
 #include "selvane/world/WorldManager.h"
 #include "support/EngineTest.h"
-#include "support/ManualTime.h"
 
 #include <deque>
 #include <functional>
@@ -97,7 +97,7 @@ class Mistakes : public test::EngineTest, public testing::WithParamInterface<std
         play();
     }
 
-    test::ManualTime time;
+    ManualTime time;
 };
 
 constexpr auto each_moment = [] {

@@ -1,7 +1,7 @@
 #include "selvane/network/Connection.h"
 
 #include "network/NetworkTest.h"
-#include "support/ManualTime.h"
+#include "selvane/platform/ManualTime.h"
 
 namespace sv {
 
@@ -11,7 +11,7 @@ using test::waitUntil;
 
 TEST(Connections, a_peer_that_is_done_has_to_read_on) {
     ASSERT_EQ(platform::startSockets(), 0);
-    test::ManualTime time;
+    ManualTime time;
     const platform::Socket listener = platform::listenOn("127.0.0.1", 0, 1);
     const test::Peer peer(platform::localPort(listener));
     platform::Socket accepted = platform::no_socket;

@@ -3,7 +3,7 @@
 #include "network/NetworkTest.h"
 #include "selvane/core/Config.h"
 #include "selvane/loop/GameManager.h"
-#include "support/ManualTime.h"
+#include "selvane/platform/ManualTime.h"
 
 #include <deque>
 #include <optional>
@@ -49,7 +49,7 @@ class NetworkStep : public test::EngineTest {
 
     GameManager &game = GameManager::getInstance();
     NetworkManager &network = NetworkManager::getInstance();
-    test::ManualTime time;
+    ManualTime time;
     std::optional<Peer> peer;
 };
 

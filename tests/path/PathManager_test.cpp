@@ -3,7 +3,7 @@
 #include "selvane/core/EventPath.h"
 #include "selvane/core/LogManager.h"
 #include "selvane/path/PathFind.h"
-#include "support/ManualTime.h"
+#include "selvane/platform/ManualTime.h"
 #include "support/WorldTest.h"
 
 #include <algorithm>
@@ -45,7 +45,7 @@ class Paths : public test::WorldTest {
         return p_o->getPath().waypoints;
     }
 
-    test::ManualTime time;
+    ManualTime time;
     PathManager &paths = PathManager::getInstance();
 };
 

@@ -3,10 +3,10 @@
 #include "selvane/core/EventKeyboard.h"
 #include "selvane/input/InputManager.h"
 #include "selvane/loop/GameManager.h"
+#include "selvane/platform/ManualTime.h"
 #include "selvane/world/WorldManager.h"
 #include "support/Clockwork.h"
 #include "support/EngineTest.h"
-#include "support/ManualTime.h"
 #include "support/printing.h"
 
 #include <functional>
@@ -35,7 +35,7 @@ class SplashTest : public test::EngineTest {
         return found.getCount() == 1 ? found.at(0) : nullptr;
     }
 
-    test::ManualTime time;
+    ManualTime time;
     GameManager &game = GameManager::getInstance();
 };
 

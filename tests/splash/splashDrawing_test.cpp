@@ -1,9 +1,9 @@
 #include "selvane/splash/Splash.h"
 
 #include "selvane/loop/GameManager.h"
+#include "selvane/platform/ManualTime.h"
 #include "selvane/world/WorldManager.h"
 #include "support/Clockwork.h"
-#include "support/ManualTime.h"
 #include "support/WindowTest.h"
 
 #include <map>
@@ -13,7 +13,7 @@ namespace {
 
 class SplashDrawing : public test::WindowTest {
   protected:
-    test::ManualTime time;
+    ManualTime time;
 };
 
 TEST_F(SplashDrawing, the_banner_changes_its_letters_and_the_landing_blinks) {

@@ -2,7 +2,7 @@
 /// them.
 ///
 /// Everything above this folder takes its time from timeSource(), so that a test can put a clock
-/// of its own there and move it by hand. Game-loop thread only.
+/// of its own there, as ManualTime is one. Game-loop thread only.
 #pragma once
 
 #include <cstddef>

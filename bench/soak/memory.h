@@ -1,7 +1,7 @@
 /// How much memory this process has.
 #pragma once
 
-namespace test {
+namespace soak {
 
 /// Bytes on the heap that are in use, whoever took them. The C library counts what it keeps back
 /// for the next call as in use, unless GLIBC_TUNABLES says glibc.malloc.tcache_count=0.
@@ -10,4 +10,4 @@ long heapBytes();
 /// Bytes of the process that are in main memory, or -1.
 long residentBytes();
 
-} // namespace test
+} // namespace soak

@@ -1,10 +1,10 @@
-#include "support/memory.h"
+#include "memory.h"
 
 #include <fstream>
 #include <malloc.h>
 #include <unistd.h>
 
-namespace test {
+namespace soak {
 
 long heapBytes() {
     const struct mallinfo2 info = mallinfo2();
@@ -18,4 +18,4 @@ long residentBytes() {
     return file >> all >> resident ? resident * sysconf(_SC_PAGESIZE) : -1;
 }
 
-} // namespace test
+} // namespace soak
