@@ -35,7 +35,7 @@ class Stopwatch final : public platform::TimeSource {
     explicit Stopwatch(std::function<void()> new_pause) : pause(std::move(new_pause)) {
         platform::setTimeSource(this);
     }
-    ~Stopwatch() override { platform::setTimeSource(nullptr); }
+    ~Stopwatch() { platform::setTimeSource(nullptr); }
     Stopwatch(const Stopwatch &) = delete;
     Stopwatch &operator=(const Stopwatch &) = delete;
 
