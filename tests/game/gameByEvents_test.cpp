@@ -1,5 +1,6 @@
 // Whole games without a window, each in a process of its own: a process plays one game.
 
+#include "demo/GamePlayer.h"
 #include "game/Button.h"
 #include "game/GameOver.h"
 #include "game/LevelManager.h"
@@ -11,7 +12,6 @@
 #include "selvane/loop/GameManager.h"
 #include "selvane/resources/Sprite.h"
 #include "support/EngineTest.h"
-#include "support/GamePlayer.h"
 #include "support/environment.h"
 
 #include <algorithm>
@@ -23,10 +23,10 @@
 
 namespace {
 
-using test::GamePlayer;
-using test::inWorld;
-using test::Plan;
-using test::Stage;
+using demo::GamePlayer;
+using demo::inWorld;
+using demo::Plan;
+using demo::Stage;
 namespace fs = std::filesystem;
 
 constexpr int no_way = 3; // Exit status of a game in which the targets stood in each other's way.
@@ -136,7 +136,7 @@ std::string join(const std::vector<std::string> &parts) {
 
 class GameByEvents : public test::EngineTest {
   protected:
-    using Tweak = std::function<void(GamePlayer &, test::Hands &)>;
+    using Tweak = std::function<void(GamePlayer &, demo::Hands &)>;
 
     GameByEvents() {
         fs::copy(SPRITES, "sprites");
@@ -149,7 +149,7 @@ class GameByEvents : public test::EngineTest {
                                    "window_vertical_chars:40,random_seed:" +
                                        std::to_string(game.seed) + ",");
         prepareLog();
-        static test::EventHands hands(game.press);
+        static demo::EventHands hands(game.press);
         static GamePlayer &player = *new GamePlayer(hands, game.plan, game.last_level);
         // The level begins at any distance from the timer's next tick.
         player.look_steps = 2 + game.seed % 30;
@@ -315,7 +315,7 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto &damage) { return damage.param.name; });
 
 TEST_F(GameByEvents, each_screen_has_an_ear_for_its_own_key_alone) {
-    play({}, [&](GamePlayer &new_player, test::Hands &hands) {
+    play({}, [&](GamePlayer &new_player, demo::Hands &hands) {
         new_player.instead = [&](Stage stage) {
             if (stage == Stage::SPLASH)
                 return false;
@@ -337,7 +337,7 @@ TEST_F(GameByEvents, each_screen_has_an_ear_for_its_own_key_alone) {
 
 TEST_F(GameByEvents, a_click_on_the_button_when_the_time_is_up_ends_it_at_once) {
     const GamePlayer &player =
-        play({Plan::WAIT, 1}, [](GamePlayer &new_player, test::Hands &hands) {
+        play({Plan::WAIT, 1}, [](GamePlayer &new_player, demo::Hands &hands) {
             new_player.on_sight = [&](Stage stage) {
                 if (stage != Stage::LOST)
                     return;

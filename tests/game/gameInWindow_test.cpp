@@ -1,11 +1,11 @@
 // Whole games in a real window, with keys and a mouse that go through an X server.
 
+#include "demo/GamePlayer.h"
+#include "demo/XHands.h"
 #include "game/LevelManager.h"
 #include "game/playGame.h"
-#include "support/GamePlayer.h"
 #include "support/ScreenText.h"
 #include "support/WindowTest.h"
-#include "support/XHands.h"
 #include "support/environment.h"
 
 #include <algorithm>
@@ -17,10 +17,10 @@
 
 namespace {
 
+using demo::GamePlayer;
+using demo::Plan;
+using demo::Stage;
 using sv::Keyboard;
-using test::GamePlayer;
-using test::Plan;
-using test::Stage;
 namespace fs = std::filesystem;
 
 using Lines = std::vector<std::string>;
@@ -96,7 +96,7 @@ class GameInWindow : public test::WindowTest {
         server->releaseKey(key);
     }
 
-    std::optional<test::XHands> hands;
+    std::optional<demo::XHands> hands;
     std::function<void(Stage)> on_sight;
     GamePlayer *p_player = nullptr;
 

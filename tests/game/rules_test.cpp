@@ -1,3 +1,4 @@
+#include "demo/GamePlayer.h"
 #include "game/Button.h"
 #include "game/GameOver.h"
 #include "game/GameStart.h"
@@ -10,7 +11,6 @@
 #include "selvane/input/InputManager.h"
 #include "selvane/loop/GameManager.h"
 #include "support/EngineTest.h"
-#include "support/GamePlayer.h"
 #include "support/printing.h"
 
 #include <array>
@@ -18,8 +18,8 @@
 
 namespace {
 
+using demo::inWorld;
 using sv::Vector;
-using test::inWorld;
 
 class GameRules : public test::EngineTest {
   protected:
@@ -45,7 +45,7 @@ class GameRules : public test::EngineTest {
     static void startAndPress(std::initializer_list<sv::Keyboard::Key> keys) {
         new GameStart;
         for (const auto key : keys)
-            test::EventHands().pressKey(key);
+            demo::EventHands().pressKey(key);
     }
 
     template<typename Made>

@@ -1,8 +1,8 @@
 /// A real window on an X server of the test's own, and what it shows.
 #pragma once
 
+#include "demo/XServer.h"
 #include "support/EngineTest.h"
-#include "support/XServer.h"
 
 #include <SFML/Graphics/Image.hpp>
 #include <optional>
@@ -25,7 +25,7 @@ class WindowTest : public EngineTest {
 
     static void configure(const std::string &settings);
 
-    std::optional<XServer> server;
+    std::optional<demo::XServer> server;
 };
 
 /// How far two pictures are apart.

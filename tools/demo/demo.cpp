@@ -3,12 +3,12 @@
 //   selvane_demo FOLDER [lose]
 // It is to be started in the folder that the game runs in. Exit status 0 if the game went as meant.
 
+#include "demo/GamePlayer.h"
+#include "demo/XHands.h"
+#include "demo/XServer.h"
 #include "game/LevelManager.h"
 #include "game/playGame.h"
 #include "selvane/display/DisplayManager.h"
-#include "support/GamePlayer.h"
-#include "support/XHands.h"
-#include "support/XServer.h"
 
 #include <SFML/Graphics/RenderWindow.hpp>
 #include <SFML/Graphics/Texture.hpp>
@@ -55,9 +55,9 @@ class Album {
 
 /// Has every screen photographed, and everything said that the player does. What it is given is to
 /// live as long as the game.
-void accompany(test::GamePlayer &player, test::XServer &server, Album &album) {
-    player.on_sight = [&album](test::Stage stage) {
-        if (stage != test::Stage::SPLASH)
+void accompany(demo::GamePlayer &player, demo::XServer &server, Album &album) {
+    player.on_sight = [&album](demo::Stage stage) {
+        if (stage != demo::Stage::SPLASH)
             album.add(nameOf(stage));
     };
     player.on_action = [&player, &album, shots = 0](const std::string &what) mutable {
@@ -67,10 +67,10 @@ void accompany(test::GamePlayer &player, test::XServer &server, Album &album) {
             album.add("aiming");
     };
     // Asked once in each step, from the one on in which the player would act.
-    player.instead = [&, asked = 0](test::Stage stage) mutable {
-        if (stage == test::Stage::SPLASH && ++asked == splash_steps - player.look_steps)
+    player.instead = [&, asked = 0](demo::Stage stage) mutable {
+        if (stage == demo::Stage::SPLASH && ++asked == splash_steps - player.look_steps)
             album.add(nameOf(stage));
-        if (stage == test::Stage::TITLE && asked > 0) {
+        if (stage == demo::Stage::TITLE && asked > 0) {
             asked = 0;
             server.enterWindow(); // Keys go to the window that the pointer is in.
         }
@@ -79,16 +79,16 @@ void accompany(test::GamePlayer &player, test::XServer &server, Album &album) {
 }
 
 int play(const std::filesystem::path &folder, bool to_win) {
-    test::XServer server;
+    demo::XServer server;
     if (!server.isRunning()) {
         std::cerr << "selvane_demo: no display of its own could be started; is Xvfb installed?\n";
         return 1;
     }
     Album album(folder);
-    test::XHands hands(server);
+    demo::XHands hands(server);
     // Never deleted; and kept where the leak check sees it.
-    static test::GamePlayer *p_player = nullptr;
-    p_player = new test::GamePlayer(hands, to_win ? test::Plan::RIGHT : test::Plan::NO_SHOT,
+    static demo::GamePlayer *p_player = nullptr;
+    p_player = new demo::GamePlayer(hands, to_win ? demo::Plan::RIGHT : demo::Plan::NO_SHOT,
                                     to_win ? LAST_LEVEL : 1);
     p_player->look_steps = 15;
     p_player->aim_steps = 5;

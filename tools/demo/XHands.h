@@ -1,10 +1,10 @@
 /// Hands in front of a real window: keys and mouse go through the X server.
 #pragma once
 
-#include "support/GamePlayer.h"
-#include "support/XServer.h"
+#include "demo/GamePlayer.h"
+#include "demo/XServer.h"
 
-namespace test {
+namespace demo {
 
 class XHands : public Hands {
   public:
@@ -23,4 +23,4 @@ class XHands : public Hands {
     XServer &server;
 };
 
-} // namespace test
+} // namespace demo

@@ -1,13 +1,13 @@
-#include "support/XServer.h"
-
-#include "support/environment.h"
-#include "support/waitUntil.h"
+#include "demo/XServer.h"
 
 #include <X11/Xlib.h>
 #include <X11/extensions/XTest.h>
+#include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <fcntl.h>
 #include <sys/prctl.h>
+#include <thread>
 #include <unistd.h>
 
 /// Instead of the system's, and does nothing: graphics drivers stay in memory, so that what they
@@ -16,7 +16,7 @@ extern "C" int dlclose(void * /*handle*/) noexcept {
     return 0;
 }
 
-namespace test {
+namespace demo {
 
 namespace {
 
@@ -30,7 +30,7 @@ std::vector<std::string> serverCommand(int width, int height, int answer,
     return command;
 }
 
-/// Replaces the process by the server. It is told to end when the test's process has, however that
+/// Replaces the process by the server. It is told to end when this process has, however that
 /// came about; not before, since the windowing library speaks to it until then.
 [[noreturn]] void becomeServer(const std::vector<std::string> &command) {
     prctl(PR_SET_PDEATHSIG, SIGTERM);
@@ -80,12 +80,21 @@ struct XServer::Connection {
             XFree(children);
         return found;
     }
+
+    /// False if there is none after 20 seconds.
+    bool waitForWindow() const {
+        using namespace std::chrono;
+        const auto deadline = steady_clock::now() + seconds(20);
+        while (window() == 0 && steady_clock::now() < deadline)
+            std::this_thread::sleep_for(milliseconds(1));
+        return window() != 0;
+    }
 };
 
 XServer::XServer(int width, int height, std::vector<std::string> arguments, bool is_visited)
     : connection(std::make_unique<Connection>()) {
     // One thread of software drawing: the pictures then do not hang on the number of cores.
-    setEnvironment("LP_NUM_THREADS", "1");
+    setenv("LP_NUM_THREADS", "1", 1);
     int answer[2];
     if (pipe(answer) != 0)
         return;
@@ -98,7 +107,7 @@ XServer::XServer(int width, int height, std::vector<std::string> arguments, bool
     close(answer[0]);
     if (number.empty())
         return;
-    setEnvironment("DISPLAY", ":" + number);
+    setenv("DISPLAY", (":" + number).c_str(), 1);
     if (is_visited)
         connection->display = XOpenDisplay(nullptr);
 }
@@ -106,7 +115,7 @@ XServer::XServer(int width, int height, std::vector<std::string> arguments, bool
 XServer::~XServer() {
     if (connection->display != nullptr)
         XCloseDisplay(connection->display);
-    clearEnvironment("DISPLAY");
+    unsetenv("DISPLAY");
 }
 
 bool XServer::isRunning() const {
@@ -114,7 +123,7 @@ bool XServer::isRunning() const {
 }
 
 bool XServer::enterWindow() {
-    if (!waitUntil([this] { return connection->window() != 0; }))
+    if (!connection->waitForWindow())
         return false;
     // A move to where the pointer is already would be none.
     movePointer(1, 1);
@@ -196,4 +205,4 @@ std::string XServer::windowTitle() const {
     return title;
 }
 
-} // namespace test
+} // namespace demo

@@ -1,6 +1,6 @@
-/// An X server without a screen for one test, and the hands of a person in front of it: keys,
-/// mouse, and the close button. While this lives DISPLAY names the server, which itself lives as
-/// long as the process.
+/// An X server without a screen, and the hands of a person in front of it: keys, mouse, and the
+/// close button. While this lives DISPLAY names the server, which itself lives as long as the
+/// process.
 ///
 /// There is no window manager: keys go to the window that the pointer is in. Coordinates are pixels
 /// of the one window that is open, from its upper left corner.
@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace test {
+namespace demo {
 
 class XServer {
   public:
@@ -56,4 +56,4 @@ class XServer {
     std::unique_ptr<Connection> connection;
 };
 
-} // namespace test
+} // namespace demo

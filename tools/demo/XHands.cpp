@@ -1,10 +1,10 @@
-#include "support/XHands.h"
+#include "demo/XHands.h"
 
 #include "selvane/display/DisplayManager.h"
 
 #include <cmath>
 
-namespace test {
+namespace demo {
 
 void XHands::moveMouse(sv::Vector to) {
     const sv::Vector pixel = sv::spacesToPixels(to);
@@ -18,4 +18,4 @@ std::string XHands::nameOf(sv::Keyboard::Key key) {
     return {static_cast<char>('a' + key - sv::Keyboard::A)};
 }
 
-} // namespace test
+} // namespace demo

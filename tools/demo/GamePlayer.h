@@ -17,7 +17,7 @@
 #include <string>
 #include <vector>
 
-namespace test {
+namespace demo {
 
 /// The objects of that class that are in the world.
 template<typename Wanted>
@@ -153,4 +153,4 @@ class GamePlayer : public sv::Object {
     bool is_stuck = false;
 };
 
-} // namespace test
+} // namespace demo

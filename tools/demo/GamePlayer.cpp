@@ -1,4 +1,4 @@
-#include "support/GamePlayer.h"
+#include "demo/GamePlayer.h"
 
 #include "game/Button.h"
 #include "game/GameOver.h"
@@ -21,7 +21,7 @@
 #include <cmath>
 #include <utility>
 
-namespace test {
+namespace demo {
 
 namespace {
 
@@ -266,7 +266,7 @@ sv::Vector GamePlayer::aimAtButton() {
 
 std::optional<std::vector<sv::Vector>> GamePlayer::aimAtRight(int count) {
     std::vector<sv::Vector> found;
-    if (!test::aim(inWorld<Shape>(), count, found))
+    if (!demo::aim(inWorld<Shape>(), count, found))
         return std::nullopt;
     return found;
 }
@@ -339,4 +339,4 @@ void GamePlayer::shoot() {
     }
 }
 
-} // namespace test
+} // namespace demo
