@@ -62,9 +62,9 @@ std::string describe(const Sight &sight) {
     std::string text = nameOf(sight.stage);
     if (!sight.p_screen || sight.p_screen->getViewString().empty())
         return text;
-    text += ": " + sight.p_screen->getViewString();
+    text.append(": ").append(sight.p_screen->getViewString());
     if (sight.p_screen->getDrawValue())
-        text += " " + std::to_string(sight.p_screen->getValue());
+        text.append(" ").append(std::to_string(sight.p_screen->getValue()));
     return text;
 }
 
