@@ -257,6 +257,8 @@ TEST_F(Mistake, refused_objects_stay_out) {
     Counted early;
     prepareLog();
     ASSERT_EQ(game().startUp(), 0);
+    EXPECT_NE(logText().find("Object 1 was made while the engine was not started"),
+              std::string::npos);
     EXPECT_EQ(early.setBox({{0, 0}, 3, 3}), 0);
     EXPECT_EQ(early.setActive(false), 0);
     EXPECT_EQ(early.setActive(true), 0);

@@ -81,6 +81,7 @@ int WorldManager::startUp() {
     if (scene_graph.startUp() != 0)
         return logFailure("WorldManager::startUp(): Error! Unable to startup Scenegraph");
     Manager::startUp();
+    warnOfEarly();
     LogManager::getInstance().writeLog(5, "WorldManager::startUp(): successfully started.");
     return 0;
 }
@@ -124,17 +125,19 @@ int WorldManager::insertObject(Object *p_o) {
     LogManager &log = LogManager::getInstance();
     log.writeLog(2, "WorldManager::insertObject(): Warning! Not adding Object %d", p_o->getId());
     log.writeLog(2, "                              because WorldManager not started.");
-    warnOfEarly(p_o);
+    if (early_id == 0 && !is_stopping)
+        early_id = p_o->getId();
     return -1;
 }
 
-void WorldManager::warnOfEarly(const Object *p_o) {
-    if (is_stopping || std::exchange(early_is_said, true))
+/// Said when the world starts, since the log is hardly open before.
+void WorldManager::warnOfEarly() {
+    if (early_id == 0 || std::exchange(early_is_said, true))
         return;
-    LogManager::getInstance().writeLog("WorldManager::insertObject(): Warning! Object %d was made "
-                                       "while the engine is not started, "
-                                       "and stays out of the world: it is neither moved nor drawn.",
-                                       p_o->getId());
+    LogManager::getInstance().writeLog(
+        "WorldManager: Warning! Object %d was made while the engine was not started, and stays out "
+        "of the world: it is neither moved nor drawn.",
+        early_id);
 }
 
 int WorldManager::removeObject(Object *p_o) {

@@ -122,7 +122,7 @@ class WorldManager : public Manager {
     WorldManager();
 
     static int refuseDead(const char *operation, const Object *p_o);
-    void warnOfEarly(const Object *p_o);
+    void warnOfEarly();
     void warnOfDelete(const Object *p_o);
     void warnOfTakingOut(const Object *p_o);
     void dispose(Object *p_o);
@@ -142,6 +142,7 @@ class WorldManager : public Manager {
     bool is_stopping = false;
     bool is_disposing = false;
     // Each warning is said once: its cause may come again in every step.
+    int early_id = 0; // Of the first object that was made while not started, until that is said.
     bool early_is_said = false;
     bool delete_is_said = false;
     bool taking_out_is_said = false;
