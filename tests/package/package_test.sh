@@ -64,7 +64,8 @@ games_build_by_the_debian_package() {
     local package=("$work"/packages/libselvane-dev_*"_$(dpkg --print-architecture).deb")
     [ -e "${package[0]}" ] || fail "another package was made: $(ls "$work/packages")"
     for name in libsfml-dev libx11-dev fonts-inconsolata; do
-        [[ " $(dpkg-deb -f "${package[0]}" Depends)," == *" $name"[\ ,]* ]] || fail "does not depend on $name"
+        [[ " $(dpkg-deb -f "${package[0]}" Depends)," == *" $name"[\ ,]* ]] ||
+            fail "does not depend on $name"
     done
     dpkg-deb -x "${package[0]}" "$work/root"
     holds_only_the_engine "$work/root"
