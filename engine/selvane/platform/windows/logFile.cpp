@@ -1,6 +1,9 @@
 #include "selvane/platform/logFile.h"
 
+#include <fcntl.h>
+#include <io.h>
 #include <share.h>
+#include <sys/stat.h>
 
 namespace sv::platform {
 
@@ -13,7 +16,11 @@ LogFile openLog(const std::string &name) {
 }
 
 std::FILE *openNewLog(const std::string &name) {
-    return _fsopen(name.c_str(), "wx", _SH_DENYNO);
+    int file = -1;
+    const int flags = _O_WRONLY | _O_CREAT | _O_EXCL | _O_APPEND | _O_TEXT;
+    if (_sopen_s(&file, name.c_str(), flags, _SH_DENYNO, _S_IREAD | _S_IWRITE) != 0)
+        return nullptr;
+    return _fdopen(file, "a");
 }
 
 } // namespace sv::platform
