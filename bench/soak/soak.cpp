@@ -15,6 +15,7 @@
 #include "selvane/loop/GameManager.h"
 #include "selvane/network/NetworkManager.h"
 #include "selvane/platform/ManualTime.h"
+#include "selvane/platform/sockets.h"
 #include "selvane/resources/ResourceManager.h"
 #include "selvane/world/ViewObject.h"
 #include "selvane/world/WorldManager.h"

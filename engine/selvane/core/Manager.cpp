@@ -96,6 +96,8 @@ int Manager::deliver(const Event *p_event, const std::string &event_type) {
         ObjectList receivers = interests[row].obj_list;
         const ObjectWatch watch(receivers);
         for (Object *p_o : receivers) {
+            if (nested_events.isReached())
+                return called;
             if (!p_o || !p_o->isActive())
                 continue;
             p_o->eventHandler(p_event);

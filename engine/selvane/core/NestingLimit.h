@@ -1,15 +1,15 @@
-/// Ends a recursion that runs through a game's handlers and has no end of its own. No game nests
-/// calls this deep on purpose, and the stack still has room here.
+/// Ends a recursion that runs through a game's handlers and has no end of its own. The limit is
+/// deeper than chain reactions go, and leaves room on a stack of a megabyte.
 ///
 /// Beyond the limit every call is refused until the outermost one has returned: with two handlers
-/// that each call twice, refusing the deepest calls alone would leave 2^100 of them.
+/// that each call on, refusing the deepest calls alone would leave 2^500 of them.
 #pragma once
 
 namespace sv {
 
 class NestingLimit {
   public:
-    static constexpr int MOST = 100;
+    static constexpr int MOST = 500;
 
     /// One call, while it lives.
     class Call {
@@ -30,6 +30,9 @@ class NestingLimit {
       private:
         NestingLimit &limit;
     };
+
+    /// Whether calls are refused until the outermost has returned.
+    bool isReached() const { return is_reached; }
 
     /// True the first time: what is refused in every step needs no line in every step.
     bool isNews() {

@@ -5,6 +5,7 @@
 #include "selvane/core/EventStep.h"
 #include "selvane/core/LogManager.h"
 #include "selvane/core/ObjectWatch.h"
+#include "selvane/core/RaisedFlag.h"
 #include "selvane/display/DisplayManager.h"
 #include "selvane/input/InputManager.h"
 #include "selvane/loop/FramePace.h"
@@ -103,13 +104,6 @@ void fitWorldToWindow() {
     world.fitToWindow();
 }
 
-/// At the end of the process no handler is running any more, even if one has called exit(): a
-/// global's destructor may still stop the engine.
-void endHandlersAtExit() {
-    static const int registered = std::atexit(ObjectWatch::endAll);
-    static_cast<void>(registered);
-}
-
 void seedRandom() {
     int seed = Config::getInstance().getRandomSeed();
     if (seed == 0)
@@ -138,9 +132,11 @@ bool GameManager::isValid(const std::string &event_type) const {
 int GameManager::startUp() {
     if (isStarted())
         return refuseSecondStart();
+    [[maybe_unused]] static const int registered = std::atexit([] { getInstance().endAtExit(); });
     if (is_start_failed)
         shutDown();
     is_start_failed = true; // Until it has not.
+    is_stop_wanted = false;
     is_stopped_by_run = false;
     Config &config = Config::getInstance();
     config.loadConfig("");
@@ -189,8 +185,16 @@ void GameManager::shutDown() {
         stopManagers();
 }
 
+/// At the end of the process no handler is running any more, even if one has called exit(), and
+/// nobody else does what it has asked for.
+void GameManager::endAtExit() {
+    ObjectWatch::endAll();
+    if (is_stop_wanted)
+        stopManagers();
+}
+
 void GameManager::stopManagers() {
-    is_stopping = true;
+    const RaisedFlag stopping(is_stopping);
     is_stop_wanted = false;
     is_start_failed = false;
     LogManager &log = LogManager::getInstance();
@@ -210,7 +214,6 @@ void GameManager::stopManagers() {
     log.shutDown();
     Manager::shutDown();
     WorldManager::getInstance().setWindow({});
-    is_stopping = false;
 }
 
 void GameManager::run() {
@@ -220,11 +223,14 @@ void GameManager::run() {
         return;
     }
     if (ObjectWatch::isAny()) {
-        logFailure("GameManager::run(): Error! Called from a handler, draw() or destructor of an "
-                   "object. Ignored. The loop that called it goes on.");
+        if (!std::exchange(nested_run_is_said, true))
+            logFailure("GameManager::run(): Error! Called from a handler, draw() or destructor of "
+                       "an object. Ignored. The loop that called it goes on.");
         return;
     }
-    endHandlersAtExit();
+    // A handler that calls exit() never returns: globals whose destructors come after this are free
+    // to stop the engine. For the others there is endAtExit().
+    [[maybe_unused]] static const int registered = std::atexit(ObjectWatch::endAll);
     if (!is_stop_wanted)
         runLoop();
     if (is_stop_wanted) {

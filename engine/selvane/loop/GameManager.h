@@ -25,7 +25,8 @@ class GameManager : public Manager {
 
     /// Stops the managers, last started first, and with them ends the game. Called from a handler,
     /// a draw() or a destructor of an object it ends the game, and run() stops the managers when
-    /// the step has ended.
+    /// the step has ended; without a run(), a later call does. Not to be called from an object's
+    /// constructor, which would go on with a deleted object: setGameOver() is.
     void shutDown() override;
 
     /// Runs step after step until the game is over. May be called again: each call begins at step
@@ -49,6 +50,7 @@ class GameManager : public Manager {
 
     int startManagers();
     void stopManagers();
+    void endAtExit();
     void runLoop();
     void runStep(Clock &clock, FramePace &pace);
     void serviceNetwork(const Clock &clock, const FramePace &pace);
@@ -61,6 +63,7 @@ class GameManager : public Manager {
     bool is_stopping = false;
     bool is_stop_wanted = false; // By a handler: run() does it.
     bool is_stopped_by_run = false;
+    bool nested_run_is_said = false;
 };
 
 } // namespace sv

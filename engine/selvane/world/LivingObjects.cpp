@@ -4,22 +4,17 @@
 
 namespace sv {
 
-void LivingObjects::add(const Object *p_o, bool is_made_by_new) {
+void LivingObjects::add(const Object *p_o) {
     try {
-        lives[p_o] = {next_number++, is_made_by_new, false};
+        lives[p_o] = {next_number++, false};
     } catch (const std::bad_alloc &) {
         return;
     }
 }
 
-bool LivingObjects::isMadeByNew(const Object *p_o) const {
-    const Life *life = find(p_o);
-    return life && life->is_made_by_new;
-}
-
-void LivingObjects::setTakenOut(const Object *p_o) {
+void LivingObjects::setTakenOut(const Object *p_o, bool is_taken_out) {
     if (const auto found = lives.find(p_o); found != lives.end())
-        found->second.is_taken_out = true;
+        found->second.is_taken_out = is_taken_out;
 }
 
 bool LivingObjects::isTakenOut(const Object *p_o) const {

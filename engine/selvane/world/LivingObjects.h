@@ -14,17 +14,14 @@ class Object;
 class LivingObjects {
   public:
     /// Without memory the object stays unknown, and the world refuses it like a dead one.
-    void add(const Object *p_o, bool is_made_by_new);
+    void add(const Object *p_o);
     void remove(const Object *p_o) { lives.erase(p_o); }
 
     /// An object that was made since at the same address answers for a dead one.
     bool contains(const Object *p_o) const { return lives.contains(p_o); }
 
-    /// Whether the object may be deleted.
-    bool isMadeByNew(const Object *p_o) const;
-
-    /// That the world has taken out an object which it may not delete.
-    void setTakenOut(const Object *p_o);
+    /// Whether the world has taken out an object which it may not delete.
+    void setTakenOut(const Object *p_o, bool is_taken_out);
     bool isTakenOut(const Object *p_o) const;
 
     /// Objects have numbers in the order of their making; this is the next one's.
@@ -34,7 +31,6 @@ class LivingObjects {
   private:
     struct Life {
         std::uint64_t number;
-        bool is_made_by_new;
         bool is_taken_out;
     };
 

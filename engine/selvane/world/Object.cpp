@@ -57,7 +57,7 @@ void warnIfMisspelt(const std::string &event_type) {
 
 Object::Object() : id(takeNextId()) {
     shape.setType(UNDEFINED_SHAPE);
-    WorldManager::getInstance().greet(this, claimNewBlock());
+    WorldManager::getInstance().greet(this);
 }
 
 Object::~Object() {
@@ -380,9 +380,13 @@ int Object::unregisterInterest(const std::string &event_type) {
 void Object::stepPath() {
     if (!follow_path)
         return;
+    Object *p_me = this; // An override of setPosition() may delete it.
+    const ObjectWatch watch(p_me);
     // No more than it has now: an override that puts each one back would never let the step end.
-    for (std::size_t most = path.waypoints.size(); most > 0 && takeWaypoint(); --most) {
+    for (std::size_t most = path.waypoints.size(); most > 0 && takeWaypoint(p_me); --most) {
     }
+    if (!p_me)
+        return;
     const auto &ahead = getPath().waypoints;
     if (!ahead.empty()) {
         turn(normalized(ahead.front() - position));
@@ -393,8 +397,8 @@ void Object::stepPath() {
     setFollowPath(false);
 }
 
-/// Takes the object to its next waypoint, if there is one in reach; whether it did.
-bool Object::takeWaypoint() {
+/// Takes the object to its next waypoint, if there is one in reach; whether it did and still lives.
+bool Object::takeWaypoint(Object *const &p_me) {
     // Three quarters of a step's travel: nearer than that, the next step would overshoot, whatever
     // the speed.
     constexpr float reach = 3 * 0.25F;
@@ -406,6 +410,8 @@ bool Object::takeWaypoint() {
         return false;
     path_is_new = false;
     setPosition(next);
+    if (!p_me)
+        return false;
     setModified(Attribute::PATH);
     // An override may have installed another path. All of that is still ahead, unless it begins
     // with the waypoint just reached.

@@ -3,8 +3,8 @@
 ///
 /// An object files itself with the world manager when it is made and takes itself out when it is
 /// destroyed. Game code makes one with `new` and never deletes it: the world manager does, after
-/// WorldManager::markForDelete() or at its shut-down. One that is a variable or a member lives in
-/// the world like the others and is taken out instead; an object in a std::unique_ptr would be
+/// WorldManager::markForDelete() or at its shut-down. One that is a variable or a plain member
+/// lives in the world like the others and is taken out instead; one in a std::unique_ptr would be
 /// deleted twice. Game-loop thread only.
 #pragma once
 
@@ -103,16 +103,21 @@ class Object {
     Object(const Object &) = delete;
     Object &operator=(const Object &) = delete;
 
-    // What C++ has for `new`, except that the world learns which objects it may delete. An array of
-    // objects is none of them, and does not compile.
+    // What C++ has for `new`, except that the world learns which objects it may delete: not those
+    // of a class with an operator new of its own, or of `::new`. An array of objects does not
+    // compile.
     static void *operator new(std::size_t size);
     static void *operator new(std::size_t size, const std::nothrow_t &) noexcept;
     static void *operator new(std::size_t size, std::align_val_t alignment);
+    static void *operator new(std::size_t size, std::align_val_t alignment,
+                              const std::nothrow_t &) noexcept;
     static void *operator new(std::size_t /*size*/, void *place) noexcept { return place; }
     static void *operator new[](std::size_t size) = delete;
     static void operator delete(void *p_block) noexcept;
     static void operator delete(void *p_block, const std::nothrow_t &) noexcept;
     static void operator delete(void *p_block, std::align_val_t alignment) noexcept;
+    static void operator delete(void *p_block, std::align_val_t alignment,
+                                const std::nothrow_t &) noexcept;
     static void operator delete(void * /*p_block*/, void * /*place*/) noexcept {}
 
     /// From 1 in the order of making. Objects made after this one get ids above `new_id`.
@@ -233,7 +238,12 @@ class Object {
     /// The types it registered for, in that order.
     const std::vector<std::string> &getInterests() const { return event_name; }
 
-    // Called by the world manager once a step, after the object's move.
+    // Called by the world manager.
+
+    /// Whether the world may delete it.
+    bool isMadeByNew() const;
+
+    // Once a step, after the object's move.
 
     /// Turns it towards its next waypoint, past those that it has reached.
     void stepPath();
@@ -248,14 +258,13 @@ class Object {
     /// What the log says once for each object, since it may be true in every step.
     enum class Notice { NO_SPEED, NOT_FINITE, TOLD_TWICE, TOO_MANY_EVENTS };
 
-    bool claimNewBlock() const;
     bool isNews(Notice notice);
     bool isRefused(const char *name, Vector value);
     bool isFiled() const { return filings > 0; }
     void setModified(Attribute attribute) { modified.set(static_cast<std::size_t>(attribute)); }
     int refile(const Box &new_box);
     void turn(Vector new_direction);
-    bool takeWaypoint();
+    bool takeWaypoint(Object *const &p_me);
     void dropPassed() const;
     bool isSearching() const;
     int startSearch(Vector to, const Object *p_target);

@@ -4,7 +4,6 @@
 #include "selvane/core/text.h"
 #include "selvane/world/geometry.h"
 
-#include <algorithm>
 #include <new>
 
 namespace sv {
@@ -68,8 +67,8 @@ int SceneGraph::insertObject(Object *p_o) {
 int SceneGraph::removeObject(Object *p_o) {
     const bool is_removed = remove(p_o) == 0;
     if (!is_removed || p_o->filings > 1)
-        removeEverywhere(p_o);
-    p_o->filings = std::max(0, p_o->filings - 1);
+        purge(p_o);
+    p_o->filings = 0;
     if (is_removed)
         return 0;
     return logFailure("SceneGraph::removeObject(): Error removing Object (id %d)! Pointer is %p.",
@@ -91,18 +90,18 @@ int SceneGraph::remove(Object *p_o) {
 
 /// An object that was not filed as its fields say, or more than once, may stand in a list that
 /// remove() has not looked through to the end, and a list must not keep what is gone.
-void SceneGraph::removeEverywhere(const Object *p_o) {
-    const auto purge = [p_o](ObjectList &list) {
+void SceneGraph::purge(const Object *p_o) {
+    const auto purge_list = [p_o](ObjectList &list) {
         while (list.remove(p_o) == 0) {
         }
     };
-    purge(objects);
-    purge(solid_objects);
-    purge(inactive_objects);
+    purge_list(objects);
+    purge_list(solid_objects);
+    purge_list(inactive_objects);
     for (ObjectList &layer : visible_objects)
-        purge(layer);
+        purge_list(layer);
     for (auto &[type, list] : types)
-        purge(list);
+        purge_list(list);
     std::erase_if(types, [](const auto &entry) { return entry.second.isEmpty(); });
 }
 

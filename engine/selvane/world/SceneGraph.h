@@ -37,6 +37,9 @@ class SceneGraph {
     /// Takes the object out of every list, also out of those that it should not be in.
     int removeObject(Object *p_o);
 
+    /// Takes an object out of every list by its address alone: it need not live.
+    void purge(const Object *p_o);
+
     // To be called before the object's own field changes.
 
     int updateActive(Object *p_o, bool new_active);
@@ -73,7 +76,6 @@ class SceneGraph {
     int deactivate(Object *p_o);
     int activate(Object *p_o);
     int remove(Object *p_o);
-    void removeEverywhere(const Object *p_o);
     ObjectList &layerOf(const Object *p_o);
 
     static bool is_game_over;

@@ -3,6 +3,7 @@
 #include "selvane/core/Event.h"
 #include "selvane/core/LogManager.h"
 #include "selvane/core/ObjectWatch.h"
+#include "selvane/core/RaisedFlag.h"
 #include "selvane/display/DisplayManager.h"
 #include "selvane/path/PathManager.h"
 #include "selvane/world/Object.h"
@@ -10,6 +11,8 @@
 #include "selvane/world/geometry.h"
 
 #include <exception>
+#include <set>
+#include <string>
 #include <utility>
 
 namespace sv {
@@ -19,27 +22,18 @@ namespace {
 constexpr float one_third = 0.33333334F;
 constexpr char by_the_step[] = "The step that is under way does it.";
 
-/// True, with a line in the log, while a handler, a draw() or a destructor of an object runs.
+/// True while a handler, a draw() or a destructor of an object runs. The log says so once for each
+/// operation.
 bool isRefusedNow(const char *operation, const char *advice) {
-    if (ObjectWatch::isAny())
+    static auto &said = *new std::set<std::string>;
+    if (!ObjectWatch::isAny())
+        return false;
+    if (said.insert(operation).second)
         logFailure("WorldManager::%s(): Error! Called from a handler, draw() or destructor of an "
                    "object. Ignored. %s",
                    operation, advice);
-    return ObjectWatch::isAny();
+    return true;
 }
-
-/// Sets a flag for as long as it lives.
-class Raised {
-  public:
-    explicit Raised(bool &new_flag) : flag(new_flag), before(std::exchange(new_flag, true)) {}
-    ~Raised() { flag = before; }
-    Raised(const Raised &) = delete;
-    Raised &operator=(const Raised &) = delete;
-
-  private:
-    bool &flag;
-    bool before;
-};
 
 } // namespace
 
@@ -75,6 +69,8 @@ bool WorldManager::isValid(const std::string &event_type) const {
 int WorldManager::startUp() {
     if (isStarted())
         return refuseSecondStart();
+    if (is_stopping)
+        return logFailure("WorldManager::startUp(): Error! Called while it stops. Ignored.");
     deletions.clear();
     fitToWindow();
     view_following = nullptr;
@@ -95,7 +91,7 @@ void WorldManager::fitToWindow() {
 void WorldManager::shutDown() {
     if (isRefusedNow("shutDown", "GameManager::shutDown() waits for the end of the step."))
         return;
-    const Raised stopping(is_stopping);
+    const RaisedFlag stopping(is_stopping);
     Manager::shutDown();
     // From the live lists: a destructor may delete, or move to another list, what a copy would
     // still name. Every object that is disposed of leaves them, so the lists do run empty.
@@ -105,14 +101,15 @@ void WorldManager::shutDown() {
     LogManager::getInstance().writeLog(5, "WorldManager::shutDown(): Successfully stopped.");
 }
 
-void WorldManager::greet(Object *p_o, bool is_made_by_new) {
-    living.add(p_o, is_made_by_new);
+void WorldManager::greet(Object *p_o) {
+    living.add(p_o);
     insertObject(p_o);
 }
 
 void WorldManager::bury(Object *p_o) {
+    forget(p_o);
     if (!living.isTakenOut(p_o))
-        removeObject(p_o);
+        scene_graph.removeObject(p_o);
     warnOfDelete(p_o);
     living.remove(p_o);
 }
@@ -120,6 +117,7 @@ void WorldManager::bury(Object *p_o) {
 int WorldManager::insertObject(Object *p_o) {
     if (!isLiving(p_o))
         return refuseDead("insertObject", p_o);
+    living.setTakenOut(p_o, false);
     if (isStarted())
         return scene_graph.insertObject(p_o);
     LogManager &log = LogManager::getInstance();
@@ -143,11 +141,16 @@ void WorldManager::warnOfEarly() {
 int WorldManager::removeObject(Object *p_o) {
     if (!isLiving(p_o))
         return refuseDead("removeObject", p_o);
+    forget(p_o);
+    return scene_graph.removeObject(p_o);
+}
+
+/// Wherever the world or a search for a path has it, its lists excepted.
+void WorldManager::forget(const Object *p_o) {
     if (view_following == p_o)
         view_following = nullptr;
     deletions.remove(p_o);
     PathManager::getInstance().forget(p_o);
-    return scene_graph.removeObject(p_o);
 }
 
 ObjectList WorldManager::getAllObjects(bool include_inactive) const {
@@ -160,7 +163,7 @@ ObjectList WorldManager::objectsOfType(const std::string &object_type) const {
 }
 
 ObjectList WorldManager::getCollisions(const Object *p_o, Vector where) const {
-    if (!p_o) {
+    if (!isLiving(p_o)) {
         refuseDead("getCollisions", p_o);
         return {};
     }
@@ -221,37 +224,50 @@ void WorldManager::deleteMarked() {
 void WorldManager::disposeOfMarked() {
     const std::uint64_t first_new = living.getNextNumber();
     for (int i = 0; Object *p_o = deletions.at(i);) {
-        if (living.isMadeSince(p_o, first_new))
+        if (living.isMadeSince(p_o, first_new)) {
             ++i;
-        else
-            dispose(p_o); // Which takes it off the list.
+        } else {
+            dispose(p_o); // Which takes it off the list, and maybe others with it.
+            i = 0;
+        }
     }
 }
 
 void WorldManager::dispose(Object *p_o) {
-    const Raised disposing(is_disposing);
+    const RaisedFlag disposing(is_disposing);
     const ObjectWatch destructors;
-    if (living.isMadeByNew(p_o)) {
+    if (!isLiving(p_o)) { // Something else was constructed where it was.
+        forget(p_o);
+        scene_graph.purge(p_o);
+    } else if (p_o->isMadeByNew()) {
         delete p_o;
-        return;
+    } else {
+        takeOut(p_o);
     }
+}
+
+void WorldManager::takeOut(Object *p_o) {
+    forget(p_o);
+    if (living.isTakenOut(p_o))
+        return;
     warnOfTakingOut(p_o);
-    removeObject(p_o);
-    living.setTakenOut(p_o);
+    forgetEverywhere(p_o); // It hears no more, as if it had been deleted.
+    scene_graph.removeObject(p_o);
+    living.setTakenOut(p_o, true);
 }
 
 void WorldManager::warnOfTakingOut(const Object *p_o) {
     if (std::exchange(taking_out_is_said, true))
         return;
-    LogManager::getInstance().writeLog(
-        "WorldManager: Warning! Object %d (%s) was not made by new, so it is not deleted but taken "
-        "out of the world.",
-        p_o->getId(), p_o->getType().c_str());
+    LogManager::getInstance().writeLog("WorldManager: Warning! Object %d (%s) was not made by "
+                                       "Object's new, so it is not deleted but "
+                                       "taken out of the world.",
+                                       p_o->getId(), p_o->getType().c_str());
 }
 
 /// An exception that leaves a constructor destroys its object, and is no mistake.
 void WorldManager::warnOfDelete(const Object *p_o) {
-    if (is_disposing || !ObjectWatch::isAny() || !living.isMadeByNew(p_o) ||
+    if (is_disposing || !ObjectWatch::isAny() || !p_o->isMadeByNew() ||
         std::uncaught_exceptions() > 0 || std::exchange(delete_is_said, true))
         return;
     LogManager::getInstance().writeLog(

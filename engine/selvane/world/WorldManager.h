@@ -47,7 +47,7 @@ class WorldManager : public Manager {
     int removeObject(Object *p_o);
 
     /// The first and the last thing that the world hears of an object: inserts and removes it, too.
-    void greet(Object *p_o, bool is_made_by_new);
+    void greet(Object *p_o);
     void bury(Object *p_o);
 
     /// Whether that is an object, made and not yet destroyed. The pointer may be dead: see
@@ -125,7 +125,9 @@ class WorldManager : public Manager {
     void warnOfEarly();
     void warnOfDelete(const Object *p_o);
     void warnOfTakingOut(const Object *p_o);
+    void forget(const Object *p_o);
     void dispose(Object *p_o);
+    void takeOut(Object *p_o);
     void disposeOfMarked();
     void moveAll();
     int moveLiving(Object *p_o, Vector where);

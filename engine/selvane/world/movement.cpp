@@ -48,6 +48,8 @@ bool collide(Object *const &p_o, ObjectList list, Vector where) {
     const ObjectWatch watch(list);
     bool do_move = true;
     for (Object *const &p_other : list) {
+        if (nested_moves.isReached())
+            return false;
         if (!p_other)
             continue;
         const EventCollision collision(p_o, p_other, where);
@@ -68,11 +70,11 @@ bool collide(Object *const &p_o, ObjectList list, Vector where) {
 bool WorldManager::resolveCollisions(Object *const &p_o, Vector &where) const {
     if (!p_o->isSolid())
         return true;
-    ObjectList list = getCollisions(p_o, where);
+    ObjectList list = scene_graph.getCollisions(p_o, where);
     if (p_o->getSolidness() == HARD && p_o->getAvoidCollisions()) {
         if (const Object *p_obstacle = firstHard(list)) {
             where = slidPosition(p_o, getNormal(p_o, p_obstacle));
-            list = getCollisions(p_o, where);
+            list = scene_graph.getCollisions(p_o, where);
             if (firstHard(list)) {
                 LogManager::getInstance().writeLog(
                     5, "WorldManager::moveObject(): Double collision. Object (avoid obstacles) "
