@@ -96,7 +96,8 @@ int Manager::deliver(const Event *p_event, const std::string &event_type) {
         ObjectList receivers = interests[row].obj_list;
         const ObjectWatch watch(receivers);
         for (Object *p_o : receivers) {
-            if (nested_events.isReached())
+            // The event of a step still reaches who comes after the one that went astray.
+            if (nested_events.isReachedWithin())
                 return called;
             if (!p_o || !p_o->isActive())
                 continue;
@@ -115,7 +116,7 @@ int Manager::registerInterest(Object *p_o, const std::string &event_type) {
         return logFailure("Manager(%s)::registerInterest(): Warning! %p is no living object. "
                           "Ignored.",
                           type.c_str(), static_cast<const void *>(p_o));
-    if (addInterest(p_o, event_type) != 0)
+    if (!p_o || addInterest(p_o, event_type) != 0)
         return -1;
     ++p_o->registrations;
     return 0;

@@ -1,8 +1,8 @@
 /// Ends a recursion that runs through a game's handlers and has no end of its own. The limit is
 /// deeper than chain reactions go, and leaves room on a stack of a megabyte.
 ///
-/// Beyond the limit every call is refused until the outermost one has returned: with two handlers
-/// that each call on, refusing the deepest calls alone would leave 2^500 of them.
+/// Beyond the limit every call is refused, and those under way end early: with two handlers that
+/// each call on, refusing the deepest calls alone would leave 2^500 of them.
 #pragma once
 
 namespace sv {
@@ -31,8 +31,14 @@ class NestingLimit {
         NestingLimit &limit;
     };
 
-    /// Whether calls are refused until the outermost has returned.
+    /// Whether calls are refused, and those under way have to end.
     bool isReached() const { return is_reached; }
+
+    /// The same, but the outermost call goes on as if nothing had been.
+    bool isReachedWithin() {
+        is_reached = is_reached && depth > 1;
+        return is_reached;
+    }
 
     /// True the first time: what is refused in every step needs no line in every step.
     bool isNews() {
