@@ -1,14 +1,12 @@
 #include "selvane/world/Object.h"
 
 #include "selvane/core/Event.h"
-#include "selvane/core/EventPath.h"
 #include "selvane/core/LogManager.h"
 #include "selvane/core/ObjectWatch.h"
 #include "selvane/core/text.h"
 #include "selvane/input/InputManager.h"
 #include "selvane/loop/GameManager.h"
 #include "selvane/network/NetworkManager.h"
-#include "selvane/path/PathManager.h"
 #include "selvane/resources/ResourceManager.h"
 #include "selvane/world/SceneGraph.h"
 #include "selvane/world/WorldManager.h"
@@ -71,25 +69,6 @@ Object::~Object() {
     if (registrations > 0)
         Manager::forgetEverywhere(this);
     ObjectWatch::forget(this);
-}
-
-int Object::eventHandler(const Event *p_event) {
-    if (p_event->getType() != PATH_EVENT)
-        return 0;
-    const auto *p_path_event = dynamic_cast<const EventPath *>(p_event);
-    if (!p_path_event) {
-        LogManager::getInstance().writeLog(
-            "Object::eventHandler(): Error! Dynamic cast to EventPath failed.");
-        return 0;
-    }
-    if (p_path_event->getStatus() == PATH_FOUND) {
-        setPath({p_path_event->getPath(), 0});
-        setFollowPath(true);
-    }
-    // A handler that asked for the next path before it passed the event on keeps that search.
-    if (!(isSearching() && PathManager::getInstance().isTelling(this)))
-        dropPathFind();
-    return 1;
 }
 
 int Object::draw() {
@@ -289,59 +268,6 @@ void Object::setShape(const Shape &new_shape) {
     setModified(Attribute::SHAPE);
 }
 
-void Object::setPath(const Path &new_path) {
-    for (const Vector waypoint : new_path.waypoints)
-        if (isRefused("waypoint", waypoint))
-            return;
-    path = new_path;
-    passed = 0;
-    path_is_new = true;
-    setModified(Attribute::PATH);
-}
-
-const Path &Object::getPath() const {
-    dropPassed();
-    return path;
-}
-
-void Object::setFollowPath(bool new_follow_path) {
-    follow_path = new_follow_path;
-    const auto &ahead = getPath().waypoints;
-    if (!ahead.empty())
-        turn(normalized(ahead.front() - position));
-    setModified(Attribute::FOLLOW_PATH);
-}
-
-int Object::findPath(Vector to) {
-    return startSearch(to, nullptr);
-}
-
-int Object::findPath(const Object *p_target) {
-    if (!p_target)
-        return logFailure("Object::findPath(): Warning! Object %d has no target.", id);
-    if (!WorldManager::getInstance().isLiving(p_target))
-        return logFailure("Object::findPath(): Warning! The target of Object %d, %p, is no living "
-                          "object. Ignored.",
-                          id, static_cast<const void *>(p_target));
-    return startSearch(p_target->getPosition(), p_target);
-}
-
-/// A search whose end is being told to this object is over.
-bool Object::isSearching() const {
-    return path_finder && PathManager::getInstance().isPending(path_finder.get());
-}
-
-int Object::startSearch(Vector to, const Object *p_target) {
-    if (isSearching()) {
-        LogManager::getInstance().writeLog(
-            5, "Object::findPath(): Warning! Object %d is searching already.", id);
-        return -1;
-    }
-    dropPathFind();
-    path_finder = PathManager::getInstance().search(this, to, p_target);
-    return path_finder ? 0 : -1;
-}
-
 int Object::registerInterest(const std::string &event_type) {
     if (event_name.size() >= MAX_OBJ_EVENTS) {
         if (isNews(Notice::TOO_MANY_EVENTS))
@@ -377,81 +303,9 @@ int Object::unregisterInterest(const std::string &event_type) {
     return 0;
 }
 
-void Object::stepPath() {
-    if (!follow_path)
-        return;
-    Object *p_me = this; // An override of setPosition() may delete it.
-    const ObjectWatch watch(p_me);
-    // No more than it has now: an override that puts each one back would never let the step end.
-    for (std::size_t most = path.waypoints.size(); most > 0 && takeWaypoint(p_me); --most) {
-    }
-    if (!p_me)
-        return;
-    const auto &ahead = getPath().waypoints;
-    if (!ahead.empty()) {
-        turn(normalized(ahead.front() - position));
-        sayIfStill();
-        return;
-    }
-    turn({0, 0});
-    setFollowPath(false);
-}
-
-/// Takes the object to its next waypoint, if there is one in reach; whether it did and still lives.
-bool Object::takeWaypoint(Object *const &p_me) {
-    // Three quarters of a step's travel: nearer than that, the next step would overshoot, whatever
-    // the speed.
-    constexpr float reach = 3 * 0.25F;
-    const auto &waypoints = path.waypoints;
-    if (passed == waypoints.size())
-        return false;
-    const Vector next = waypoints[passed];
-    if (distance(position, next) > speed * reach)
-        return false;
-    path_is_new = false;
-    setPosition(next);
-    if (!p_me)
-        return false;
-    setModified(Attribute::PATH);
-    // An override may have installed another path. All of that is still ahead, unless it begins
-    // with the waypoint just reached.
-    if (passed < waypoints.size() && (!path_is_new || waypoints[passed] == next))
-        ++passed;
-    return true;
-}
-
-/// In one go, and only when somebody looks or the step ends: one by one, a path of a million takes
-/// minutes.
-void Object::dropPassed() const {
-    auto &waypoints = path.waypoints;
-    waypoints.erase(waypoints.begin(), waypoints.begin() + static_cast<std::ptrdiff_t>(passed));
-    passed = 0;
-}
-
-/// Counts as a change only if it is one: an object on its path turns in every step.
-void Object::turn(Vector new_direction) {
-    if (new_direction != direction)
-        setDirection(new_direction);
-}
-
-/// Once for each object: it may stand there for as long as the game runs.
-void Object::sayIfStill() {
-    if (speed != 0 || !isNews(Notice::NO_SPEED))
-        return;
-    LogManager::getInstance().writeLog(
-        "Object::stepPath(): Warning! Object %d follows a path with speed 0.", id);
-}
-
 void Object::stepAcceleration() {
     if (acceleration != Vector{})
         setVelocity(getVelocity() + acceleration);
-}
-
-void Object::dropPathFind() {
-    if (!path_finder)
-        return;
-    PathManager::getInstance().remove(path_finder.get());
-    path_finder.reset();
 }
 
 } // namespace sv

@@ -117,9 +117,10 @@ void WorldManager::bury(Object *p_o) {
 int WorldManager::insertObject(Object *p_o) {
     if (!isLiving(p_o))
         return refuseDead("insertObject", p_o);
-    living.setTakenOut(p_o, false);
-    if (isStarted())
+    if (isStarted()) {
+        living.setTakenOut(p_o, false);
         return scene_graph.insertObject(p_o);
+    }
     LogManager &log = LogManager::getInstance();
     log.writeLog(2, "WorldManager::insertObject(): Warning! Not adding Object %d", p_o->getId());
     log.writeLog(2, "                              because WorldManager not started.");
