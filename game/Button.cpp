@@ -31,7 +31,7 @@ void warnIfButtonIsOutside() {
     const int rows = display.getVertical();
     if (columns >= BUTTON_NEEDS_COLUMNS && rows >= BUTTON_NEEDS_ROWS)
         return;
-    sv::LogManager::getInstance().writeLog(
+    sv::logLine(
         "warnIfButtonIsOutside(): Warning! A window of %d x %d cells does not show all of the "
         "button, whose columns answer at every height. Set window_horizontal_chars to %d or more "
         "and window_vertical_chars to %d or more.",

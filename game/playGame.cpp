@@ -12,7 +12,7 @@
 int playGame() {
     sv::GameManager &game = sv::GameManager::getInstance();
     if (game.startUp() != 0) {
-        sv::LogManager::getInstance().writeLog("Error starting GameManager!");
+        sv::logLine("Error starting GameManager!");
         game.shutDown();
         return 1;
     }

@@ -34,3 +34,4 @@
 #include "selvane/world/ViewObject.h"
 #include "selvane/world/WorldManager.h"
 #include "selvane/world/geometry.h"
+#include "selvane/world/spawn.h"

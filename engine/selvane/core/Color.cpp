@@ -35,7 +35,7 @@ void colorToRGB(Color c, unsigned char &r, unsigned char &g, unsigned char &b) {
         g = color->g;
         b = color->b;
     } else if (c != CUSTOM) {
-        LogManager::getInstance().writeLog(5, "colorToRGB(): Color %d not supported.", int{c});
+        logLine(5, "colorToRGB(): Color %d not supported.", int{c});
     }
 }
 

@@ -63,8 +63,8 @@ std::optional<std::string> readText(std::istream &file) {
 void sayFaults(const char *file_name, std::span<const ConfigLine> lines,
                std::span<const SettingName> settings) {
     for (const ConfigFault &fault : configFaults(lines, settings))
-        LogManager::getInstance().writeLog("Config::readConfig(): Warning! %s, line %d: %s",
-                                           file_name, fault.line, fault.text.c_str());
+        logLine("Config::readConfig(): Warning! %s, line %d: %s", file_name, fault.line,
+                fault.text.c_str());
 }
 
 constexpr char ruler[] = "-----------------------------------";
@@ -117,17 +117,15 @@ std::string Config::readConfig() {
     std::ifstream file(name);
     if (!file) {
         // Names the default file whichever was tried: it is the one to create.
-        LogManager::getInstance().writeLog(
-            1, "Config::readConfig(): Cannot open Selvane configuration file '%s'.",
-            CONFIG_FILE_DEFAULT);
+        logLine(1, "Config::readConfig(): Cannot open Selvane configuration file '%s'.",
+                CONFIG_FILE_DEFAULT);
         return "";
     }
 
     const auto text = readText(file);
     if (!text) {
-        LogManager::getInstance().writeLog(
-            "Config::readConfig(): Warning! '%s' is no text of at most %d bytes. Ignored.", name,
-            MAX_CONFIG_BYTES);
+        logLine("Config::readConfig(): Warning! '%s' is no text of at most %d bytes. Ignored.",
+                name, MAX_CONFIG_BYTES);
         return "";
     }
     std::vector<SettingName> names;
@@ -170,7 +168,7 @@ void Config::setWindowBackgroundColor(const std::string &name) {
             return;
         }
     }
-    LogManager::getInstance().writeLog("loadConfig(): Unsupported window color '%s'", name.c_str());
+    logLine("loadConfig(): Unsupported window color '%s'", name.c_str());
 }
 
 void Config::setWindowStyle(const std::string &name) {
@@ -179,31 +177,29 @@ void Config::setWindowStyle(const std::string &name) {
     else if (name == "default")
         window_style = WINDOW_STYLE_DEFAULT;
     else
-        LogManager::getInstance().writeLog("loadConfig(): Unsupported window style '%s'",
-                                           name.c_str());
+        logLine("loadConfig(): Unsupported window style '%s'", name.c_str());
 }
 
 void Config::printConfig() const {
-    LogManager &log = LogManager::getInstance();
-    log.writeLog(1, "%s", ruler);
-    log.writeLog(1, "Selvane configuration:");
-    log.writeLog(1, "  Window horizontal pixels: %d", window_horizontal_pixels);
-    log.writeLog(1, "  Window vertical pixels: %d", window_vertical_pixels);
-    log.writeLog(1, "  Window horizontal characters: %d", window_horizontal_chars);
-    log.writeLog(1, "  Window vertical characters: %d", window_vertical_chars);
-    log.writeLog(1, "  Window background color: %d", int{window_background_color});
-    log.writeLog(1, "  Frame time: %d", frame_time);
-    log.writeLog(1, "  Window style: %s",
-                 window_style == WINDOW_STYLE_DEFAULT ? "default" : "fullscreen");
-    log.writeLog(1, "  Window title: %s", window_title.c_str());
-    log.writeLog(1, "  Show mouse: %s", boolToString(show_mouse).c_str());
-    log.writeLog(1, "  Headless: %s", boolToString(headless).c_str());
-    log.writeLog(1, "  Font file: %s", font_file.c_str());
-    log.writeLog(1, "  Log file: %s", log_file.c_str());
-    log.writeLog(1, "  Random seed: %d", random_seed);
-    log.writeLog(1, "  Networking: %s", boolToString(networking).c_str());
-    log.writeLog(1, "  Scene graph: simple");
-    log.writeLog(1, "%s", ruler);
+    logLine(1, "%s", ruler);
+    logLine(1, "Selvane configuration:");
+    logLine(1, "  Window horizontal pixels: %d", window_horizontal_pixels);
+    logLine(1, "  Window vertical pixels: %d", window_vertical_pixels);
+    logLine(1, "  Window horizontal characters: %d", window_horizontal_chars);
+    logLine(1, "  Window vertical characters: %d", window_vertical_chars);
+    logLine(1, "  Window background color: %d", int{window_background_color});
+    logLine(1, "  Frame time: %d", frame_time);
+    logLine(1, "  Window style: %s",
+            window_style == WINDOW_STYLE_DEFAULT ? "default" : "fullscreen");
+    logLine(1, "  Window title: %s", window_title.c_str());
+    logLine(1, "  Show mouse: %s", boolToString(show_mouse).c_str());
+    logLine(1, "  Headless: %s", boolToString(headless).c_str());
+    logLine(1, "  Font file: %s", font_file.c_str());
+    logLine(1, "  Log file: %s", log_file.c_str());
+    logLine(1, "  Random seed: %d", random_seed);
+    logLine(1, "  Networking: %s", boolToString(networking).c_str());
+    logLine(1, "  Scene graph: simple");
+    logLine(1, "%s", ruler);
 }
 
 } // namespace sv

@@ -2,7 +2,8 @@
 /// every receiver's handler gets a pointer to it that must not be kept, and the sender destroys it
 /// when the last handler has returned.
 ///
-/// A handler tells events apart by their type string, compared exactly, and then casts down.
+/// A handler tells events apart by their type string, compared exactly; eventCast() does that and
+/// the cast in one.
 #pragma once
 
 #include <string>
@@ -44,5 +45,14 @@ class Event {
   private:
     std::string event_type = UNDEFINED_EVENT;
 };
+
+/// The event as one of a given class, as in `eventCast<EventMouse>(p_event)`; null for an event of
+/// another type or class, and for null. It lives as long as the event does.
+template<typename SomeEvent>
+const SomeEvent *eventCast(const Event *p_event) {
+    if (!p_event || p_event->getType() != SomeEvent::TYPE)
+        return nullptr;
+    return dynamic_cast<const SomeEvent *>(p_event);
+}
 
 } // namespace sv

@@ -11,6 +11,8 @@ class Object;
 /// Borrows both objects; they live at least as long as the event.
 class EventCollision : public Event {
   public:
+    static constexpr const char *TYPE = COLLISION_EVENT;
+
     /// `moving` is the object that caused the collision, `hit` the one it moved into, `where` the
     /// position, in cells, that the moving object was trying to reach.
     EventCollision(Object *moving, Object *hit, Vector where)

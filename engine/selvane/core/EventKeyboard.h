@@ -15,6 +15,8 @@ enum EventKeyboardAction : int {
 
 class EventKeyboard : public Event {
   public:
+    static constexpr const char *TYPE = KEYBOARD_EVENT;
+
     EventKeyboard() : Event(KEYBOARD_EVENT) {}
 
     virtual void setKey(Keyboard::Key new_key) { key_val = new_key; }

@@ -23,6 +23,8 @@ enum EventMouseButton : int {
 
 class EventMouse : public Event {
   public:
+    static constexpr const char *TYPE = MOUSE_EVENT;
+
     EventMouse() : Event(MOUSE_EVENT) {}
 
     void setMouseAction(EventMouseAction new_action) { mouse_action = new_action; }

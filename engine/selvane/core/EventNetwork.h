@@ -15,6 +15,8 @@ enum EventNetworkLabel : int {
 
 class EventNetwork : public Event {
   public:
+    static constexpr const char *TYPE = NETWORK_EVENT;
+
     /// As setLabel(), setSocketIndex() and setBytes() would make it.
     explicit EventNetwork(int new_label = UNDEFINED_NETWORK_LABEL, int new_socket_index = -1,
                           int new_bytes = 0);

@@ -7,6 +7,8 @@ namespace sv {
 
 class EventOut : public Event {
   public:
+    static constexpr const char *TYPE = OUT_EVENT;
+
     EventOut() : Event(OUT_EVENT) {}
 };
 

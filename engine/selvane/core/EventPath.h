@@ -15,6 +15,8 @@ inline constexpr int PATH_FOUND = 2;
 
 class EventPath : public Event {
   public:
+    static constexpr const char *TYPE = PATH_EVENT;
+
     /// `new_path` runs from the start cell to the goal cell, both included; empty unless it was
     /// found.
     EventPath(int new_status, const std::vector<Vector> &new_path)

@@ -8,6 +8,8 @@ namespace sv {
 
 class EventStep : public Event {
   public:
+    static constexpr const char *TYPE = STEP_EVENT;
+
     /// `new_step_count`: steps completed since the game loop began; 0 in the first.
     explicit EventStep(int new_step_count) : Event(STEP_EVENT), step_count(new_step_count) {}
 

@@ -10,6 +10,8 @@ namespace sv {
 
 class EventView : public Event {
   public:
+    static constexpr const char *TYPE = VIEW_EVENT;
+
     /// With an empty tag, value 0, not a change.
     EventView() : Event(VIEW_EVENT) {}
 

@@ -150,6 +150,23 @@ void LogManager::replaceDeletedFile() {
     unwritable_is_said = false;
 }
 
+int logLine(int line_level, const char *fmt, ...) {
+    std::va_list args;
+    va_start(args, fmt);
+    const int written = LogManager::getInstance().vwriteLog(line_level, fmt, args);
+    va_end(args);
+    return written;
+}
+
+int logLine(const char *fmt, ...) {
+    LogManager &log = LogManager::getInstance();
+    std::va_list args;
+    va_start(args, fmt);
+    const int written = log.vwriteLog(log.getLogLevel(), fmt, args);
+    va_end(args);
+    return written;
+}
+
 int logFailure(const char *fmt, ...) {
     LogManager &log = LogManager::getInstance();
     std::va_list args;

@@ -109,7 +109,12 @@ class LogManager : public Manager {
     std::array<char, 512> last_failure{};
 };
 
-/// Writes an unlevelled line and returns -1: the way out of a refusal.
+/// LogManager's writeLog() by a short name, for every line that the engine and a game write. The
+/// line's level is 0 to 30 in the engine: the higher, the more detail.
+int logLine(int line_level, const char *fmt, ...) SV_PRINTF_FORMAT(2, 3);
+int logLine(const char *fmt, ...) SV_PRINTF_FORMAT(1, 2);
+
+/// Writes a line at any log level and returns -1, so that a refusal is one statement.
 int logFailure(const char *fmt, ...) SV_PRINTF_FORMAT(1, 2);
 
 } // namespace sv

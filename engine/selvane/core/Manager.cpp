@@ -40,16 +40,14 @@ bool Manager::isValid(const std::string & /*event_type*/) const {
 
 int Manager::startUp() {
     if (is_started)
-        LogManager::getInstance().writeLog(1, "Manager::startUp(): Warning! %s already started.",
-                                           type.c_str());
+        logLine(1, "Manager::startUp(): Warning! %s already started.", type.c_str());
     is_started = true;
     return 0;
 }
 
 void Manager::shutDown() {
     if (!is_started)
-        LogManager::getInstance().writeLog(1, "Manager::shutDown(): Warning! %s not started.",
-                                           type.c_str());
+        logLine(1, "Manager::shutDown(): Warning! %s not started.", type.c_str());
     is_started = false;
 }
 
@@ -63,16 +61,15 @@ int Manager::onEvent(const Event *p_event) {
         return 0;
     }
     const std::string event_type = p_event->getType();
-    LogManager &log = LogManager::getInstance();
     if (event_type == UNDEFINED_EVENT) {
         // Names the manager twice: readers of old logs search for this line as it is.
-        log.writeLog(1, "Manager(%s)::onEvent(): Warning! Event type %s is undefined.",
-                     type.c_str(), type.c_str());
+        logLine(1, "Manager(%s)::onEvent(): Warning! Event type %s is undefined.", type.c_str(),
+                type.c_str());
         return 0;
     }
     if (!isValid(event_type)) {
-        log.writeLog(1, "Manager(%s)::onEvent(): Error! Event type %s not valid.", type.c_str(),
-                     printable(event_type).c_str());
+        logLine(1, "Manager(%s)::onEvent(): Error! Event type %s not valid.", type.c_str(),
+                printable(event_type).c_str());
         return 0;
     }
     const NestingLimit::Call call(nested_events);

@@ -62,17 +62,15 @@ std::string shown(std::string_view text) {
 }
 
 void logPiece(const char *name, std::string_view piece) {
-    LogManager &log = LogManager::getInstance();
-    if (log.getLogLevel() < 28)
+    if (LogManager::getInstance().getLogLevel() < 28)
         return;
-    log.writeLog(28, "\t%s is '%s' (%p)", name, printable(piece).c_str(),
-                 static_cast<const void *>(piece.data()));
+    logLine(28, "\t%s is '%s' (%p)", name, printable(piece).c_str(),
+            static_cast<const void *>(piece.data()));
 }
 
 /// False if the element is made of colons alone: the parse ends there.
 bool addEntry(std::string_view element, std::vector<Entry> &entries) {
-    LogManager &log = LogManager::getInstance();
-    log.writeLog(parse_log_level, "\titem number %d", static_cast<int>(entries.size()));
+    logLine(parse_log_level, "\titem number %d", static_cast<int>(entries.size()));
     logPiece("p_element", element);
 
     std::string_view key;
@@ -83,19 +81,18 @@ bool addEntry(std::string_view element, std::vector<Entry> &entries) {
     std::string_view value;
     nextPiece(element, ':', value);
     entries.push_back({std::string(key), std::string(value)});
-    log.writeLog(parse_log_level, "\tkey %s", shown(key).c_str());
-    log.writeLog(parse_log_level, "\tval %s", shown(value).c_str());
+    logLine(parse_log_level, "\tkey %s", shown(key).c_str());
+    logLine(parse_log_level, "\tval %s", shown(value).c_str());
     return true;
 }
 
 void logEntries(const std::vector<Entry> &entries) {
-    LogManager &log = LogManager::getInstance();
-    log.writeLog(parse_log_level, "match(): parsed.");
-    if (log.getLogLevel() < 28)
+    logLine(parse_log_level, "match(): parsed.");
+    if (LogManager::getInstance().getLogLevel() < 28)
         return;
     for (std::size_t i = 0; i < entries.size(); ++i)
-        log.writeLog(28, "\t%d  %s : %s", static_cast<int>(i), printable(entries[i].key).c_str(),
-                     printable(entries[i].value).c_str());
+        logLine(28, "\t%d  %s : %s", static_cast<int>(i), printable(entries[i].key).c_str(),
+                printable(entries[i].value).c_str());
 }
 
 /// Keeps the entries of `text`; none if there is no memory for them.
@@ -105,8 +102,8 @@ void parse(const std::string &text) {
     std::string str = text;
     std::erase_if(str, isSpace);
     const auto count = std::count(str.begin(), str.end(), ',') + 1;
-    LogManager::getInstance().writeLog(
-        parse_log_level, "match(): number of elements allocated is %d", static_cast<int>(count));
+    logLine(parse_log_level, "match(): number of elements allocated is %d",
+            static_cast<int>(count));
     fresh.entries.reserve(static_cast<std::size_t>(count));
     std::string_view rest = str;
     for (std::string_view element; nextPiece(rest, ',', element);)
@@ -131,12 +128,11 @@ bool isParsed(const std::string &text) {
 
 std::string valueOf(const std::string &key) {
     const std::vector<Entry> &entries = lastParse().entries;
-    LogManager &log = LogManager::getInstance();
-    log.writeLog(parse_log_level, "match(): Looking for match '%s' among %d items.", key.c_str(),
-                 static_cast<int>(entries.size()));
+    logLine(parse_log_level, "match(): Looking for match '%s' among %d items.", key.c_str(),
+            static_cast<int>(entries.size()));
     int i = 0;
     for (const Entry &entry : entries) {
-        log.writeLog(28, "match(): %d: %s == %s?", i++, shown(entry.key).c_str(), key.c_str());
+        logLine(28, "match(): %d: %s == %s?", i++, shown(entry.key).c_str(), key.c_str());
         if (entry.key == key)
             return entry.value;
     }
@@ -161,14 +157,13 @@ std::string_view withoutBlanksAround(std::string_view text) {
 }
 
 std::string match(const std::string &str, const std::string &find) {
-    LogManager &log = LogManager::getInstance();
     try {
-        log.writeLog(parse_log_level, "match(\"%s\", \"%s\")", shown(str).c_str(), find.c_str());
+        logLine(parse_log_level, "match(\"%s\", \"%s\")", shown(str).c_str(), find.c_str());
         if (!str.empty() && !isParsed(str))
             parse(str);
         return valueOf(find);
     } catch (const std::bad_alloc &) {
-        log.writeLog("match(): unable to allocate key array!");
+        logLine("match(): unable to allocate key array!");
         return "";
     }
 }

@@ -47,9 +47,9 @@ unsigned characterSize(float font_scale) {
     if (wanted >= 1 && wanted <= largest_text)
         return static_cast<unsigned>(wanted);
     const float nearest = wanted > largest_text ? largest_text : 1;
-    LogManager::getInstance().writeLog("DisplayManager::startUp(): Warning! Font scale %g makes "
-                                       "text %g pixels high. Using %g.",
-                                       font_scale, wanted, nearest);
+    logLine("DisplayManager::startUp(): Warning! Font scale %g makes "
+            "text %g pixels high. Using %g.",
+            font_scale, wanted, nearest);
     return static_cast<unsigned>(nearest);
 }
 
@@ -110,7 +110,7 @@ void sayIfCut(const sf::Font &font, unsigned size) {
     if (fitting == size)
         return;
     const float scale = static_cast<float>(fitting) / std::min(charWidth(), charHeight());
-    LogManager::getInstance().writeLog(
+    logLine(
         "DisplayManager::startUp(): Warning! The font's characters are larger than their cells and "
         "cut by their neighbours. A font_scale of %.2f would fit.",
         std::ceil(scale * 100) / 100);
@@ -138,13 +138,12 @@ int DisplayManager::startUp() {
         return refuseSecondStart();
     if (takeSizes() != 0)
         return -1;
-    LogManager &log = LogManager::getInstance();
     if (Config::getInstance().getHeadless())
-        log.writeLog(1, "DisplayManager::startUp(): not doing graphics since in headless mode.");
+        logLine(1, "DisplayManager::startUp(): not doing graphics since in headless mode.");
     else if (openWindow() != 0 || prepareCells() != 0)
         return -1;
     Manager::startUp();
-    log.writeLog(5, "DisplayManager::startUp(): successfully started.");
+    logLine(5, "DisplayManager::startUp(): successfully started.");
     return 0;
 }
 
@@ -173,9 +172,8 @@ int DisplayManager::openWindow() {
         return refuseWindow(std::string(display.obstacle()) +
                             " To run without one, put headless:true, into the configuration.");
     const sf::VideoMode desktop = sf::VideoMode::getDesktopMode();
-    LogManager::getInstance().writeLog(
-        5, "DisplayManager::startUp(): window resolution (%u, %u) pixels.", desktop.width,
-        desktop.height);
+    logLine(5, "DisplayManager::startUp(): window resolution (%u, %u) pixels.", desktop.width,
+            desktop.height);
     // The library takes the first of the modes where the one asked for is missing, and relies on
     // there being one.
     if (config.getWindowStyle() == WINDOW_STYLE_FULLSCREEN &&
@@ -250,7 +248,7 @@ void DisplayManager::shutDown() {
     shake_x = 0;
     shake_y = 0;
     Manager::shutDown();
-    LogManager::getInstance().writeLog(5, "DisplayManager::shutDown(): successfully stopped.");
+    logLine(5, "DisplayManager::shutDown(): successfully stopped.");
 }
 
 int DisplayManager::drawCh(Vector world_pos, char ch, Color color) {
@@ -361,21 +359,17 @@ float charHeight() {
 
 Vector spacesToPixels(Vector spaces) {
     const Vector pixels{spaces.x * charWidth(), spaces.y * charHeight()};
-    LogManager &log = LogManager::getInstance();
-    if (log.getLogLevel() >= geometry_log_level)
-        log.writeLog(geometry_log_level,
-                     "spacesToPixels(int): spaces (%.2f,%.2f) = pixels (%.2f,%.2f)", spaces.x,
-                     spaces.y, pixels.x, pixels.y);
+    if (LogManager::getInstance().getLogLevel() >= geometry_log_level)
+        logLine(geometry_log_level, "spacesToPixels(int): spaces (%.2f,%.2f) = pixels (%.2f,%.2f)",
+                spaces.x, spaces.y, pixels.x, pixels.y);
     return pixels;
 }
 
 Vector pixelsToSpaces(Vector pixels) {
     const Vector spaces{pixels.x / charWidth(), pixels.y / charHeight()};
-    LogManager &log = LogManager::getInstance();
-    if (log.getLogLevel() >= geometry_log_level)
-        log.writeLog(geometry_log_level,
-                     "pixelsToSpaces(): pixels (%.2f,%.2f) = spaces (%.2f,%.2f)", pixels.x,
-                     pixels.y, spaces.x, spaces.y);
+    if (LogManager::getInstance().getLogLevel() >= geometry_log_level)
+        logLine(geometry_log_level, "pixelsToSpaces(): pixels (%.2f,%.2f) = spaces (%.2f,%.2f)",
+                pixels.x, pixels.y, spaces.x, spaces.y);
     return spaces;
 }
 

@@ -55,7 +55,7 @@ SfmlMessages::~SfmlMessages() {
     std::istringstream text(take());
     for (std::string line; std::getline(text, line);)
         if (!line.empty())
-            LogManager::getInstance().writeLog("SFML: %s", line.c_str());
+            logLine("SFML: %s", line.c_str());
 }
 
 std::string SfmlMessages::take() {

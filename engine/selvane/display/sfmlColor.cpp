@@ -25,10 +25,10 @@ sf::Color colorToSFML(Color c) {
     case WHITE:
         return sf::Color::White;
     case CUSTOM:
-        LogManager::getInstance().writeLog(5, "colorToSFML(): Color is CUSTOM.");
+        logLine(5, "colorToSFML(): Color is CUSTOM.");
         return sf::Color::White;
     }
-    LogManager::getInstance().writeLog(5, "colorToSFML(): Color %d not supported.", int{c});
+    logLine(5, "colorToSFML(): Color %d not supported.", int{c});
     return sf::Color::White;
 }
 

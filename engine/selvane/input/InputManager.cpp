@@ -67,41 +67,38 @@ int InputManager::startUp() {
     if (isStarted())
         return refuseSecondStart();
     is_window_closed = false;
-    LogManager &log = LogManager::getInstance();
     DisplayManager &display = DisplayManager::getInstance();
     if (Config::getInstance().getHeadless()) {
-        log.writeLog(1, "InputManager::startUp(): not doing input since in headless mode.");
+        logLine(1, "InputManager::startUp(): not doing input since in headless mode.");
     } else if (!display.isStarted()) {
         return logFailure("InputManager::startUp(): Error starting InputManager. DisplayManager "
                           "must be started first.");
     } else if (display.getWindow() != nullptr) {
-        log.writeLog(2, "InputManager::startUp(): Keyboard repeated disabled.");
+        logLine(2, "InputManager::startUp(): Keyboard repeated disabled.");
     } else {
-        log.writeLog("InputManager::startUp(): Warning - DisplayManager unexpectedly returned null "
-                     "window! Cannot disable keyboard repeat.");
+        logLine("InputManager::startUp(): Warning - DisplayManager unexpectedly returned null "
+                "window! Cannot disable keyboard repeat.");
     }
     display.setKeyRepeat(false);
     Manager::startUp();
-    log.writeLog(5, "InputManager::startUp(): successfully started.");
+    logLine(5, "InputManager::startUp(): successfully started.");
     return 0;
 }
 
 void InputManager::shutDown() {
-    LogManager &log = LogManager::getInstance();
     DisplayManager &display = DisplayManager::getInstance();
     display.setKeyRepeat(true);
     if (display.getWindow() != nullptr)
-        log.writeLog(2, "InputManager::shutDown(): Keyboard repeat enabled.");
+        logLine(2, "InputManager::shutDown(): Keyboard repeat enabled.");
     Manager::shutDown();
-    log.writeLog(5, "InputManager::shutDown(): successfully stopped.");
+    logLine(5, "InputManager::shutDown(): successfully stopped.");
 }
 
 void InputManager::getInput() {
     if (Config::getInstance().getHeadless())
         return;
     if (DisplayManager::getInstance().getWindow() == nullptr) {
-        LogManager::getInstance().writeLog(
-            "InputManager::getInput(): DisplayManager unexpectedly returned null window!");
+        logLine("InputManager::getInput(): DisplayManager unexpectedly returned null window!");
         return;
     }
     if (takeQueue() && isHoldingHeard() && pollMouse())
@@ -119,8 +116,7 @@ sf::RenderWindow *InputManager::presentWindow() {
 }
 
 void InputManager::endGame() {
-    LogManager::getInstance().writeLog(
-        1, "InputManager::getInput(): Window close event. Setting game over.");
+    logLine(1, "InputManager::getInput(): Window close event. Setting game over.");
     is_window_closed = true;
     GameManager::getInstance().setGameOver();
 }
@@ -173,9 +169,8 @@ EventKeyboard InputManager::toEventKeyboard(const sf::Event &key_event) const {
 EventKeyboard InputManager::eventOfKey(int library_key) const {
     EventKeyboard event;
     event.setKey(toEngineKey(library_key));
-    LogManager::getInstance().writeLog(15,
-                                       "InputManager::toEventKeyboard(): Keyboard event '%c' (%d)",
-                                       event.getKey(), library_key);
+    logLine(15, "InputManager::toEventKeyboard(): Keyboard event '%c' (%d)", event.getKey(),
+            library_key);
     return event;
 }
 

@@ -35,9 +35,8 @@ void FramePace::endStep(const Clock &clock, int step_count) {
         return;
     }
     if (adjust == 0 && frame_time > 0 && step_count > 0)
-        LogManager::getInstance().writeLog(
-            "GameManager::run(): Can't keep up! frame_time %d ms, split %d ms", frame_time,
-            split / 1000);
+        logLine("GameManager::run(): Can't keep up! frame_time %d ms, split %d ms", frame_time,
+                split / 1000);
     adjust = 0;
 }
 

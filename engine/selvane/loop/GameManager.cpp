@@ -56,19 +56,17 @@ bool isWanted(const Managed &managed) {
 }
 
 void logBanner() {
-    LogManager &log = LogManager::getInstance();
-    log.writeLog("%s", ruler);
-    log.writeLog("** Selvane version %.2f **", engine_version);
-    log.writeLog("** Game engine started **");
-    log.writeLog("%s", ruler);
+    logLine("%s", ruler);
+    logLine("** Selvane version %.2f **", engine_version);
+    logLine("** Game engine started **");
+    logLine("%s", ruler);
 }
 
 void logWorkingDirectory() {
     constexpr std::size_t capacity = 256;
     const std::string directory = platform::workingDirectory(capacity);
-    LogManager &log = LogManager::getInstance();
-    log.writeLog(1, "Working directory:");
-    log.writeLog(1, "  %s", directory.empty() ? "(full path too long)" : directory.c_str());
+    logLine(1, "Working directory:");
+    logLine(1, "  %s", directory.empty() ? "(full path too long)" : directory.c_str());
 }
 
 /// For a person: without the operation that said it.
@@ -110,7 +108,7 @@ void seedRandom() {
         seed = static_cast<int>(std::time(nullptr));
     if (seed == unseeded)
         return;
-    LogManager::getInstance().writeLog(10, "GameManager()::startUp(): srand() seed with %d", seed);
+    logLine(10, "GameManager()::startUp(): srand() seed with %d", seed);
     std::srand(static_cast<unsigned>(seed));
 }
 
@@ -146,21 +144,21 @@ int GameManager::startUp() {
     logBanner();
     config.printConfig();
     logWorkingDirectory();
-    log.writeLog(1, "Log Manager started.");
+    logLine(1, "Log Manager started.");
     frame_time = config.getFrameTime();
-    log.writeLog(5, "GameManager::startUp(): frame time is %d", frame_time);
+    logLine(5, "GameManager::startUp(): frame time is %d", frame_time);
 
     if (startManagers() != 0)
         return -1;
     fitWorldToWindow();
     seedRandom();
     if (platform::timeSource().beginTimerPeriod(timer_period_ms) == platform::timer_period_refused)
-        log.writeLog(1, "GameManager()::startUp(): Warning!  timeBeginPeriod() cannot accept 1 "
-                        "msec.");
+        logLine(1, "GameManager()::startUp(): Warning!  timeBeginPeriod() cannot accept 1 "
+                   "msec.");
     setGameOver(false);
     is_start_failed = false;
     Manager::startUp();
-    log.writeLog(1, "GameManager successfully started.");
+    logLine(1, "GameManager successfully started.");
     return 0;
 }
 
@@ -170,7 +168,7 @@ int GameManager::startManagers() {
             continue;
         if (managed.manager.startUp() != 0)
             return failStart(managed.name);
-        LogManager::getInstance().writeLog(1, "%s manager started.", managed.capitalized_name);
+        logLine(1, "%s manager started.", managed.capitalized_name);
     }
     return 0;
 }
@@ -199,18 +197,17 @@ void GameManager::stopManagers() {
     is_start_failed = false;
     LogManager &log = LogManager::getInstance();
     if (platform::timeSource().endTimerPeriod(timer_period_ms) == platform::timer_period_refused)
-        log.writeLog(1,
-                     "GameManager()::shutDown(): Warning! timeEndPeriod() cannot accept 1 msec.");
+        logLine(1, "GameManager()::shutDown(): Warning! timeEndPeriod() cannot accept 1 msec.");
 
     const auto managers = managedInOrder();
     for (auto managed = managers.rbegin(); managed != managers.rend(); ++managed) {
         if (!isWanted(*managed))
             continue;
         managed->manager.shutDown();
-        log.writeLog(1, "%s manager stopped", managed->capitalized_name);
+        logLine(1, "%s manager stopped", managed->capitalized_name);
     }
-    log.writeLog("%s", ruler);
-    log.writeLog("** Game engine stopped **");
+    logLine("%s", ruler);
+    logLine("** Game engine stopped **");
     log.shutDown();
     Manager::shutDown();
     WorldManager::getInstance().setWindow({});
@@ -240,16 +237,15 @@ void GameManager::run() {
 }
 
 void GameManager::runLoop() {
-    LogManager &log = LogManager::getInstance();
     Clock clock;
-    log.writeLog(1, "GameManager::run(): starting game loop");
+    logLine(1, "GameManager::run(): starting game loop");
     setGameOver(false);
     setStepCount(0);
     FramePace pace(frame_time);
     do
         runStep(clock, pace);
     while (!game_over);
-    log.writeLog(1, "GameManager::run(): end of game loop");
+    logLine(1, "GameManager::run(): end of game loop");
 }
 
 void GameManager::runStep(Clock &clock, FramePace &pace) {
@@ -285,8 +281,8 @@ void GameManager::serviceNetwork(const Clock &clock, const FramePace &pace) {
         const int split = clock.split();
         // A clock set back meanwhile would put the deadline off: it counts as reached.
         if (split >= deadline || split < begin) {
-            LogManager::getInstance().writeLog("GameManager::run(): Warning! Residual network "
-                                               "data.");
+            logLine("GameManager::run(): Warning! Residual network "
+                    "data.");
             return;
         }
     }

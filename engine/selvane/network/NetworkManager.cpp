@@ -65,7 +65,7 @@ int NetworkManager::startUp() {
                           platform::lastSocketError());
     connections.clear();
     Manager::startUp();
-    LogManager::getInstance().writeLog(5, "NetworkManager::startUp(): successfully started.");
+    logLine(5, "NetworkManager::startUp(): successfully started.");
     return 0;
 }
 
@@ -80,7 +80,7 @@ void NetworkManager::shutDown() {
     server_socket = platform::no_socket;
     max_sock = default_max_sock;
     Manager::shutDown();
-    LogManager::getInstance().writeLog(5, "NetworkManager::shutDown(): successfully stopped.");
+    logLine(5, "NetworkManager::shutDown(): successfully stopped.");
 }
 
 int NetworkManager::setServer(int port, const std::string &address) {
@@ -98,7 +98,6 @@ int NetworkManager::getPort() const {
 }
 
 int NetworkManager::accept() {
-    LogManager &log = LogManager::getInstance();
     if (!isServer()) {
         logFailure("NetworkManager::accept(): Error! Not setup as server.");
         return accept_error;
@@ -109,18 +108,17 @@ int NetworkManager::accept() {
             logSocketFailure("accept(): Error! accept()");
             return accept_error;
         }
-        log.writeLog(15, "NetworkManager::accept(): No new connection. Not blocking.");
+        logLine(15, "NetworkManager::accept(): No new connection. Not blocking.");
         return -1;
     }
     if (getNumConnections() >= max_sock) {
-        log.writeLog(1,
-                     "NetworkManager::accept(): Warning! accept() connection, but at limit (%d).",
-                     max_sock);
-        log.writeLog(1, "\tUse NM.setMaxSockets() to change.");
+        logLine(1, "NetworkManager::accept(): Warning! accept() connection, but at limit (%d).",
+                max_sock);
+        logLine(1, "\tUse NM.setMaxSockets() to change.");
         platform::closeSocket(accepted);
         return -1;
     }
-    log.writeLog(1, "NetworkManager::accept(): New connection.");
+    logLine(1, "NetworkManager::accept(): New connection.");
     return add(accepted, NETWORK_ACCEPTED);
 }
 
@@ -144,9 +142,8 @@ int NetworkManager::send(const std::string &message, int socket_index) {
         return logFailure("NetworkManager::send(): Error! Not a message of %d to %d bytes.",
                           MESSAGE_LENGTH_BYTES, MAX_MESSAGE_BYTES);
     if (!p_connection->hasRoomFor(message.size())) {
-        LogManager::getInstance().writeLog(
-            1, "NetworkManager::send(): Warning! Peer of sock index %d reads too slowly.",
-            socket_index);
+        logLine(1, "NetworkManager::send(): Warning! Peer of sock index %d reads too slowly.",
+                socket_index);
         return -1;
     }
     if (p_connection->send(message) != 0)
@@ -215,8 +212,7 @@ int NetworkManager::genDataEvents(int socket_index) {
     case Connection::Front::MESSAGE:
         break;
     }
-    LogManager::getInstance().writeLog(
-        15, "NetworkManager::genDataEvents(): have full message (%d bytes).", waiting.length);
+    logLine(15, "NetworkManager::genDataEvents(): have full message (%d bytes).", waiting.length);
     int told = tell(NETWORK_MESSAGE, socket_index, waiting.length);
     // No receiver has to answer for a length that makes no sense: who ignores it must not be told
     // of it again and again.

@@ -63,9 +63,8 @@ std::unique_ptr<PathFind> PathFind::create(Object *p_object, Vector to, const Ob
         return nullptr;
     }
     if (nearestCell(from, size) == nearestCell(to, size)) {
-        LogManager::getInstance().writeLog(
-            5, "Object::findPath(): Warning! Object %d stands at (%g, %g) already.",
-            p_object->getId(), static_cast<double>(to.x), static_cast<double>(to.y));
+        logLine(5, "Object::findPath(): Warning! Object %d stands at (%g, %g) already.",
+                p_object->getId(), static_cast<double>(to.x), static_cast<double>(to.y));
         return nullptr;
     }
     return std::make_unique<PathFind>(p_object, to, p_target);
@@ -81,8 +80,7 @@ PathFind::PathFind(Object *p_object, const Object *p_target)
 
 int PathFind::cycleOnce() {
     if (!search.isAllocated()) {
-        LogManager::getInstance().writeLog(
-            "PathFind::cycleOnce(): node graph not allocated.  Cannot find path.");
+        logLine("PathFind::cycleOnce(): node graph not allocated.  Cannot find path.");
         return PATH_NONE;
     }
     const bool is_searching = search.expand([this](Cell cell) { return isBlocked(cell); },

@@ -56,13 +56,13 @@ int PathManager::startUp() {
         return refuseSecondStart();
     cycle_time = GameManager::getInstance().getFrameTime() / 10;
     Manager::startUp();
-    LogManager::getInstance().writeLog(5, "PathManager::startUp(): successfully started.");
+    logLine(5, "PathManager::startUp(): successfully started.");
     return 0;
 }
 
 void PathManager::shutDown() {
     Manager::shutDown();
-    LogManager::getInstance().writeLog(5, "PathManager::shutDown(): successfully stopped.");
+    logLine(5, "PathManager::shutDown(): successfully stopped.");
 }
 
 void PathManager::cycle(int milliseconds_left) {
@@ -71,8 +71,7 @@ void PathManager::cycle(int milliseconds_left) {
         walk(budget);
     while (!searches.empty() && budget.isLeft());
     if (budget.isExceeded())
-        LogManager::getInstance().writeLog(5, "PathManager::cycle(): cycle time %d exceeded.",
-                                           budget.getLimit());
+        logLine(5, "PathManager::cycle(): cycle time %d exceeded.", budget.getLimit());
 }
 
 /// One expansion for each search, as long as the budget lasts. One that is added meanwhile waits

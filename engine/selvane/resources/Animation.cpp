@@ -84,22 +84,21 @@ std::string Animation::serialize(const std::string &attributes) {
 int Animation::deserialize(const std::string &text) {
     if (text.empty())
         return 0;
-    LogManager &log = LogManager::getInstance();
     if (const std::string label = attributeText(text, "sprite_name"); !label.empty()) {
-        log.writeLog(20, "Animation::deserialize(): sprite_name is '%s'", printable(label).c_str());
+        logLine(20, "Animation::deserialize(): sprite_name is '%s'", printable(label).c_str());
         if (Sprite *found = ResourceManager::getInstance().getSprite(label))
             setSprite(found);
         else
-            log.writeLog("Animation::Match(): Sprite '%s' not found", printable(label).c_str());
+            logLine("Animation::Match(): Sprite '%s' not found", printable(label).c_str());
     }
     if (const std::string value = match(text, "sprite_index"); !value.empty()) {
         const int new_index = parseInt(value);
-        log.writeLog(20, "Animation::deserialize(): sprite_index is %d", new_index);
+        logLine(20, "Animation::deserialize(): sprite_index is %d", new_index);
         setIndex(new_index);
     }
     if (const std::string value = match(text, "sprite_slowdown_count"); !value.empty()) {
         const int new_count = parseInt(value);
-        log.writeLog(20, "Animation::deserialize(): sprite_slowdown_count is %d", new_count);
+        logLine(20, "Animation::deserialize(): sprite_slowdown_count is %d", new_count);
         setSlowdownCount(new_count);
     }
     return 0;

@@ -44,9 +44,8 @@ int Music::loadMusic(const std::string &filename) {
     // Half a track is better than none, though the library goes back to the beginning only at the
     // end that was claimed, and may garble the last second.
     if (isCutShort(file))
-        LogManager::getInstance().writeLog(
-            "Music::loadMusic(): Warning! '%s' is cut short and may not play as it should.",
-            filename.c_str());
+        logLine("Music::loadMusic(): Warning! '%s' is cut short and may not play as it should.",
+                filename.c_str());
     if (!has_device)
         return 0;
     auto opened = std::make_unique<sf::Music>();
@@ -61,7 +60,7 @@ void Music::unload() {
 }
 
 void Music::play(bool loop) {
-    LogManager::getInstance().writeLog(5, "Music::play(): Playing music.");
+    logLine(5, "Music::play(): Playing music.");
     if (!music || isAudioGivenUp())
         return;
     // Before it plays, since the library's thread reads seconds ahead at once, and at the end of a
@@ -73,7 +72,7 @@ void Music::play(bool loop) {
 }
 
 void Music::stop() {
-    LogManager::getInstance().writeLog(5, "Music::stop(): Stopping music.");
+    logLine(5, "Music::stop(): Stopping music.");
     if (music)
         music->stop();
 }

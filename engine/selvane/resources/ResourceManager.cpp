@@ -56,7 +56,6 @@ std::streamoff sizeOf(std::istream &file) {
 /// Reads a sprite in the format that the file's first line tells; null, with log lines, if there
 /// is none to read.
 std::unique_ptr<Sprite> readSprite(std::istream &file) {
-    LogManager &log = LogManager::getInstance();
     line_number = 0;
     std::string first_line = getLine(file, false);
     const bool is_marked = first_line.starts_with(BYTE_ORDER_MARK);
@@ -64,15 +63,15 @@ std::unique_ptr<Sprite> readSprite(std::istream &file) {
     first_line.erase(0, begin);
     file.seekg(static_cast<std::streamoff>(begin));
     if (first_line == "<HEADER>") {
-        log.writeLog(1, "RM::loadSprite(): assuming robust sprite file format.");
+        logLine(1, "RM::loadSprite(): assuming robust sprite file format.");
         return loadRobustSprite(file);
     }
     if (parseInt(first_line) >= 1) {
-        log.writeLog(1, "RM::loadSprite(): assuming simple sprite file format.");
+        logLine(1, "RM::loadSprite(): assuming simple sprite file format.");
         return loadSimpleSprite(file);
     }
-    log.writeLog("RM::loadSprite(): Error! Unknown sprite file format.");
-    log.writeLog("RM::loadSprite(): First line is '%s'.", first_line.c_str());
+    logLine("RM::loadSprite(): Error! Unknown sprite file format.");
+    logLine("RM::loadSprite(): First line is '%s'.", first_line.c_str());
     return nullptr;
 }
 
@@ -91,13 +90,13 @@ void logFrames(const Sprite &sprite) {
     LogManager &log = LogManager::getInstance();
     if (log.getLogLevel() < dump_level)
         return;
-    log.writeLog(dump_level, "RM::loadSprite(): Sprite '%s' frames:", sprite.getLabel().c_str());
+    logLine(dump_level, "RM::loadSprite(): Sprite '%s' frames:", sprite.getLabel().c_str());
     for (int i = 0; i < sprite.getFrameCount(); ++i) {
-        log.writeLog(dump_level, "\tFrame %d:", i + 1);
+        logLine(dump_level, "\tFrame %d:", i + 1);
         const Frame frame = sprite.getFrame(i);
         const auto width = static_cast<std::size_t>(frame.getWidth());
         for (std::size_t begin = 0; begin < frame.getString().size(); begin += width)
-            log.writeLog(dump_level, "\t%s", frame.getString().substr(begin, width).c_str());
+            logLine(dump_level, "\t%s", frame.getString().substr(begin, width).c_str());
     }
 }
 
@@ -122,7 +121,7 @@ int ResourceManager::startUp() {
     sound_count = 0;
     music_count = 0;
     Manager::startUp();
-    LogManager::getInstance().writeLog(5, "RM::startUp(): successfully started.");
+    logLine(5, "RM::startUp(): successfully started.");
     return 0;
 }
 
@@ -135,7 +134,7 @@ void ResourceManager::shutDown() {
     for (Music &track : loaded(music, std::min(sound_count, MAX_MUSICS)))
         track.stop();
     Manager::shutDown();
-    LogManager::getInstance().writeLog(5, "RM::shutDown(): successfully stopped.");
+    logLine(5, "RM::shutDown(): successfully stopped.");
 }
 
 /// From here on nothing can be loaded, and what is played is silent.
@@ -154,26 +153,24 @@ int ResourceManager::refuseUnstarted() const {
 int ResourceManager::loadSprite(const std::string &filename, const std::string &label) {
     if (!isStarted())
         return refuseUnstarted();
-    LogManager &log = LogManager::getInstance();
     if (sprites.size() == MAX_SPRITES) {
         // Named for the robust loader, though no format is known yet; logs are searched for it.
-        log.writeLog("RM::loadRobustSprite(): Error! Cannot add more Sprites (max is %d).",
-                     MAX_SPRITES);
+        logLine("RM::loadRobustSprite(): Error! Cannot add more Sprites (max is %d).", MAX_SPRITES);
         return logFailure("RM::loadRobustSprite(): Sprite '%s' not loaded.", label.c_str());
     }
-    log.writeLog("RM::loadSprite(): Loading sprite '%s'.", filename.c_str());
+    logLine("RM::loadSprite(): Loading sprite '%s'.", filename.c_str());
     std::ifstream file;
     // Some systems open a folder, as a file with nothing in it, and wait for somebody to fill a
     // pipe.
     if (!platform::isOtherThanFile(filename))
         file.open(filename, std::ios::binary);
     if (!file.is_open()) {
-        log.writeLog("RM::loadSprite(): Error! Cannot open file '%s'.", filename.c_str());
+        logLine("RM::loadSprite(): Error! Cannot open file '%s'.", filename.c_str());
         return logFailure("RM::loadSprite(): Sprite '%s' not loaded.", label.c_str());
     }
     if (sizeOf(file) > MAX_SPRITE_BYTES) {
-        log.writeLog("RM::loadSprite(): Error! File '%s' has more than %d bytes.", filename.c_str(),
-                     MAX_SPRITE_BYTES);
+        logLine("RM::loadSprite(): Error! File '%s' has more than %d bytes.", filename.c_str(),
+                MAX_SPRITE_BYTES);
         return logFailure("RM::loadSprite(): Sprite '%s' not loaded.", label.c_str());
     }
     auto sprite = tryToReadSprite(file, filename);
@@ -183,7 +180,7 @@ int ResourceManager::loadSprite(const std::string &filename, const std::string &
     sprite->setLabel(label);
     logFrames(*sprite);
     sprites.push_back(std::move(sprite));
-    log.writeLog(1, "RM::loadSprite(): Sprite '%s' loaded.", label.c_str());
+    logLine(1, "RM::loadSprite(): Sprite '%s' loaded.", label.c_str());
     return 0;
 }
 
@@ -200,8 +197,7 @@ int ResourceManager::loadSound(const std::string &filename, const std::string &l
     warnIfTaken(findLabel(sounds, sound_count, label), "loadSound", label);
     sound.setLabel(label);
     ++sound_count;
-    LogManager::getInstance().writeLog(1, "RM::loadSound(): Sound '%s' successfully loaded.",
-                                       sound.getLabel().c_str());
+    logLine(1, "RM::loadSound(): Sound '%s' successfully loaded.", sound.getLabel().c_str());
     return 0;
 }
 
@@ -220,35 +216,31 @@ int ResourceManager::loadMusic(const std::string &filename, const std::string &l
     warnIfTaken(findLabel(music, music_count, label), "loadMusic", label);
     track.setLabel(label);
     ++music_count;
-    LogManager::getInstance().writeLog(1, "RM::loadMusic(): Music '%s' successfully loaded.",
-                                       track.getLabel().c_str());
+    logLine(1, "RM::loadMusic(): Music '%s' successfully loaded.", track.getLabel().c_str());
     return 0;
 }
 
 Sprite *ResourceManager::getSprite(const std::string &label) const {
-    LogManager &log = LogManager::getInstance();
-    log.writeLog(5, "RM::getSprite(): Looking for sprite '%s'.", printable(label).c_str());
+    logLine(5, "RM::getSprite(): Looking for sprite '%s'.", printable(label).c_str());
     Sprite *found = findLabel(sprites, label);
     if (found == nullptr)
-        log.writeLog("RM::getSprite(): Warning! Sprite '%s' not found.", printable(label).c_str());
+        logLine("RM::getSprite(): Warning! Sprite '%s' not found.", printable(label).c_str());
     return found;
 }
 
 Sound *ResourceManager::getSound(const std::string &label) {
-    LogManager &log = LogManager::getInstance();
-    log.writeLog(5, "RM::getSound(): Looking for sound '%s'.", label.c_str());
+    logLine(5, "RM::getSound(): Looking for sound '%s'.", label.c_str());
     Sound *found = findLabel(sounds, sound_count, label);
     if (found == nullptr)
-        log.writeLog("RM::getSound(): Warning! Sound '%s' not found.", label.c_str());
+        logLine("RM::getSound(): Warning! Sound '%s' not found.", label.c_str());
     return found;
 }
 
 Music *ResourceManager::getMusic(const std::string &label) {
-    LogManager &log = LogManager::getInstance();
-    log.writeLog(5, "RM::getMusic(): Looking for music '%s'.", label.c_str());
+    logLine(5, "RM::getMusic(): Looking for music '%s'.", label.c_str());
     Music *found = findLabel(music, music_count, label);
     if (found == nullptr)
-        log.writeLog("RM::getMusic(): Warning! Music '%s' not found.", label.c_str());
+        logLine("RM::getMusic(): Warning! Music '%s' not found.", label.c_str());
     return found;
 }
 

@@ -24,9 +24,8 @@ struct Samples {
 
 bool isTooLong(std::size_t samples, const std::string &filename) {
     if (samples > MAX_SOUND_SAMPLES)
-        LogManager::getInstance().writeLog(
-            "Sound::loadSound(): Error! '%s' has more than %d samples. Play it as music.",
-            filename.c_str(), MAX_SOUND_SAMPLES);
+        logLine("Sound::loadSound(): Error! '%s' has more than %d samples. Play it as music.",
+                filename.c_str(), MAX_SOUND_SAMPLES);
     return samples > MAX_SOUND_SAMPLES;
 }
 
@@ -88,7 +87,7 @@ void Sound::unload() {
 }
 
 void Sound::play(bool loop) {
-    LogManager::getInstance().writeLog(5, "Sound::play(): Playing sound.");
+    logLine(5, "Sound::play(): Playing sound.");
     if (!voice || isAudioGivenUp())
         return;
     // As with music: a sound of a few milliseconds may be over before the second word, which must

@@ -17,8 +17,7 @@ bool isCount(int count) {
 Sprite::Sprite(int new_max_frame_count) : max_frame_count(new_max_frame_count) {
     if (isCount(max_frame_count))
         return;
-    LogManager::getInstance().writeLog("Sprite::Sprite(): Error! Unable to allocate %d frames.",
-                                       max_frame_count);
+    logLine("Sprite::Sprite(): Error! Unable to allocate %d frames.", max_frame_count);
     max_frame_count = 0;
 }
 

@@ -22,8 +22,7 @@ bool opensDevice() {
 bool findDevice() {
     if (opensDevice())
         return true;
-    LogManager::getInstance().writeLog(
-        "hasAudioDevice(): Note! No audio device can be opened. Sounds and music stay silent.");
+    logLine("hasAudioDevice(): Note! No audio device can be opened. Sounds and music stay silent.");
     return false;
 }
 

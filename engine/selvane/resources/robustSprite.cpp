@@ -25,21 +25,19 @@ struct Header {
 bool readRequired(Lines &lines, const char *key, int &value) {
     value = matchLineInt(&lines, key);
     if (value == missing)
-        LogManager::getInstance().writeLog("RM::loadRobustSprite(): Error! Missing '%s' in header.",
-                                           key);
+        logLine("RM::loadRobustSprite(): Error! Missing '%s' in header.", key);
     return value != missing;
 }
 
 void noteMissing(const char *key) {
-    LogManager::getInstance().writeLog(5, "RM::loadRobustSprite(): Note! No '%s' in header.", key);
+    logLine(5, "RM::loadRobustSprite(): Note! No '%s' in header.", key);
 }
 
 std::string readColorName(Lines &lines) {
     std::string name = matchLineStr(&lines, "color");
     if (!name.empty())
         return name;
-    LogManager::getInstance().writeLog(5, "RM::loadRobustSprite(): Warning! No '%s' in header.",
-                                       "color");
+    logLine(5, "RM::loadRobustSprite(): Warning! No '%s' in header.", "color");
     return default_color_name;
 }
 
@@ -62,30 +60,27 @@ int readSlowdown(Lines &lines) {
 void logUnused(const Lines &lines, const char *section) {
     if (lines.empty())
         return;
-    LogManager &log = LogManager::getInstance();
-    log.writeLog(1, "RM::loadRobustSprite(): Warning! Unused %s lines:", section);
+    logLine(1, "RM::loadRobustSprite(): Warning! Unused %s lines:", section);
     for (const Line &line : lines)
-        log.writeLog(1, "\t'%s'", line.text.c_str());
+        logLine(1, "\t'%s'", line.text.c_str());
 }
 
 void logHeader(const Header &header) {
-    LogManager &log = LogManager::getInstance();
-    log.writeLog(5, "\t      Frames: %d", header.frames);
-    log.writeLog(5, "\t       Width: %d", header.width);
-    log.writeLog(5, "\t      Height: %d", header.height);
-    log.writeLog(5, "\t    Slowdown: %d", header.slowdown);
+    logLine(5, "\t      Frames: %d", header.frames);
+    logLine(5, "\t       Width: %d", header.width);
+    logLine(5, "\t      Height: %d", header.height);
+    logLine(5, "\t    Slowdown: %d", header.slowdown);
     if (header.transparency == NO_TRANSPARENCY)
-        log.writeLog(5, "\tTransparency: (none)");
+        logLine(5, "\tTransparency: (none)");
     else
-        log.writeLog(5, "\tTransparency: %c", header.transparency);
+        logLine(5, "\tTransparency: %c", header.transparency);
 }
 
 bool readHeader(std::istream &file, Header &header) {
     Lines lines = readData(file, "HEADER");
     if (lines.empty())
         return false;
-    LogManager::getInstance().writeLog(20, "\tAfter reading header: line number is '%d'",
-                                       line_number);
+    logLine(20, "\tAfter reading header: line number is '%d'", line_number);
     if (!readRequired(lines, "frames", header.frames) ||
         !readRequired(lines, "width", header.width) ||
         !readRequired(lines, "height", header.height))
@@ -100,24 +95,22 @@ bool readHeader(std::istream &file, Header &header) {
 }
 
 bool setColor(Sprite &sprite, const std::string &name) {
-    LogManager &log = LogManager::getInstance();
     const auto color = name == default_color_name ? COLOR_DEFAULT : colorFromName(name);
     if (!color) {
-        log.writeLog("RM::loadRobustSprite(): Error! Unrecognized color '%s'.", name.c_str());
-        log.writeLog("  Valid colors are: black, red, green, yellow,");
-        log.writeLog("                    blue, magenta, cyan and white.");
+        logLine("RM::loadRobustSprite(): Error! Unrecognized color '%s'.", name.c_str());
+        logLine("  Valid colors are: black, red, green, yellow,");
+        logLine("                    blue, magenta, cyan and white.");
         return false;
     }
     sprite.setColor(*color);
-    log.writeLog(5, "\t       Color: %s", name.c_str());
+    logLine(5, "\t       Color: %s", name.c_str());
     return true;
 }
 
 std::unique_ptr<Sprite> createSprite(const Header &header) {
     auto sprite = std::make_unique<Sprite>(header.frames);
     if (sprite->getMaxFrameCount() != header.frames) {
-        LogManager::getInstance().writeLog(
-            "RM::loadRobustSprite(): Error! Unable to create Sprite.");
+        logLine("RM::loadRobustSprite(): Error! Unable to create Sprite.");
         return nullptr;
     }
     sprite->setWidth(header.width);
@@ -130,15 +123,14 @@ std::unique_ptr<Sprite> createSprite(const Header &header) {
 }
 
 bool addFrame(Sprite &sprite, const Frame &frame, int max_frames) {
-    LogManager &log = LogManager::getInstance();
     if (frame.getString().empty()) {
-        log.writeLog("RM::loadRobustSprite(): Error! No frame data to add.");
+        logLine("RM::loadRobustSprite(): Error! No frame data to add.");
         return false;
     }
     if (sprite.addFrame(frame) == 0)
         return true;
-    log.writeLog("RM::loadRobustSprite(): Error! Cannot add Frame.");
-    log.writeLog("\tFramecount is %d, max is %d", sprite.getFrameCount() + 1, max_frames);
+    logLine("RM::loadRobustSprite(): Error! Cannot add Frame.");
+    logLine("\tFramecount is %d, max is %d", sprite.getFrameCount() + 1, max_frames);
     return false;
 }
 
@@ -153,19 +145,17 @@ bool takeFrames(Lines &body, const Header &header, Sprite &sprite) {
             return false;
     if (body.empty())
         return true;
-    LogManager &log = LogManager::getInstance();
-    log.writeLog(1, "RM::loadRobustSprite(): Error! Extra BODY:");
+    logLine(1, "RM::loadRobustSprite(): Error! Extra BODY:");
     for (const Line &line : body)
-        log.writeLog(1, "\tLine %d: %s", line_number++, line.text.c_str());
+        logLine(1, "\tLine %d: %s", line_number++, line.text.c_str());
     return false;
 }
 
 bool readFooter(std::istream &file) {
     Lines lines = readData(file, "FOOTER");
     if (matchLineStr(&lines, "version").empty()) {
-        LogManager::getInstance().writeLog(
-            "RM::loadRobustSprite(): Error! Missing '%s' in FOOTER (line %d).", "version",
-            line_number);
+        logLine("RM::loadRobustSprite(): Error! Missing '%s' in FOOTER (line %d).", "version",
+                line_number);
         return false;
     }
     logUnused(lines, "FOOTER");
@@ -181,8 +171,7 @@ std::unique_ptr<Sprite> loadRobustSprite(std::istream &file) {
     Lines body = readData(file, "BODY");
     if (body.empty())
         return nullptr;
-    LogManager::getInstance().writeLog(20, "\tAfter reading body: line number is '%d'",
-                                       line_number);
+    logLine(20, "\tAfter reading body: line number is '%d'", line_number);
     auto sprite = createSprite(header);
     if (!sprite || !takeFrames(body, header, *sprite) || !readFooter(file))
         return nullptr;

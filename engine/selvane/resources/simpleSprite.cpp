@@ -20,11 +20,11 @@ struct Header {
 };
 
 void logEndOfFile() {
-    LogManager::getInstance().writeLog("RM::loadSimpleSprite(): Error! Unexpected end of file.");
+    logLine("RM::loadSimpleSprite(): Error! Unexpected end of file.");
 }
 
-void logLine(const std::string &line) {
-    LogManager::getInstance().writeLog(20, "\tLine %2d: '%s'", line_number, line.c_str());
+void logRead(const std::string &line) {
+    logLine(20, "\tLine %2d: '%s'", line_number, line.c_str());
 }
 
 /// False, with log lines, if the file has no more lines; `missing` says what stood in this one.
@@ -32,10 +32,10 @@ bool readHeaderLine(std::istream &file, const char *missing, std::string &line) 
     line = getLine(file, true);
     if (!file) {
         logEndOfFile();
-        LogManager::getInstance().writeLog("\tMissing %s.", missing);
+        logLine("\tMissing %s.", missing);
         return false;
     }
-    logLine(line);
+    logRead(line);
     return true;
 }
 
@@ -45,8 +45,8 @@ bool readFrames(std::istream &file, int &frames) {
         return false;
     frames = parseInt(line);
     if (frames < 1)
-        LogManager::getInstance().writeLog(
-            "RM::loadSimpleSprite(): Error line %d! Number of frames is %d.", line_number, frames);
+        logLine("RM::loadSimpleSprite(): Error line %d! Number of frames is %d.", line_number,
+                frames);
     return frames >= 1;
 }
 
@@ -58,8 +58,8 @@ bool readNumber(std::istream &file, const char *missing, const char *name, int m
         return false;
     number = parseInt(line);
     if (number < minimum)
-        LogManager::getInstance().writeLog("RM::loadSimpleSprite(): Error line %d! %s is '%s'.",
-                                           line_number, name, line.c_str());
+        logLine("RM::loadSimpleSprite(): Error line %d! %s is '%s'.", line_number, name,
+                line.c_str());
     return number >= minimum;
 }
 
@@ -70,11 +70,10 @@ bool readColor(std::istream &file, Header &header) {
         header.color = *color;
         return true;
     }
-    LogManager &log = LogManager::getInstance();
-    log.writeLog("RM::loadSimpleSprite(): Error line %d! Unrecognized color '%s'.", line_number,
-                 header.color_name.c_str());
-    log.writeLog("  Valid colors are: black, red, green, yellow,");
-    log.writeLog("                    blue, magenta, cyan or white.");
+    logLine("RM::loadSimpleSprite(): Error line %d! Unrecognized color '%s'.", line_number,
+            header.color_name.c_str());
+    logLine("  Valid colors are: black, red, green, yellow,");
+    logLine("                    blue, magenta, cyan or white.");
     return false;
 }
 
@@ -87,19 +86,17 @@ bool readHeader(std::istream &file, Header &header) {
 }
 
 void logHeader(const Header &header) {
-    LogManager &log = LogManager::getInstance();
-    log.writeLog(5, "\t      Frames: %d", header.frames);
-    log.writeLog(5, "\t       Width: %d", header.width);
-    log.writeLog(5, "\t      Height: %d", header.height);
-    log.writeLog(5, "\t    Slowdown: %d", header.slowdown);
-    log.writeLog(5, "\t       Color: %s", header.color_name.c_str());
+    logLine(5, "\t      Frames: %d", header.frames);
+    logLine(5, "\t       Width: %d", header.width);
+    logLine(5, "\t      Height: %d", header.height);
+    logLine(5, "\t    Slowdown: %d", header.slowdown);
+    logLine(5, "\t       Color: %s", header.color_name.c_str());
 }
 
 std::unique_ptr<Sprite> createSprite(const Header &header) {
     auto sprite = std::make_unique<Sprite>(header.frames);
     if (sprite->getMaxFrameCount() != header.frames) {
-        LogManager::getInstance().writeLog(
-            "RM::loadSimpleSprite(): Error! Unable to create Sprite.");
+        logLine("RM::loadSimpleSprite(): Error! Unable to create Sprite.");
         return nullptr;
     }
     sprite->setWidth(header.width);
@@ -112,38 +109,36 @@ std::unique_ptr<Sprite> createSprite(const Header &header) {
 
 /// Appends one row of a frame to `rows`; both numbers count from 0.
 bool readRow(std::istream &file, const Header &header, int frame, int row, std::string &rows) {
-    LogManager &log = LogManager::getInstance();
     const std::string line = getLine(file, true);
     if (line.empty()) {
         logEndOfFile();
-        log.writeLog("\tReading frame %d of %d, row %d of %d.", frame + 1, header.frames, row + 1,
-                     header.height);
+        logLine("\tReading frame %d of %d, row %d of %d.", frame + 1, header.frames, row + 1,
+                header.height);
         return false;
     }
     const auto length = static_cast<int>(line.size());
     if (length != header.width) {
-        log.writeLog("RM::loadSimpleSprite(): Error line %d!", line_number);
-        log.writeLog("\tLine %2d: '%s'", line_number, line.c_str());
-        log.writeLog("\tWidth is %d, expected %d.", length, header.width);
+        logLine("RM::loadSimpleSprite(): Error line %d!", line_number);
+        logLine("\tLine %2d: '%s'", line_number, line.c_str());
+        logLine("\tWidth is %d, expected %d.", length, header.width);
         return false;
     }
-    logLine(line);
+    logRead(line);
     rows += line;
     return true;
 }
 
 /// Reads one frame, counted from 0, and gives it to the sprite.
 bool readFrame(std::istream &file, const Header &header, int frame, Sprite &sprite) {
-    LogManager &log = LogManager::getInstance();
-    log.writeLog(15, "RM::loadSimpleSprite(): Reading frame %d of %d.", frame, header.frames);
+    logLine(15, "RM::loadSimpleSprite(): Reading frame %d of %d.", frame, header.frames);
     std::string rows;
     for (int row = 0; row < header.height; ++row)
         if (!readRow(file, header, frame, row, rows))
             return false;
     if (sprite.addFrame(Frame(header.width, header.height, rows)) == 0)
         return true;
-    log.writeLog("RM::loadSimpleSprite(): Error! Cannot add Frame.");
-    log.writeLog("\tFramecount is %d, max is %d.", sprite.getFrameCount() + 1, header.frames);
+    logLine("RM::loadSimpleSprite(): Error! Cannot add Frame.");
+    logLine("\tFramecount is %d, max is %d.", sprite.getFrameCount() + 1, header.frames);
     return false;
 }
 
@@ -154,9 +149,8 @@ bool isAtEnd(std::istream &file) {
     const std::string line = getLine(file, true);
     if (file.eof() && line.empty())
         return true;
-    LogManager &log = LogManager::getInstance();
-    log.writeLog("RM::loadSimpleSprite(): Error line %d!", line_number);
-    log.writeLog("\tExtra file data: '%s'", line.c_str());
+    logLine("RM::loadSimpleSprite(): Error line %d!", line_number);
+    logLine("\tExtra file data: '%s'", line.c_str());
     return false;
 }
 

@@ -39,20 +39,19 @@ std::string valueOf(const Line &line, const char *key) {
 /// if they are not there. `line` counts along; it is raised before each row, so that a row is
 /// named one line late. Logs are compared by these numbers, so they stay.
 bool takeRows(Lines &lines, int width, int height, int &line, std::string &rows) {
-    LogManager &log = LogManager::getInstance();
     for (int row = 0; row < height; ++row) {
         ++line;
         if (lines.empty()) {
-            log.writeLog("\tError! Line %d: No more frame data before 'end'.", line + 1);
+            logLine("\tError! Line %d: No more frame data before 'end'.", line + 1);
             return false;
         }
         const std::string &text = lines.front().text;
-        log.writeLog(20, "\tLine %2d: '%s'", line, text.c_str());
+        logLine(20, "\tLine %2d: '%s'", line, text.c_str());
         const auto length = static_cast<int>(text.size());
         if (length != width) {
-            log.writeLog("\tError! Line %d: Line length is %d (frame width is %d).", line, length,
-                         width);
-            log.writeLog("\tLine %d: '%s'", line, text.c_str());
+            logLine("\tError! Line %d: Line length is %d (frame width is %d).", line, length,
+                    width);
+            logLine("\tLine %d: '%s'", line, text.c_str());
             return false;
         }
         rows += text;
@@ -63,15 +62,14 @@ bool takeRows(Lines &lines, int width, int height, int &line, std::string &rows)
 
 /// Takes the line that ends a frame; false, with log lines, if another or none stands there.
 bool takeFrameEnd(Lines &lines, int line) {
-    LogManager &log = LogManager::getInstance();
     if (lines.empty()) {
-        log.writeLog("\tError! Line %d: No more frame data before 'end'.", line + 1);
+        logLine("\tError! Line %d: No more frame data before 'end'.", line + 1);
         return false;
     }
     if (lines.front().text != frame_end) {
         // The file has been read further than the frame: this number is that of its section's end.
-        log.writeLog("\tError! Line %d: Expected '%s'.", line_number, frame_end);
-        log.writeLog("\tLine %d: '%s'", line + 1, lines.front().text.c_str());
+        logLine("\tError! Line %d: Expected '%s'.", line_number, frame_end);
+        logLine("\tLine %d: '%s'", line + 1, lines.front().text.c_str());
         return false;
     }
     lines.pop_front();
@@ -83,7 +81,7 @@ bool takeFrameEnd(Lines &lines, int line) {
 std::string getLine(std::istream &file, bool count_line) {
     std::string line;
     if (!std::getline(file, line)) {
-        LogManager::getInstance().writeLog("getLine(): Error! Unexpected end of file.");
+        logLine("getLine(): Error! Unexpected end of file.");
         return "";
     }
     if (!line.empty() && line.back() == '\r')
@@ -96,17 +94,16 @@ std::string getLine(std::istream &file, bool count_line) {
 Lines readData(std::istream &file, const std::string &delimiter) {
     const std::string opening = "<" + delimiter + ">";
     const std::string closing = "</" + delimiter + ">";
-    LogManager &log = LogManager::getInstance();
     const std::string first = getLine(file, true);
     if (first != opening) {
-        log.writeLog("readData(): Error line %d! Expected '%s', have '%s'.", line_number,
-                     opening.c_str(), first.c_str());
+        logLine("readData(): Error line %d! Expected '%s', have '%s'.", line_number,
+                opening.c_str(), first.c_str());
         return {};
     }
     Lines lines;
     for (std::string line = getLine(file, true); line != closing; line = getLine(file, true)) {
         if (line.empty()) {
-            log.writeLog("readData(): Error! Never encountered '%s'.", closing.c_str());
+            logLine("readData(): Error! Never encountered '%s'.", closing.c_str());
             return {};
         }
         lines.push_back({std::move(line), line_number});
@@ -118,8 +115,7 @@ int matchLineInt(Lines *p_lines, const char *token) {
     int found = no_value;
     takeMatches(*p_lines, token, [&](const Line &line) {
         if (found != no_value)
-            LogManager::getInstance().writeLog(
-                1, "matchLineInt(): Warning! '%s' matches multiple lines.", line.text.c_str());
+            logLine(1, "matchLineInt(): Warning! '%s' matches multiple lines.", line.text.c_str());
         found = parseInt(valueOf(line, token));
     });
     return found;
@@ -129,8 +125,7 @@ std::string matchLineStr(Lines *p_lines, const char *token) {
     std::string found;
     takeMatches(*p_lines, token, [&](const Line &line) {
         if (!found.empty())
-            LogManager::getInstance().writeLog(
-                1, "matchLineStr(): Warning! '%s' matches multiple lines.", line.text.c_str());
+            logLine(1, "matchLineStr(): Warning! '%s' matches multiple lines.", line.text.c_str());
         found = valueOf(line, token);
     });
     return found;

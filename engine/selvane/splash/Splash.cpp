@@ -27,8 +27,7 @@ bool isOfTheSequence(const Object *p_o) {
 } // namespace
 
 int splash() {
-    LogManager &log = LogManager::getInstance();
-    log.writeLog(10, "splash(): Started.");
+    logLine(10, "splash(): Started.");
     GameManager &game = GameManager::getInstance();
     if (!game.isStarted())
         return logFailure(
@@ -45,7 +44,7 @@ int splash() {
         if (isOfTheSequence(p_o))
             world.markForDelete(p_o);
     world.deleteMarked();
-    log.writeLog(10, "splash(): Finished.");
+    logLine(10, "splash(): Finished.");
     return 0;
 }
 

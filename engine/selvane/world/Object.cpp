@@ -46,9 +46,8 @@ Manager &managerOf(const std::string &event_type) {
 /// A game's own types do not begin as the engine's do: one that does is an engine's, misspelt.
 void warnIfMisspelt(const std::string &event_type) {
     if (event_type.starts_with("sv-") && !isEngineEvent(event_type))
-        LogManager::getInstance().writeLog(
-            "Object::registerInterest(): Warning! Event '%s' is none of the engine's.",
-            printable(event_type).c_str());
+        logLine("Object::registerInterest(): Warning! Event '%s' is none of the engine's.",
+                printable(event_type).c_str());
 }
 
 } // namespace
@@ -284,7 +283,7 @@ int Object::registerInterest(const std::string &event_type) {
     event_name.push_back(event_type);
     setModified(Attribute::EVENTS);
     if (is_registered && isNews(Notice::TOLD_TWICE))
-        LogManager::getInstance().writeLog(
+        logLine(
             "Object::registerInterest(): Warning! Object %d has registered for '%s' before, and is "
             "told of it once more each time.",
             id, printable(event_type).c_str());

@@ -12,14 +12,13 @@ namespace sv {
 int Object::eventHandler(const Event *p_event) {
     if (p_event->getType() != PATH_EVENT)
         return 0;
-    const auto *p_path_event = dynamic_cast<const EventPath *>(p_event);
-    if (!p_path_event) {
-        LogManager::getInstance().writeLog(
-            "Object::eventHandler(): Error! Dynamic cast to EventPath failed.");
+    const auto *answer = eventCast<EventPath>(p_event);
+    if (!answer) {
+        logLine("Object::eventHandler(): Error! Dynamic cast to EventPath failed.");
         return 0;
     }
-    if (p_path_event->getStatus() == PATH_FOUND) {
-        setPath({p_path_event->getPath(), 0});
+    if (answer->getStatus() == PATH_FOUND) {
+        setPath({answer->getPath(), 0});
         setFollowPath(true);
     }
     // A handler that asked for the next path before it passed the event on keeps that search.
@@ -72,8 +71,7 @@ bool Object::isSearching() const {
 
 int Object::startSearch(Vector to, const Object *p_target) {
     if (isSearching()) {
-        LogManager::getInstance().writeLog(
-            5, "Object::findPath(): Warning! Object %d is searching already.", id);
+        logLine(5, "Object::findPath(): Warning! Object %d is searching already.", id);
         return -1;
     }
     dropPathFind();
@@ -142,8 +140,7 @@ void Object::turn(Vector new_direction) {
 void Object::sayIfStill() {
     if (speed != 0 || !isNews(Notice::NO_SPEED))
         return;
-    LogManager::getInstance().writeLog(
-        "Object::stepPath(): Warning! Object %d follows a path with speed 0.", id);
+    logLine("Object::stepPath(): Warning! Object %d follows a path with speed 0.", id);
 }
 
 void Object::dropPathFind() {

@@ -22,7 +22,7 @@ std::optional<int> readInt(const std::string &text, const std::string &key) {
     if (value.empty())
         return std::nullopt;
     const int number = parseInt(value);
-    LogManager::getInstance().writeLog(20, "%s %s is %d", log_prefix, key.c_str(), number);
+    logLine(20, "%s %s is %d", log_prefix, key.c_str(), number);
     return number;
 }
 
@@ -37,8 +37,7 @@ bool isUsable(float number) {
 std::optional<float> usable(const std::string &key, std::optional<float> number) {
     if (!number || isUsable(*number))
         return number;
-    LogManager::getInstance().writeLog("%s %s is out of range (%g), so ignoring.", log_prefix,
-                                       key.c_str(), double{*number});
+    logLine("%s %s is out of range (%g), so ignoring.", log_prefix, key.c_str(), double{*number});
     return std::nullopt;
 }
 
@@ -48,8 +47,7 @@ std::optional<float> readAnyFloat(const std::string &text, const std::string &ke
     if (value.empty())
         return std::nullopt;
     const float number = parseFloat(value);
-    LogManager::getInstance().writeLog(20, "%s %s is %.2f", log_prefix, key.c_str(),
-                                       double{number});
+    logLine(20, "%s %s is %.2f", log_prefix, key.c_str(), double{number});
     return number;
 }
 
@@ -61,8 +59,7 @@ std::optional<bool> readBool(const std::string &text, const std::string &key) {
     const std::string value = match(text, key);
     if (value.empty())
         return std::nullopt;
-    LogManager::getInstance().writeLog(20, "%s %s is %s", log_prefix, key.c_str(),
-                                       printable(value).c_str());
+    logLine(20, "%s %s is %s", log_prefix, key.c_str(), printable(value).c_str());
     return value == "true";
 }
 
@@ -70,8 +67,7 @@ std::optional<bool> readBool(const std::string &text, const std::string &key) {
 std::string readQuoted(const std::string &text, const std::string &key) {
     std::string value = match(text, key);
     if (!value.empty())
-        LogManager::getInstance().writeLog(20, "%s %s is '%s'", log_prefix, key.c_str(),
-                                           printable(value).c_str());
+        logLine(20, "%s %s is '%s'", log_prefix, key.c_str(), printable(value).c_str());
     return value;
 }
 
@@ -100,8 +96,7 @@ void readEvents(Object &object, const std::string &text) {
         const std::string event_type = attributeText(text, eventKey(i));
         if (event_type.empty())
             continue;
-        LogManager::getInstance().writeLog(20, "%s event_name[%d] is '%s'", log_prefix, i,
-                                           printable(event_type).c_str());
+        logLine(20, "%s event_name[%d] is '%s'", log_prefix, i, printable(event_type).c_str());
         object.registerInterest(event_type);
     }
 }
@@ -126,7 +121,7 @@ void readBox(Object &object, const std::string &text) {
                        static_cast<float>(*horizontal),
                        static_cast<float>(*vertical)});
     else if (x || y || horizontal || vertical)
-        LogManager::getInstance().writeLog("%s box not complete, so ignoring.", log_prefix);
+        logLine("%s box not complete, so ignoring.", log_prefix);
 }
 
 std::string writeVector(Vector v, const char *x_key, const char *y_key) {
@@ -141,14 +136,14 @@ void readPosition(Object &object, const std::string &text) {
     if (x && y)
         object.setPosition({*x, *y});
     else if (any_x.has_value() != any_y.has_value())
-        LogManager::getInstance().writeLog("%s position not complete, so ignoring.", log_prefix);
+        logLine("%s position not complete, so ignoring.", log_prefix);
 }
 
 void readType(Object &object, const std::string &text) {
     const std::string type = attributeText(text, "type");
     if (type.empty())
         return;
-    LogManager::getInstance().writeLog(20, "%s type is %s", log_prefix, printable(type).c_str());
+    logLine(20, "%s type is %s", log_prefix, printable(type).c_str());
     object.setType(type);
 }
 
@@ -239,20 +234,19 @@ void readPath(Object &object, const std::string &text) {
         return;
     Path path;
     int malformed = 0;
-    LogManager &log = LogManager::getInstance();
     for (std::size_t begin = 0; begin < waypoints.size();) {
         const std::string_view piece = waypoints.substr(begin, waypoints.find('|', begin) - begin);
         begin += piece.size() + 1;
         if (const auto waypoint = parseWaypoint(piece)) {
             path.waypoints.push_back(*waypoint);
         } else if (++malformed <= most_named) {
-            log.writeLog("%s malformed node %s.", log_prefix, printable(piece).c_str());
-            log.writeLog("\tNot added.");
+            logLine("%s malformed node %s.", log_prefix, printable(piece).c_str());
+            logLine("\tNot added.");
         }
     }
     if (malformed > most_named)
-        log.writeLog("%s malformed nodes besides these: %d. Not added.", log_prefix,
-                     malformed - most_named);
+        logLine("%s malformed nodes besides these: %d. Not added.", log_prefix,
+                malformed - most_named);
     object.setPath(path);
 }
 
@@ -339,11 +333,10 @@ constexpr std::array<AttributeText, ATTRIBUTE_COUNT> attribute_texts{{
 } // namespace
 
 std::string Object::serialize(const std::string &attributes) {
-    LogManager &log = LogManager::getInstance();
-    log.writeLog(20, "Object::serialize(): attr is '%s'", attributes.c_str());
+    logLine(20, "Object::serialize(): attr is '%s'", attributes.c_str());
     if (!attributes.empty() && attributes != ALL_ATTRIBUTES && attributes.back() != ',')
-        log.writeLog("Object::serialize(): Warning! Attribute '%s' missing trailing ','",
-                     attributes.c_str());
+        logLine("Object::serialize(): Warning! Attribute '%s' missing trailing ','",
+                attributes.c_str());
 
     std::string text;
     for (const AttributeText &row : attribute_texts) {

@@ -28,7 +28,7 @@ int SceneGraph::checkStep(int result, const Object *p_o, const char *step, const
 
 int SceneGraph::startUp() {
     types.clear();
-    LogManager::getInstance().writeLog(1, "Scenegraph configuration: SIMPLE");
+    logLine(1, "Scenegraph configuration: SIMPLE");
     return 0;
 }
 
@@ -173,11 +173,10 @@ int SceneGraph::updateSolidness(Object *p_o, Solidness new_solidness) {
     if (!p_o->isActive())
         return 0;
     const bool new_solid = new_solidness == HARD || new_solidness == SOFT;
-    LogManager &log = LogManager::getInstance();
     if (p_o->isSolid() && !new_solid) {
         if (solid_objects.remove(p_o) != 0 && !is_game_over)
-            log.writeLog("SceneGraph::updateSolidness(): unable to remove solid object (%s)",
-                         printable(p_o->getType()).c_str());
+            logLine("SceneGraph::updateSolidness(): unable to remove solid object (%s)",
+                    printable(p_o->getType()).c_str());
     } else if (!p_o->isSolid() && new_solid) {
         if (solid_objects.insert(p_o) != 0 && !is_game_over)
             return logFailure(
@@ -207,9 +206,8 @@ Object *SceneGraph::firstObject() const {
 ObjectList SceneGraph::visibleObjects(int altitude) const {
     if (isLayer(altitude))
         return visible_objects[static_cast<std::size_t>(altitude)];
-    LogManager::getInstance().writeLog(
-        "SceneGraph::visibleObjects(): Warning! altitude %d not in [%d,%d].", altitude, 0,
-        MAX_ALTITUDE);
+    logLine("SceneGraph::visibleObjects(): Warning! altitude %d not in [%d,%d].", altitude, 0,
+            MAX_ALTITUDE);
     return {};
 }
 

@@ -15,8 +15,7 @@ Shape::Shape()
 
 void Shape::setType(int new_type) {
     if (new_type < UNDEFINED_SHAPE || new_type > TRIANGLE) {
-        LogManager::getInstance().writeLog("Shape::setType(): Unknown shape type %d. Ignoring.",
-                                           new_type);
+        logLine("Shape::setType(): Unknown shape type %d. Ignoring.", new_type);
         return;
     }
     type = static_cast<ShapeType>(new_type);
@@ -29,15 +28,14 @@ void Shape::setRGB(unsigned char new_r, unsigned char new_g, unsigned char new_b
 }
 
 void Shape::draw(Vector world_pos) {
-    LogManager &log = LogManager::getInstance();
     DisplayManager &display = DisplayManager::getInstance();
     if (!display.getWindow()) {
-        log.writeLog(5, "Shape::draw(): DisplayManager window not defined.");
+        logLine(5, "Shape::draw(): DisplayManager window not defined.");
         return;
     }
     const Vector pixel = display.worldToPixels(world_pos);
     colorToRGB(color, r, g, b);
-    log.writeLog(20, "Shape::draw(): Drawing at (%.2f, %.2f)", pixel.x, pixel.y);
+    logLine(20, "Shape::draw(): Drawing at (%.2f, %.2f)", pixel.x, pixel.y);
     drawFigure({type, size, r, g, b, alpha}, pixel);
 }
 

@@ -55,9 +55,8 @@ Vector ViewObject::placeOf(int at_location) const {
 
 void ViewObject::setLocation(int new_location) {
     if (new_location < 0 || new_location > last_location) {
-        LogManager::getInstance().writeLog(
-            "ViewObject::setLocation(): Warning! Location out of range (%d). Ignored.",
-            new_location);
+        logLine("ViewObject::setLocation(): Warning! Location out of range (%d). Ignored.",
+                new_location);
         return;
     }
     setPosition(placeOf(new_location));
@@ -108,11 +107,10 @@ void ViewObject::setColor(Color new_color) {
 int ViewObject::eventHandler(const Event *p_event) {
     if (p_event->getType() != VIEW_EVENT)
         return Object::eventHandler(p_event);
-    const auto *p_view_event = dynamic_cast<const EventView *>(p_event);
-    if (!p_view_event || p_view_event->getTag() != view_string)
+    const auto *change = eventCast<EventView>(p_event);
+    if (!change || change->getTag() != view_string)
         return 0;
-    setValue(p_view_event->getDelta() ? addWithinLimits(value, p_view_event->getValue())
-                                      : p_view_event->getValue());
+    setValue(change->getDelta() ? addWithinLimits(value, change->getValue()) : change->getValue());
     return 1;
 }
 
@@ -143,8 +141,7 @@ int ViewObject::draw() {
 }
 
 std::string ViewObject::serialize(const std::string &attributes) {
-    LogManager::getInstance().writeLog(25, "ViewObject::serialize(): attr is '%s'",
-                                       attributes.c_str());
+    logLine(25, "ViewObject::serialize(): attr is '%s'", attributes.c_str());
     std::string text = Object::serialize(attributes);
     const auto write = [&](ViewAttribute which, const char *name, const char *key,
                            const std::string &written) {
@@ -167,41 +164,39 @@ int ViewObject::deserialize(const std::string &text) {
     if (text.empty())
         return 0; // match() would search whatever it was given last.
     Object::deserialize(text);
-    LogManager &log = LogManager::getInstance();
     constexpr char prefix[] = "ViewObject::deserialize():";
     if (const auto found = attributeText(text, "view_string"); !found.empty()) {
-        log.writeLog(10, "%s view_string is %s", prefix, printable(found).c_str());
+        logLine(10, "%s view_string is %s", prefix, printable(found).c_str());
         view_string = found;
         setModified(ViewAttribute::VIEW_STRING);
     }
     if (const auto found = match(text, "view_value"); !found.empty()) {
-        log.writeLog(10, "%s value is %d", prefix, parseInt(found));
+        logLine(10, "%s value is %d", prefix, parseInt(found));
         setValue(parseInt(found));
     }
     if (const auto found = match(text, "view_border"); !found.empty()) {
-        log.writeLog(10, "%s border is %s", prefix, printable(found).c_str());
+        logLine(10, "%s border is %s", prefix, printable(found).c_str());
         setBorder(found == "true");
     }
     if (const auto found = match(text, "view_color"); !found.empty()) {
-        log.writeLog(10, "%s color is %d", prefix, parseInt(found));
+        logLine(10, "%s color is %d", prefix, parseInt(found));
         setColor(static_cast<Color>(parseInt(found)));
     }
     if (const auto found = match(text, "view_location"); !found.empty()) {
-        log.writeLog(10, "%s location is %d", prefix, parseInt(found));
+        logLine(10, "%s location is %d", prefix, parseInt(found));
         setLocation(parseInt(found));
     }
     if (const auto found = match(text, "view_draw_value"); !found.empty()) {
-        log.writeLog(10, "%s draw_value is %s", prefix, printable(found).c_str());
+        logLine(10, "%s draw_value is %s", prefix, printable(found).c_str());
         setDrawValue(found == "true");
     }
     return 0;
 }
 
 bool ViewObject::isModified() const {
-    LogManager &log = LogManager::getInstance();
     for (std::size_t i = 0; i < modified.size(); ++i) {
-        log.writeLog(10, "ViewObject::isModified(): %d is %s", static_cast<int>(i),
-                     modified.test(i) ? "true" : "false");
+        logLine(10, "ViewObject::isModified(): %d is %s", static_cast<int>(i),
+                modified.test(i) ? "true" : "false");
         if (modified.test(i))
             return true;
     }

@@ -52,15 +52,12 @@ int WorldManager::refuseDead(const char *operation, const Object *p_o) {
 }
 
 bool WorldManager::isValid(const std::string &event_type) const {
-    LogManager &log = LogManager::getInstance();
     if (event_type == KEYBOARD_EVENT || event_type == MOUSE_EVENT || event_type == STEP_EVENT) {
-        log.writeLog("WorldManager::isValid(): WorldManager does not handle %s",
-                     event_type.c_str());
+        logLine("WorldManager::isValid(): WorldManager does not handle %s", event_type.c_str());
         return false;
     }
     if (event_type == OUT_EVENT || event_type == COLLISION_EVENT) {
-        log.writeLog("WorldManager::isValid(): Event %s handled automatically.",
-                     event_type.c_str());
+        logLine("WorldManager::isValid(): Event %s handled automatically.", event_type.c_str());
         return false;
     }
     return true;
@@ -78,7 +75,7 @@ int WorldManager::startUp() {
         return logFailure("WorldManager::startUp(): Error! Unable to startup Scenegraph");
     Manager::startUp();
     warnOfEarly();
-    LogManager::getInstance().writeLog(5, "WorldManager::startUp(): successfully started.");
+    logLine(5, "WorldManager::startUp(): successfully started.");
     return 0;
 }
 
@@ -98,7 +95,7 @@ void WorldManager::shutDown() {
     while (Object *p_o = scene_graph.firstObject())
         dispose(p_o);
     scene_graph.shutDown();
-    LogManager::getInstance().writeLog(5, "WorldManager::shutDown(): Successfully stopped.");
+    logLine(5, "WorldManager::shutDown(): Successfully stopped.");
 }
 
 void WorldManager::greet(Object *p_o) {
@@ -121,9 +118,8 @@ int WorldManager::insertObject(Object *p_o) {
         living.setTakenOut(p_o, false);
         return scene_graph.insertObject(p_o);
     }
-    LogManager &log = LogManager::getInstance();
-    log.writeLog(2, "WorldManager::insertObject(): Warning! Not adding Object %d", p_o->getId());
-    log.writeLog(2, "                              because WorldManager not started.");
+    logLine(2, "WorldManager::insertObject(): Warning! Not adding Object %d", p_o->getId());
+    logLine(2, "                              because WorldManager not started.");
     if (early_id == 0 && !is_stopping)
         early_id = p_o->getId();
     return -1;
@@ -133,7 +129,7 @@ int WorldManager::insertObject(Object *p_o) {
 void WorldManager::warnOfEarly() {
     if (early_id == 0 || std::exchange(early_is_said, true))
         return;
-    LogManager::getInstance().writeLog(
+    logLine(
         "WorldManager: Warning! Object %d was made while the engine was not started, and stays out "
         "of the world: it is neither moved nor drawn.",
         early_id);
@@ -260,10 +256,10 @@ void WorldManager::takeOut(Object *p_o) {
 void WorldManager::warnOfTakingOut(const Object *p_o) {
     if (std::exchange(taking_out_is_said, true))
         return;
-    LogManager::getInstance().writeLog("WorldManager: Warning! Object %d (%s) was not made by "
-                                       "Object's new, so it is not deleted but "
-                                       "taken out of the world.",
-                                       p_o->getId(), p_o->getType().c_str());
+    logLine("WorldManager: Warning! Object %d (%s) was not made by "
+            "Object's new, so it is not deleted but "
+            "taken out of the world.",
+            p_o->getId(), p_o->getType().c_str());
 }
 
 /// An exception that leaves a constructor destroys its object, and is no mistake.
@@ -271,7 +267,7 @@ void WorldManager::warnOfDelete(const Object *p_o) {
     if (is_disposing || !ObjectWatch::isAny() || !p_o->isMadeByNew() ||
         std::uncaught_exceptions() > 0 || std::exchange(delete_is_said, true))
         return;
-    LogManager::getInstance().writeLog(
+    logLine(
         "WorldManager: Warning! Object %d (%s) was deleted in the middle of a step. Objects are "
         "deleted by WorldManager::markForDelete().",
         p_o->getId(), p_o->getType().c_str());
@@ -312,8 +308,7 @@ void WorldManager::setViewPosition(Vector centre) {
 void WorldManager::setViewSlack(Vector new_view_slack) {
     const auto out_of_range = [](float part) { return part < 0 || part > 1; };
     if (out_of_range(new_view_slack.x) || out_of_range(new_view_slack.y))
-        LogManager::getInstance().writeLog(
-            "WorldManager::setViewSlack(): Warning! view slack units out of range [0-1]");
+        logLine("WorldManager::setViewSlack(): Warning! view slack units out of range [0-1]");
     view_slack = new_view_slack;
 }
 

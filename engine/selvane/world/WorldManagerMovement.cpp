@@ -76,9 +76,8 @@ bool WorldManager::resolveCollisions(Object *const &p_o, Vector &where) const {
             where = slidPosition(p_o, getNormal(p_o, p_obstacle));
             list = scene_graph.getCollisions(p_o, where);
             if (firstHard(list)) {
-                LogManager::getInstance().writeLog(
-                    5, "WorldManager::moveObject(): Double collision. Object (avoid obstacles) "
-                       "cannot move.");
+                logLine(5, "WorldManager::moveObject(): Double collision. Object (avoid obstacles) "
+                           "cannot move.");
                 return false;
             }
         }

@@ -62,7 +62,7 @@ Vector getNormal(const Box &box, Vector position, Vector velocity, const Box &ob
         if (boxIntersectsBox(mover, boxAt(obstacle, beside)))
             return normal;
     }
-    LogManager::getInstance().writeLog("getNormal(): collision not detected. Returning (0,0).");
+    logLine("getNormal(): collision not detected. Returning (0,0).");
     return {0, 0};
 }
 
