@@ -1,9 +1,9 @@
-/// The clock for a game's tests: it moves only when the test moves it, or when somebody sleeps, and
-/// a sleep takes no time. The steps of the game loop then follow each other at once, and what they
-/// do hangs on no machine's speed.
+/// A clock for a game's tests: only the test and sleeping move it, and a sleep takes no real time.
+/// The game loop then runs its steps without pausing, and the result does not depend on the speed
+/// of the machine.
 ///
-/// In use from its making, which comes before the engine's start, to its end, which comes after the
-/// engine's shutdown. One at a time; game-loop thread only.
+/// In use from construction to destruction. Construct it before the engine starts and destroy it
+/// after the engine has shut down. One at a time; game-loop thread only.
 #pragma once
 
 #include "selvane/platform/system.h"
@@ -21,22 +21,21 @@ class ManualTime final : public platform::TimeSource {
     ManualTime(const ManualTime &) = delete;
     ManualTime &operator=(const ManualTime &) = delete;
 
-    /// The wall clock in UTC, in milliseconds since the month began. A test may move it back, too.
+    /// The wall clock in UTC, in milliseconds since the month began. A test may also move it back.
     long long now_ms = 0;
-    /// The milliseconds that every sleep so far was asked for, in order. A long test may clear it
-    /// from time to time.
+    /// The requested milliseconds of each sleep so far, in order. A long test may clear it.
     std::vector<int> sleeps;
     /// How many milliseconds longer than asked for each sleep takes.
     int oversleep_ms = 0;
-    /// Called at the end of each sleep, which is between two steps of the game loop.
+    /// Called at the end of each sleep, that is between two steps of the game loop.
     std::function<void()> during_sleep;
-    /// The local time, which the log writes, is 07:08 and this second, whatever `now_ms` says.
+    /// The local time, which the log shows, is 07:08 and this second, whatever `now_ms` is.
     int local_second = 9;
-    /// Whether the local time cannot be had.
+    /// Whether reading the local time fails.
     bool local_time_fails = false;
-    /// What each request for a timer period is answered: 0, or platform::timer_period_refused.
+    /// The answer to each request for a timer period: 0, or platform::timer_period_refused.
     int timer_answer = 0;
-    /// How many timer periods were asked for and not given back.
+    /// Timer periods that were requested and not yet given back.
     int open_timer_periods = 0;
 
     platform::UtcTime utcNow() override {

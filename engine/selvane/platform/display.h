@@ -1,13 +1,13 @@
-/// Whether the operating system can show a window, asked before the windowing library tries: that
-/// library ends the process where it cannot.
+/// Whether the operating system can show a window. To be asked before SFML opens one, since SFML
+/// ends the process if it can't.
 #pragma once
 
 #include <memory>
 
 namespace sv::platform {
 
-/// To be kept until the window is open: a display that nobody is connected to may begin anew, and
-/// refuses everybody while it does.
+/// Keep it until the window is open: an X server without clients may restart, and refuses
+/// connections while it does.
 class DisplayCheck {
   public:
     DisplayCheck();
@@ -15,7 +15,7 @@ class DisplayCheck {
     DisplayCheck(const DisplayCheck &) = delete;
     DisplayCheck &operator=(const DisplayCheck &) = delete;
 
-    /// Why no window can be opened, as a sentence for a person; null if nothing stands in its way.
+    /// Why no window can be opened, as a sentence for the user; null if one can be opened.
     const char *obstacle() const;
 
   private:

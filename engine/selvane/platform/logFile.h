@@ -1,7 +1,7 @@
-/// The file of a log, which several programs may write at the same time.
+/// The log's file, which several programs may write at the same time.
 ///
-/// Whoever opens it alone empties it. While anybody writes it, those who come later add to it: what
-/// each writes in one piece stays whole. Game-loop thread only.
+/// Opening it empties it, unless another program has it open: then both append to it, and what each
+/// writes in one call stays in one piece. Game-loop thread only.
 #pragma once
 
 #include <cstdio>
@@ -10,17 +10,16 @@
 namespace sv::platform {
 
 struct LogFile {
-    std::FILE *p_file =
-        nullptr;            ///< The caller closes it. Null: it cannot be opened; errno has why.
-    bool is_shared = false; ///< Whether another running program writes it, too.
+    std::FILE *p_file = nullptr; ///< The caller closes it. Null if it can't be opened; see errno.
+    bool is_shared = false;      ///< Whether another running program has it open too.
 };
 
-/// Opens a log to write. One that is also standard error is not emptied. What is no file, as a
-/// terminal or a pipe, is nobody's and has nothing to empty; a file system that knows no locks
-/// counts as one on which every program is alone.
+/// Opens a log for writing. A file that is also standard error is not emptied. Anything but a
+/// regular file, such as a terminal or a pipe, is never shared. On a file system without locks no
+/// file counts as shared.
 LogFile openLog(const std::string &name);
 
-/// Opens a log whose name is nobody's yet; null otherwise.
+/// Creates and opens a log; null if the name exists already.
 std::FILE *openNewLog(const std::string &name);
 
 } // namespace sv::platform

@@ -1,12 +1,12 @@
-/// SV_PRINTF_FORMAT(text, arguments) marks a function that takes a printf text and its arguments,
-/// so that the compiler checks one against the other: the places of both, counted from 1, `this`
-/// included; 0 for `arguments` where they come as a va_list.
+/// SV_PRINTF_FORMAT(text, arguments) makes the compiler check a function's printf format against
+/// its arguments. `text` and `arguments` are the positions of the format and of the first argument,
+/// counted from 1, `this` included; `arguments` is 0 for a va_list.
 #pragma once
 
 #include <cstdio>
 
-// MinGW has two families of printf functions. libstdc++ chooses the one that knows %zu and %lld,
-// and the macro names it; the compiler's own default there is the other.
+// MinGW has two families of printf functions. libstdc++ uses the one that supports %zu and %lld,
+// which this macro names; the compiler's default is the other one.
 #if defined(__MINGW_PRINTF_FORMAT)
 #define SV_PRINTF_FORMAT(text, arguments)                                                          \
     __attribute__((format(__MINGW_PRINTF_FORMAT, text, arguments)))

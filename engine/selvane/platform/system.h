@@ -1,8 +1,7 @@
-/// The clock, the sleep, the working folder and the state of files, as the operating system has
-/// them.
+/// The operating system's clock, sleep, working folder and file states.
 ///
-/// Everything above this folder takes its time from timeSource(), so that a test can put a clock
-/// of its own there, as ManualTime is one. Game-loop thread only.
+/// All other rooms take their time from timeSource(), so that a test can replace it with a clock of
+/// its own, such as ManualTime. Game-loop thread only.
 #pragma once
 
 #include <cstddef>
@@ -21,7 +20,7 @@ struct UtcTime {
     int millisecond = 0;
 };
 
-/// What beginTimerPeriod and endTimerPeriod answer when the period cannot be had.
+/// What beginTimerPeriod() and endTimerPeriod() return when the system refuses the period.
 inline constexpr int timer_period_refused = 97;
 
 /// Wall clock, sleep and timer resolution.
@@ -29,44 +28,44 @@ class TimeSource {
   public:
     virtual UtcTime utcNow() = 0;
 
-    /// Writes the local calendar time to `local`; false if it cannot be had.
+    /// Writes the local calendar time to `local`; false if the system has none.
     virtual bool localTime(std::tm &local) = 0;
 
-    /// Blocks for that many milliseconds; 0 or less returns at once. A wall clock that is set
-    /// meanwhile does not change how long.
+    /// Blocks for that many milliseconds; 0 or less returns at once. Setting the wall clock
+    /// meanwhile does not change the duration.
     virtual void sleep(int milliseconds) = 0;
 
-    /// Asks for timers of that resolution: 0, or timer_period_refused. Each granted request is
-    /// given back with endTimerPeriod.
+    /// Requests timers of that resolution: 0, or timer_period_refused. Give each granted request
+    /// back with endTimerPeriod().
     virtual int beginTimerPeriod(unsigned milliseconds) = 0;
     virtual int endTimerPeriod(unsigned milliseconds) = 0;
 
   protected:
-    // Nobody deletes one through this class, and with a virtual destructor the system's own would
-    // be gone at the end of the process while globals still log.
+    // Not virtual: nobody deletes one through this class, and a virtual destructor would destroy
+    // the system's own at the end of the process while globals still log.
     ~TimeSource() = default;
 };
 
 /// The system's own time source, whichever is in use.
 TimeSource &systemTimeSource();
 
-/// The time source in use: the system's, unless setTimeSource has put another.
+/// The time source in use: the system's, unless setTimeSource() has replaced it.
 TimeSource &timeSource();
 
-/// Puts `source` in place of the system's; null puts the system's back. The caller keeps it, and
-/// keeps it alive while it is in use.
+/// Replaces the time source in use; null restores the system's. The caller owns `source` and keeps
+/// it alive while it is in use.
 void setTimeSource(TimeSource *source);
 
-/// The working folder in UTF-8, or an empty text if its name cannot be had or does not fit into
-/// `capacity` bytes, the terminating zero included.
+/// The working folder in UTF-8, or an empty text if the system cannot name it or the name does not
+/// fit into `capacity` bytes, the terminating zero included.
 std::string workingDirectory(std::size_t capacity);
 
-/// Whether that name is a folder's, a device's or of something else that is no file; false if it is
-/// nobody's. The name is as fopen() takes it.
+/// Whether a name exists and is not a regular file but a folder, a device or the like. The name is
+/// as fopen() takes it.
 bool isOtherThanFile(const std::string &name);
 
-/// Whether an open file has been deleted meanwhile, so that nobody can read what is written to it.
-/// A system that does not delete open files answers false.
+/// Whether an open file has been deleted, so that nobody can read what is written to it. Always
+/// false on a system that does not delete open files.
 bool isDeleted(std::FILE *file);
 
 } // namespace sv::platform

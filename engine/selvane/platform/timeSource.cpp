@@ -9,7 +9,7 @@ TimeSource *replacement = nullptr;
 } // namespace
 
 TimeSource &timeSource() {
-    return replacement != nullptr ? *replacement : systemTimeSource();
+    return replacement ? *replacement : systemTimeSource();
 }
 
 void setTimeSource(TimeSource *source) {

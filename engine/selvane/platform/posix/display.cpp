@@ -6,7 +6,7 @@ namespace sv::platform {
 
 namespace {
 
-constexpr int bits_per_pixel = 24;
+constexpr int least_bits_per_pixel = 24;
 
 bool hasOpenGL(Display *display) {
     int opcode = 0;
@@ -38,7 +38,8 @@ const char *DisplayCheck::obstacle() const {
         return "No X display can be opened; DISPLAY names the one to use.";
     if (!hasOpenGL(connection->display))
         return "The X display has no OpenGL (its extension GLX).";
-    if (XDefaultDepth(connection->display, XDefaultScreen(connection->display)) < bits_per_pixel)
+    if (XDefaultDepth(connection->display, XDefaultScreen(connection->display)) <
+        least_bits_per_pixel)
         return "The X display has fewer than 24 bits per pixel.";
     return nullptr;
 }

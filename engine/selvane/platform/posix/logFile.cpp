@@ -12,11 +12,11 @@ namespace {
 
 /// The descriptor, or -1.
 int openToAppend(const std::string &name, int further_flags = 0) {
-    constexpr mode_t everybody = 0666; // Whom the umask does not keep out.
+    constexpr mode_t everybody = 0666; // Less what the umask takes away.
     return open(name.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | further_flags, everybody);
 }
 
-/// False if another writer's lock stands against it.
+/// False if another writer's lock is in the way.
 bool lock(int file, int kind) {
     return flock(file, kind | LOCK_NB) == 0 || errno != EWOULDBLOCK;
 }
@@ -33,18 +33,18 @@ bool isStandardError(int file) {
            status.st_dev == errors.st_dev && status.st_ino == errors.st_ino;
 }
 
-/// Takes the descriptor.
+/// Takes over the descriptor.
 std::FILE *toStream(int file) {
-    std::FILE *p_file = fdopen(file, "a");
-    if (p_file == nullptr)
+    std::FILE *stream = fdopen(file, "a");
+    if (!stream)
         close(file);
-    return p_file;
+    return stream;
 }
 
 } // namespace
 
-// Every writer keeps a shared lock for as long as it runs. One that can have the file for itself is
-// the only one.
+// Every writer holds a shared lock as long as it runs. So whoever gets an exclusive lock is the
+// only writer.
 LogFile openLog(const std::string &name) {
     const int file = openToAppend(name);
     if (file < 0)
@@ -52,7 +52,7 @@ LogFile openLog(const std::string &name) {
     if (!isRegular(file))
         return {toStream(file), false};
     if (isStandardError(file)) {
-        // Of two ways into a file each would write over what came by the other.
+        // Two descriptors of one file would overwrite each other's lines.
         close(file);
         return {toStream(fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 0)), false};
     }

@@ -11,19 +11,19 @@ namespace sv::platform {
 
 namespace {
 
-// A silent peer is asked after 10 s whether it is there, and given up after four more questions.
+// After 10 s of silence the system asks whether the peer is there; it gives up after four more
+// questions.
 constexpr int keepalive_idle_s = 10;
 constexpr int keepalive_interval_s = 4;
 constexpr int keepalive_probes = 4;
 
-// That many in a row leave room for one that got lost: to a peer that has no room for more data,
-// the system lets up to two minutes go by between two questions, and its answer is that much older.
+// Three in a row, since one may get lost. To a peer without room for more data the system asks only
+// every two minutes or less, so that its last answer is that much older.
 constexpr int unanswered_questions = 3;
 
-/// Whether the peer has left the system's questions, and the data sent again and again, without any
-/// answer for that long. The system goes on for a quarter of an hour, and sends no keepalive while
-/// data is on its way. TCP_USER_TIMEOUT would end that too, but with it every connection whose peer
-/// answers and does not read.
+/// Whether the peer has answered neither questions nor retransmitted data for that long. The system
+/// itself retransmits for a quarter of an hour, and sends no keepalive meanwhile. TCP_USER_TIMEOUT
+/// would stop that too, but also every connection whose peer answers without reading.
 bool isSilent(Handle socket, int patience_ms) {
     tcp_info info{};
     socklen_t size = sizeof info;
@@ -55,7 +55,7 @@ void keepAlive(Handle socket) {
     setOption(socket, IPPROTO_TCP, TCP_KEEPCNT, keepalive_probes);
 }
 
-// Without it a server could not come back while its last connections fade away.
+// Without it a server could not restart while its last connections fade away.
 int allowPortReuse(Handle listener) {
     const int on = 1;
     return setsockopt(listener, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
@@ -86,11 +86,11 @@ bool isWouldBlock(int code) {
 }
 
 std::string socketErrorText(int code) {
-    // The codes of failed name lookups are the negative ones.
+    // The negative codes are those of failed name lookups.
     return code < 0 ? gai_strerror(code) : std::system_category().message(code);
 }
 
-// Configured without being asked: here an accepted socket has its listener's settings.
+// Not configured again: here an accepted socket inherits its listener's options.
 Socket acceptFrom(Socket listener) {
     return answer(accept4(toHandle(listener), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
 }
@@ -102,7 +102,7 @@ int waitingBytes(Socket socket) {
 
 bool isPeerGone(Socket socket, int patience_ms) {
     pollfd asked{toHandle(socket), POLLRDHUP, 0};
-    // Any answer is a bad one: the end, an error, or no such socket; no_socket itself gets none.
+    // Every event is bad news: the end, an error, or no such socket. no_socket itself has none.
     return socket == no_socket || poll(&asked, 1, 0) > 0 || isSilent(toHandle(socket), patience_ms);
 }
 

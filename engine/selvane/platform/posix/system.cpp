@@ -33,11 +33,11 @@ class SystemTime final : public TimeSource {
                 static_cast<int>(now.tv_nsec / nanoseconds_per_millisecond)};
     }
 
-    // Every line of a log asks. The answer is the same for a second.
+    // Each line of the log asks, so keep the answer for a second.
     bool localTime(std::tm &local) override {
         const std::time_t now = std::time(nullptr);
         if (now != second) {
-            if (localtime_r(&now, &local_second) == nullptr)
+            if (!localtime_r(&now, &local_second))
                 return false;
             second = now;
         }
@@ -46,18 +46,17 @@ class SystemTime final : public TimeSource {
     }
 
     void sleep(int milliseconds) override {
-        if (milliseconds <= 0) {
+        if (milliseconds <= 0)
             return;
-        }
         timespec now{};
         clock_gettime(CLOCK_MONOTONIC, &now);
-        // To a moment, not for a duration: resuming after a signal then loses nothing.
+        // Until a moment, not for a duration: a signal then does not change the total.
         const timespec end = later(now, milliseconds);
         while (clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &end, nullptr) == EINTR) {
         }
     }
 
-    // Sleeping is finer than a millisecond here without being asked.
+    // Timers are finer than a millisecond here anyway.
     int beginTimerPeriod(unsigned) override { return 0; }
     int endTimerPeriod(unsigned) override { return 0; }
 
@@ -66,7 +65,7 @@ class SystemTime final : public TimeSource {
     std::tm local_second{}; // That second in local time.
 };
 
-// There before main() and after it: a global's constructor or destructor may log.
+// Exists before main() and after it, since a global's constructor or destructor may log.
 constinit SystemTime system_time;
 
 } // namespace
@@ -77,7 +76,7 @@ TimeSource &systemTimeSource() {
 
 std::string workingDirectory(std::size_t capacity) {
     std::string folder(capacity, '\0');
-    return getcwd(folder.data(), capacity) != nullptr ? folder.c_str() : "";
+    return getcwd(folder.data(), capacity) ? folder.c_str() : "";
 }
 
 bool isOtherThanFile(const std::string &name) {

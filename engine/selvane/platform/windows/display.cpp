@@ -9,7 +9,7 @@ DisplayCheck::DisplayCheck() = default;
 DisplayCheck::~DisplayCheck() = default;
 
 const char *DisplayCheck::obstacle() const {
-    return nullptr; // The library says for itself when it gets no window here.
+    return nullptr; // SFML reports a failure here itself and does not end the process.
 }
 
 } // namespace sv::platform

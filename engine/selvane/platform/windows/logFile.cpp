@@ -7,12 +7,12 @@
 
 namespace sv::platform {
 
-// A file that somebody writes cannot be opened by one who would keep others from writing it.
+// A file that another program writes cannot be opened with other writers denied.
 LogFile openLog(const std::string &name) {
-    std::FILE *p_alone = _fsopen(name.c_str(), "w", _SH_DENYWR);
-    if (p_alone != nullptr)
-        std::fclose(p_alone);
-    return {_fsopen(name.c_str(), "a", _SH_DENYNO), p_alone == nullptr};
+    std::FILE *alone = _fsopen(name.c_str(), "w", _SH_DENYWR);
+    if (alone)
+        std::fclose(alone);
+    return {_fsopen(name.c_str(), "a", _SH_DENYNO), !alone};
 }
 
 std::FILE *openNewLog(const std::string &name) {

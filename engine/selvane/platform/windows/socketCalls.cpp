@@ -10,8 +10,7 @@ namespace sv::platform {
 
 namespace {
 
-// A silent peer is asked after 10 s whether it is there; the system gives it up after ten
-// questions.
+// After 10 s of silence the system asks whether the peer is there; it gives up after ten questions.
 constexpr u_long keepalive_idle_ms = 10000;
 constexpr u_long keepalive_interval_ms = 1500;
 
@@ -43,8 +42,8 @@ void keepAlive(Handle socket) {
              nullptr);
 }
 
-// SO_REUSEADDR stays off: here it would let two programs listen on one port, and a port whose last
-// connections fade away is free without it.
+// SO_REUSEADDR stays off: here it would let two programs listen on one port, and a port is free
+// without it while its last connections fade away.
 int allowPortReuse(Handle /*listener*/) {
     return 0;
 }
@@ -83,7 +82,7 @@ std::string socketErrorText(int code) {
     return line.empty() ? "unknown error" : toUtf8(line);
 }
 
-// Non-blocking without being asked: here an accepted socket is if its listener is.
+// Here an accepted socket is non-blocking if its listener is.
 Socket acceptFrom(Socket listener) {
     const SOCKET accepted = accept(toHandle(listener), nullptr, nullptr);
     if (accepted == INVALID_SOCKET)
@@ -98,7 +97,7 @@ int waitingBytes(Socket socket) {
     return asked == 0 ? static_cast<int>(bytes) : -1;
 }
 
-// Wine, unlike Windows, sees the end only when the bytes before it have been taken.
+// Wine, unlike Windows, sees the end only after the bytes before it have been taken.
 bool isPeerGone(Socket socket, int /*patience_ms*/) {
     WSAPOLLFD asked{toHandle(socket), POLLRDNORM, 0};
     const int answered = WSAPoll(&asked, 1, 0);

@@ -26,9 +26,8 @@ class SystemTime final : public TimeSource {
     }
 
     void sleep(int milliseconds) override {
-        if (milliseconds > 0) {
+        if (milliseconds > 0)
             Sleep(static_cast<DWORD>(milliseconds));
-        }
     }
 
     int beginTimerPeriod(unsigned milliseconds) override {
@@ -40,7 +39,7 @@ class SystemTime final : public TimeSource {
     }
 };
 
-// There before main() and after it: a global's constructor or destructor may log.
+// Exists before main() and after it, since a global's constructor or destructor may log.
 constinit SystemTime system_time;
 
 } // namespace
@@ -49,7 +48,7 @@ TimeSource &systemTimeSource() {
     return system_time;
 }
 
-// The runtime's own function ends at 260 characters; a folder may lie deeper.
+// The C runtime's function stops at 260 characters; a folder's name may be longer.
 std::string workingDirectory(std::size_t capacity) {
     std::wstring wide(GetCurrentDirectoryW(0, nullptr), L'\0');
     wide.resize(GetCurrentDirectoryW(static_cast<DWORD>(wide.size()), wide.data()));

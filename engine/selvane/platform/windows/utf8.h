@@ -1,4 +1,4 @@
-/// Text from the system's wide functions, for the sources of this folder.
+/// Converts the text of the system's wide functions.
 #pragma once
 
 #include <string>
@@ -6,7 +6,7 @@
 
 namespace sv::platform {
 
-/// A half of a surrogate pair on its own becomes U+FFFD.
+/// Half a surrogate pair becomes U+FFFD.
 std::string toUtf8(std::wstring_view wide);
 
 } // namespace sv::platform
