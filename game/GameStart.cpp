@@ -1,7 +1,7 @@
 #include "game/GameStart.h"
 
 #include "game/LevelManager.h"
-#include "game/chain.h"
+#include "game/MemoryScreens.h"
 #include "game/inputReading.h"
 #include "game/resources.h"
 #include "selvane/core/Event.h"

@@ -2,9 +2,9 @@
 
 #include "game/Button.h"
 #include "game/GameOver.h"
+#include "game/MemoryScreens.h"
 #include "game/Timer.h"
-#include "game/chain.h"
-#include "game/endScreens.h"
+#include "game/WinScreen.h"
 #include "game/randomPick.h"
 #include "game/resources.h"
 #include "game/retire.h"

@@ -1,12 +1,12 @@
-#include "game/endScreens.h"
+#include "game/WinScreen.h"
 
+#include "game/MemoryScreens.h"
 #include "game/inputReading.h"
-#include "game/setUpText.h"
 #include "selvane/loop/GameManager.h"
 
 namespace {
 
-/// Either screen ends the game by itself.
+// Both objects get the key, and each of them ends the game.
 int quitOnQ(sv::ViewObject &screen, const sv::Event *p_event) {
     const auto key = keyOf(p_event);
     if (!key)

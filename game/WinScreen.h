@@ -1,6 +1,5 @@
-/// The end of a game that is won: the news, and below it the prompt for Q, which ends the program.
-///
-/// The world owns both.
+/// The end of a won game: the news in the middle, and at the bottom the prompt for Q, which ends
+/// the program. The world owns both.
 #pragma once
 
 #include "selvane/world/ViewObject.h"

@@ -1,9 +1,18 @@
-#include "game/chain.h"
+#include "game/MemoryScreens.h"
 
 #include "game/LevelManager.h"
 #include "game/inputReading.h"
-#include "game/setUpText.h"
 #include "game/shootingPhase.h"
+#include "selvane/core/Event.h"
+
+void setUpText(sv::ViewObject &screen, sv::ViewObjectLocation location, const std::string &text) {
+    screen.setLocation(location);
+    screen.setViewString(text);
+    screen.setDrawValue(false);
+    screen.setColor(sv::WHITE);
+    screen.registerInterest(sv::KEYBOARD_EVENT);
+    screen.setActive(true);
+}
 
 MemoryScreen::MemoryScreen(const std::string &text, sv::Keyboard::Key new_key) : key(new_key) {
     setUpText(*this, sv::CENTER_CENTER, text);

@@ -1,6 +1,6 @@
 /// The screens that say what to remember, one at a time, each with the prompt for the key that
-/// leads on: S, H, A, P, E and the space bar. That the keys of two screens in a row differ is what
-/// keeps one press from dismissing two.
+/// leads on: S, H, A, P, E and the space bar. Two screens in a row have different keys, so that one
+/// press does not dismiss both.
 ///
 /// The world owns them; dismissed ones stay in it, inactive, until the program ends.
 #pragma once
@@ -9,6 +9,10 @@
 #include "selvane/world/ViewObject.h"
 
 #include <string>
+
+/// Makes a new view object show a text at a location, in white and without its value, and registers
+/// it for the keys.
+void setUpText(sv::ViewObject &screen, sv::ViewObjectLocation location, const std::string &text);
 
 /// A text in the middle. Its key dismisses it and shows what comes next.
 class MemoryScreen : public sv::ViewObject {
@@ -73,7 +77,7 @@ class GoScreen : public MemoryScreen {
     void showNext() override;
 };
 
-/// A framed line at the bottom that names a key, and goes with its press.
+/// A framed line at the bottom that names a key. Pressing the key dismisses it.
 class Prompt : public sv::ViewObject {
   public:
     /// 1 for a keyboard event, whatever the key; 0 for any other.
