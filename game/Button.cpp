@@ -3,7 +3,7 @@
 #include "game/LevelManager.h"
 #include "game/Timer.h"
 #include "game/inputReading.h"
-#include "game/placeRandomly.h"
+#include "game/random.h"
 #include "game/resources.h"
 #include "selvane/core/Event.h"
 #include "selvane/core/LogManager.h"

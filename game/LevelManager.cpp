@@ -5,9 +5,8 @@
 #include "game/MemoryScreens.h"
 #include "game/Timer.h"
 #include "game/WinScreen.h"
-#include "game/randomPick.h"
+#include "game/random.h"
 #include "game/resources.h"
-#include "game/retire.h"
 #include "selvane/core/EventMouse.h"
 #include "selvane/loop/GameManager.h"
 #include "selvane/world/WorldManager.h"
@@ -35,6 +34,16 @@ void clearStage(Button *p_button) {
 }
 
 } // namespace
+
+void retire(sv::Object *object) {
+    object->setActive(false);
+    sv::WorldManager::getInstance().markForDelete(object);
+}
+
+void retire(const sv::ObjectList &objects) {
+    for (sv::Object *object : objects)
+        retire(object);
+}
 
 LevelManager &LevelManager::getInstance() {
     static LevelManager instance;

@@ -2,10 +2,8 @@
 
 #include "game/LevelManager.h"
 #include "game/inputReading.h"
-#include "game/placeRandomly.h"
-#include "game/randomPick.h"
+#include "game/random.h"
 #include "game/resources.h"
-#include "game/retire.h"
 #include "selvane/core/Event.h"
 #include "selvane/core/EventMouse.h"
 

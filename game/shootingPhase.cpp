@@ -5,8 +5,7 @@
 #include "game/Reticle.h"
 #include "game/Shape.h"
 #include "game/Timer.h"
-#include "game/placeRandomly.h"
-#include "game/randomPick.h"
+#include "game/random.h"
 #include "selvane/display/DisplayManager.h"
 
 namespace {

@@ -6,7 +6,7 @@
 #include "game/MemoryScreens.h"
 #include "game/Reticle.h"
 #include "game/Shape.h"
-#include "game/placeRandomly.h"
+#include "game/random.h"
 #include "selvane/core/EventMouse.h"
 #include "selvane/input/InputManager.h"
 #include "selvane/loop/GameManager.h"
