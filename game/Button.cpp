@@ -10,7 +10,7 @@
 #include "selvane/display/DisplayManager.h"
 
 Button::Button() {
-    setSprite(label::BUTTON_SPRITE);
+    setSprite(labels::BUTTON_SPRITE);
     setSolidness(sv::SPECTRAL);
     setAltitude(3);
     registerInterest(sv::MOUSE_EVENT);

@@ -23,11 +23,11 @@ int stepsOf(const sv::Sprite &sprite) {
 
 GameOver::GameOver() {
     setType("GameOver");
-    if (setSprite(label::GAME_OVER_SPRITE) == 0)
+    if (setSprite(labels::GAME_OVER_SPRITE) == 0)
         time_to_live = stepsOf(*getAnimation().getSprite());
     setLocation(sv::CENTER_CENTER);
     registerInterest(sv::STEP_EVENT);
-    playSound(label::GAME_OVER_SOUND);
+    playSound(labels::GAME_OVER_SOUND);
 }
 
 GameOver::~GameOver() {

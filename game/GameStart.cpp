@@ -10,10 +10,10 @@
 
 GameStart::GameStart() {
     setType("GameStart");
-    setSprite(label::GAME_START_SPRITE);
+    setSprite(labels::GAME_START_SPRITE);
     setLocation(sv::CENTER_CENTER);
     registerInterest(sv::KEYBOARD_EVENT);
-    music = sv::ResourceManager::getInstance().getMusic(label::MENU_MUSIC);
+    music = sv::ResourceManager::getInstance().getMusic(labels::MENU_MUSIC);
     sv::play(music, true);
 }
 
@@ -30,7 +30,7 @@ int GameStart::eventHandler(const sv::Event *p_event) {
 
 void GameStart::startGame() {
     sv::stop(music);
-    startMusic(label::LEVEL_MUSIC);
+    startMusic(labels::LEVEL_MUSIC);
     LevelManager &level_manager = LevelManager::getInstance();
     level_manager.pickNumber();
     level_manager.pickShape();

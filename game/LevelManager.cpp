@@ -100,13 +100,13 @@ void LevelManager::levelUp() {
 }
 
 void LevelManager::win() {
-    stopMusic(label::LEVEL_MUSIC);
-    playSound(label::LEVEL_UP_SOUND);
+    stopMusic(labels::LEVEL_MUSIC);
+    playSound(labels::LEVEL_UP_SOUND);
     new WinScreen;
     new QToQuit;
 }
 
 void LevelManager::lose() {
-    stopMusic(label::LEVEL_MUSIC);
+    stopMusic(labels::LEVEL_MUSIC);
     new GameOver;
 }

@@ -60,8 +60,8 @@ class LevelManager : public sv::Manager {
 
 inline constexpr int LAST_LEVEL = 3;
 
-// Takes objects out of the game: inactive at once and marked for deletion. What is only marked lives
-// until the end of the step and would answer one more click.
+// Takes objects out of the game: inactive at once and marked for deletion. What is only marked
+// lives until the end of the step and would answer one more click.
 
 void retire(sv::Object *object);
 void retire(const sv::ObjectList &objects);

@@ -48,7 +48,7 @@ int Shape::eventHandler(const sv::Event *p_event) {
 void Shape::hit(const sv::EventMouse *p_mouse_event) {
     if (!isOnTarget(p_mouse_event->getMousePosition(), getPosition()))
         return;
-    playSound(label::SHOOT_SOUND);
+    playSound(labels::SHOOT_SOUND);
     LevelManager &level_manager = LevelManager::getInstance();
     if (color == level_manager.getColor() && kind == level_manager.getShape())
         level_manager.addHit();

@@ -45,8 +45,8 @@ int Timer::eventHandler(const sv::Event *p_event) {
 }
 
 void Timer::expire() {
-    stopMusic(label::LEVEL_MUSIC);
-    playSound(label::GAME_OVER_SOUND);
+    stopMusic(labels::LEVEL_MUSIC);
+    playSound(labels::GAME_OVER_SOUND);
     setActive(false);
     new GameOver;
 }

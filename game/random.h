@@ -1,6 +1,6 @@
 /// The game's random choices. They draw from the C library's generator, which the engine seeds when
-/// it starts: a seed fixes the whole game, as long as nobody changes what is drawn, how often and in
-/// which order.
+/// it starts: a seed fixes the whole game, as long as nobody changes what is drawn, how often and
+/// in which order.
 #pragma once
 
 #include "game/ShapeKind.h"

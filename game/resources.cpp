@@ -15,9 +15,9 @@ struct Resource {
 // The tracks of levels 2 and 3 are loaded and never played: every level has that of level 1. They
 // belong to the set of files that a game of this kind brings, and a missing one is to be noticed.
 constexpr Resource resources[] = {
-    {label::GAME_OVER_SPRITE, Kind::SPRITE, "sprites/gameover-spr.txt"},
-    {label::GAME_START_SPRITE, Kind::SPRITE, "sprites/gamestart-spr.txt"},
-    {label::BUTTON_SPRITE, Kind::SPRITE, "sprites/button-spr.txt"},
+    {labels::GAME_OVER_SPRITE, Kind::SPRITE, "sprites/gameover-spr.txt"},
+    {labels::GAME_START_SPRITE, Kind::SPRITE, "sprites/gamestart-spr.txt"},
+    {labels::BUTTON_SPRITE, Kind::SPRITE, "sprites/button-spr.txt"},
     {"square red", Kind::SPRITE, "sprites/square-red-spr.txt"},
     {"triangle red", Kind::SPRITE, "sprites/triangle-red-spr.txt"},
     {"circle red", Kind::SPRITE, "sprites/circle-red-spr.txt"},
@@ -27,11 +27,11 @@ constexpr Resource resources[] = {
     {"square yellow", Kind::SPRITE, "sprites/square-yellow-spr.txt"},
     {"triangle yellow", Kind::SPRITE, "sprites/triangle-yellow-spr.txt"},
     {"circle yellow", Kind::SPRITE, "sprites/circle-yellow-spr.txt"},
-    {label::SHOOT_SOUND, Kind::SOUND, "sounds/shoot.wav"},
-    {label::GAME_OVER_SOUND, Kind::SOUND, "sounds/game-over.wav"},
-    {label::MENU_MUSIC, Kind::MUSIC, "sounds/menus.wav"},
-    {label::LEVEL_UP_SOUND, Kind::SOUND, "sounds/levelup.wav"},
-    {label::LEVEL_MUSIC, Kind::MUSIC, "sounds/background-lv1.wav"},
+    {labels::SHOOT_SOUND, Kind::SOUND, "sounds/shoot.wav"},
+    {labels::GAME_OVER_SOUND, Kind::SOUND, "sounds/game-over.wav"},
+    {labels::MENU_MUSIC, Kind::MUSIC, "sounds/menus.wav"},
+    {labels::LEVEL_UP_SOUND, Kind::SOUND, "sounds/levelup.wav"},
+    {labels::LEVEL_MUSIC, Kind::MUSIC, "sounds/background-lv1.wav"},
     {"background lv2", Kind::MUSIC, "sounds/background-lv2.wav"},
     {"background lv3", Kind::MUSIC, "sounds/background-lv3.wav"},
 };

@@ -2,7 +2,7 @@
 /// in "sprites/" and "sounds/" of the working folder.
 #pragma once
 
-namespace label {
+namespace labels {
 
 inline constexpr char GAME_OVER_SPRITE[] = "gameover";
 inline constexpr char GAME_START_SPRITE[] = "gamestart";
@@ -15,7 +15,7 @@ inline constexpr char LEVEL_UP_SOUND[] = "levelup";
 inline constexpr char MENU_MUSIC[] = "menus";
 inline constexpr char LEVEL_MUSIC[] = "background lv1";
 
-} // namespace label
+} // namespace labels
 
 /// Loads all of them. What is missing or broken is said in the log and is missing in the game,
 /// which goes on without.

@@ -182,7 +182,7 @@ class GameByEvents : public test::EngineTest {
         }
         const int lost = player.stepOf(Stage::LOST);
         if (lost >= 0) {
-            EXPECT_EQ(end - lost, isBroken(label::GAME_OVER_SPRITE) ? 1 : game_over_steps);
+            EXPECT_EQ(end - lost, isBroken(labels::GAME_OVER_SPRITE) ? 1 : game_over_steps);
         }
         if (game.plan == Plan::WAIT && !is_blocked) {
             const int steps = lost - player.stepOf(Stage::SHOOTING);
@@ -293,7 +293,7 @@ TEST_P(OneFileBroken, is_refused_once_and_the_game_goes_to_its_end) {
         fs::copy_file("whole", file);
         GetParam().befall(file);
         broken = labelOf(file);
-        playElsewhere({broken == label::LEVEL_UP_SOUND ? Plan::RIGHT : Plan::NO_SHOT});
+        playElsewhere({broken == labels::LEVEL_UP_SOUND ? Plan::RIGHT : Plan::NO_SHOT});
         fs::remove(file);
         fs::rename("whole", file);
     }
