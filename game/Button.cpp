@@ -20,8 +20,8 @@ Button::Button() {
 }
 
 int Button::eventHandler(const sv::Event *p_event) {
-    if (const sv::EventMouse *p_click = asLeftClick(p_event))
-        LevelManager::getInstance().checkAnswer(this, p_click);
+    if (const sv::EventMouse *click = asLeftClick(p_event))
+        LevelManager::getInstance().checkAnswer(this, click);
     return 0;
 }
 

@@ -1,7 +1,5 @@
-/// The end of a game that is lost: plays its animation once, in the middle, and with its own end
-/// ends the program.
-///
-/// The world owns it.
+/// The end of a lost game: plays its animation once, in the middle, then deletes itself, which ends
+/// the program. The world owns it.
 #pragma once
 
 #include "selvane/world/ViewObject.h"
@@ -14,9 +12,9 @@ class GameOver : public sv::ViewObject {
     /// 1 for a step, 0 for anything else.
     int eventHandler(const sv::Event *p_event) override;
 
-    /// The sprite instead of a label and a value: what any object draws, not what its parent does.
+    /// Draws its sprite, as a plain object does, and no label and value.
     int draw() override { return Object::draw(); } // NOLINT(bugprone-parent-virtual-call)
 
   private:
-    int time_to_live = 0; // Steps. Without a sprite the first one is the last.
+    int time_to_live = 0; // Steps. Without a sprite the first step is the last.
 };

@@ -1,6 +1,6 @@
 /// The title: its picture in the middle and the menu music, until P starts the game or Q ends it.
 ///
-/// The world owns it; it stays there, inactive, when the game has begun, and never comes back.
+/// The world owns it. Once the game has begun it stays there, inactive, and never comes back.
 #pragma once
 
 #include "selvane/world/ViewObject.h"
@@ -16,11 +16,11 @@ class GameStart : public sv::ViewObject {
     /// 1 for a keyboard event, whatever the key; 0 for any other.
     int eventHandler(const sv::Event *p_event) override;
 
-    /// The sprite instead of a label and a value: what any object draws, not what its parent does.
+    /// Draws its sprite, as a plain object does, and no label and value.
     int draw() override { return Object::draw(); } // NOLINT(bugprone-parent-virtual-call)
 
   private:
     void startGame();
 
-    sv::Music *music = nullptr; // There may be none.
+    sv::Music *music = nullptr; // Null if its file was not loaded.
 };

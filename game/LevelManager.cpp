@@ -15,20 +15,21 @@
 
 namespace {
 
-/// Not the test of the targets. The button answers in its three columns at every height, but for
-/// the exact row of its position; and wherever the click's column is, to the last bit, the button's
-/// column or its row. The sprite is drawn for that, and the demonstration aims by it.
+/// Unlike the targets' test. The button answers in its three columns at any height except exactly
+/// its own row, and wherever the click's column is exactly equal to the button's column or to its
+/// row. The sprite is drawn to fit this, and the demo aims by it.
 bool isOnButton(sv::Vector click, sv::Vector button) {
     if (click.x == button.x || click.x == button.y)
         return true;
     return std::abs(click.x - button.x) <= 1.0F && std::abs(click.y - button.y) != 0.0F;
 }
 
-/// An end under way goes too, when the button is clicked after the time is up: its going ends the
-/// game at once, whatever the verdict. The button by name, since it need not be active.
-void clearStage(Button *p_button) {
+/// If the button is clicked after the time is up, the running GameOver is deleted too, which ends
+/// the game at once, whatever the verdict. The button is retired by name because it may be
+/// inactive.
+void clearStage(Button *button) {
     retire(sv::WorldManager::getInstance().getAllObjects());
-    retire(p_button);
+    retire(button);
     if (current_timer)
         current_timer->setActive(false);
 }
@@ -51,7 +52,7 @@ LevelManager &LevelManager::getInstance() {
 }
 
 LevelManager::LevelManager() {
-    // The destructor asks it, so it has to be made first.
+    // The destructor uses it, so it must be constructed first.
     sv::GameManager::getInstance();
     setType("LevelManager");
 }
@@ -74,10 +75,10 @@ void LevelManager::pickColor() {
     color = randomShapeColor();
 }
 
-void LevelManager::checkAnswer(Button *p_button, const sv::EventMouse *p_mouse_event) {
-    if (!isOnButton(p_mouse_event->getMousePosition(), p_button->getPosition()))
+void LevelManager::checkAnswer(Button *button, const sv::EventMouse *mouse_event) {
+    if (!isOnButton(mouse_event->getMousePosition(), button->getPosition()))
         return;
-    clearStage(p_button);
+    clearStage(button);
     if (hits != number || misses != 0)
         lose();
     else if (level == LAST_LEVEL)
@@ -86,8 +87,8 @@ void LevelManager::checkAnswer(Button *p_button, const sv::EventMouse *p_mouse_e
         levelUp();
 }
 
-/// The music goes on.
 void LevelManager::levelUp() {
+    // The music goes on.
     level_clock.delta();
     ++level;
     pickNumber();

@@ -1,7 +1,6 @@
-/// The rules: which level it is, what the player has to shoot in it, what was shot so far, and the
-/// verdict over that.
+/// The rules: the level, what the player has to shoot in it, the shots so far, and the verdict.
 ///
-/// A single instance that lives as long as the process and is never set back: a process plays one
+/// A single instance that lives as long as the process and is never reset: a process plays one
 /// game. Game-loop thread only.
 #pragma once
 
@@ -11,7 +10,8 @@
 
 namespace sv {
 class EventMouse;
-}
+class Object;
+} // namespace sv
 class Button;
 
 class LevelManager : public sv::Manager {
@@ -22,7 +22,7 @@ class LevelManager : public sv::Manager {
     /// 1 to LAST_LEVEL.
     int getLevel() const { return level; }
 
-    // What the player has to remember. The three are drawn anew for each level, in this order.
+    // What the player has to remember: drawn at random for each level, in this order.
 
     void pickNumber();
     void pickShape();
@@ -32,15 +32,15 @@ class LevelManager : public sv::Manager {
     ShapeKind getShape() const { return shape; }
     ShapeColor getColor() const { return color; }
 
-    /// Shots at what is to be shot, and at anything else, in this level.
+    /// Right and wrong shots in this level.
     int getHits() const { return hits; }
     int getMisses() const { return misses; }
     void addHit() { ++hits; }
     void addMiss() { ++misses; }
 
-    /// The verdict, if the click is on the button: the next level, the end that is won, or the end
-    /// that is lost. Everything that is active then is inactive and on its way out.
-    void checkAnswer(Button *p_button, const sv::EventMouse *p_mouse_event);
+    /// If the click is on the button, takes the verdict: the next level, the game won, or the game
+    /// lost. Everything that was active is retired.
+    void checkAnswer(Button *button, const sv::EventMouse *mouse_event);
 
   private:
     LevelManager();
@@ -55,13 +55,13 @@ class LevelManager : public sv::Manager {
     ShapeColor color = ShapeColor::RED;
     int hits = 0;
     int misses = 0;
-    sv::Clock level_clock; // Set back at each level-up. No rule asks.
+    sv::Clock level_clock; // Reset at each level-up. No rule reads it.
 };
 
 inline constexpr int LAST_LEVEL = 3;
 
-// Takes objects out of the game: inactive at once and marked for deletion. What is only marked
-// lives until the end of the step and would answer one more click.
+// Takes objects out of the game: makes them inactive and marks them for deletion. A marked object
+// lives until the end of the step and, if active, would answer one more click.
 
 void retire(sv::Object *object);
 void retire(const sv::ObjectList &objects);

@@ -16,10 +16,10 @@ Reticle::Reticle() {
 int Reticle::eventHandler(const sv::Event *p_event) {
     if (p_event->getType() != sv::MOUSE_EVENT)
         return 0;
-    const auto *p_mouse_event = dynamic_cast<const sv::EventMouse *>(p_event);
-    if (!p_mouse_event || p_mouse_event->getMouseAction() != sv::MOVED)
+    const auto *mouse_event = dynamic_cast<const sv::EventMouse *>(p_event);
+    if (!mouse_event || mouse_event->getMouseAction() != sv::MOVED)
         return 0;
-    setPosition(p_mouse_event->getMousePosition());
+    setPosition(mouse_event->getMousePosition());
     return 1;
 }
 

@@ -11,8 +11,8 @@
 
 namespace {
 
-/// Within a cell on both axes; and from anywhere if the click's column is, to the last bit, the
-/// target's column or its row. Scores hang on these two.
+/// Within a cell on both axes; or anywhere if the click's column is exactly equal to the target's
+/// column or to its row. These two cases change scores, so they must stay.
 bool isOnTarget(sv::Vector click, sv::Vector target) {
     if (click.x == target.x || click.x == target.y)
         return true;
@@ -21,7 +21,7 @@ bool isOnTarget(sv::Vector click, sv::Vector target) {
 
 } // namespace
 
-// The place is drawn before the colour.
+// The place is drawn before the colour: a seed's game depends on that order.
 Shape::Shape() : Shape(ShapeColor::RED) {
     color = randomShapeColor();
 }
@@ -40,13 +40,13 @@ void Shape::become(const char *new_type, ShapeKind new_kind, float new_width, fl
 }
 
 int Shape::eventHandler(const sv::Event *p_event) {
-    if (const sv::EventMouse *p_click = asLeftClick(p_event))
-        hit(p_click);
+    if (const sv::EventMouse *click = asLeftClick(p_event))
+        hit(click);
     return 0;
 }
 
-void Shape::hit(const sv::EventMouse *p_mouse_event) {
-    if (!isOnTarget(p_mouse_event->getMousePosition(), getPosition()))
+void Shape::hit(const sv::EventMouse *mouse_event) {
+    if (!isOnTarget(mouse_event->getMousePosition(), getPosition()))
         return;
     playSound(labels::SHOOT_SOUND);
     LevelManager &level_manager = LevelManager::getInstance();

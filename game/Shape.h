@@ -1,7 +1,5 @@
-/// The targets. One that is shot counts as a hit if it is what the player was told to remember, as
-/// a miss if it is not, and is gone.
-///
-/// The world owns them.
+/// The targets. Shooting one removes it and counts as a hit if it is what the player was told to
+/// remember, else as a miss. The world owns them.
 #pragma once
 
 #include "game/ShapeKind.h"
@@ -13,16 +11,17 @@ class EventMouse;
 
 class Shape : public sv::Object {
   public:
-    // Both stand somewhere right of the world (see placeRandomly) and show nothing yet.
+    // Both constructors put it right of the world (see placeRandomly), without a sprite.
 
     /// In a random colour.
     Shape();
     explicit Shape(ShapeColor new_color);
 
-    /// Receives every left click. One that is on it shoots it, and every other target it is on.
-    virtual void hit(const sv::EventMouse *p_mouse_event);
+    /// Called with every left click; shoots this target if the click is on it. One click can shoot
+    /// several targets.
+    virtual void hit(const sv::EventMouse *mouse_event);
 
-    /// Returns 0: a click is everyone's.
+    /// Always returns 0.
     int eventHandler(const sv::Event *p_event) override;
 
     ShapeColor getColor() const { return color; }
@@ -37,7 +36,7 @@ class Shape : public sv::Object {
   private:
     ShapeColor color;
     ShapeKind kind = ShapeKind::SQUARE;
-    // Cells. No rule reads them: a target answers within a cell of its position, however large.
+    // Cells. No rule reads them: a click within a cell of the position hits, whatever the size.
     float width = 0;
     float height = 0;
 };

@@ -1,5 +1,4 @@
-/// What a target can look like, and the words for it: on the screens that tell the player what to
-/// remember, and in the labels of the sprites.
+/// What a target can look like, and the words for it on the screens and in the sprites' labels.
 #pragma once
 
 #include <array>

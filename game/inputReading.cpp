@@ -15,9 +15,9 @@ std::optional<sv::Keyboard::Key> keyOf(const sv::Event *p_event) {
 const sv::EventMouse *asLeftClick(const sv::Event *p_event) {
     if (p_event->getType() != sv::MOUSE_EVENT)
         return nullptr;
-    const auto *p_mouse_event = dynamic_cast<const sv::EventMouse *>(p_event);
-    if (!p_mouse_event || p_mouse_event->getMouseAction() != sv::CLICKED ||
-        p_mouse_event->getMouseButton() != sv::LEFT)
+    const auto *mouse_event = dynamic_cast<const sv::EventMouse *>(p_event);
+    if (!mouse_event || mouse_event->getMouseAction() != sv::CLICKED ||
+        mouse_event->getMouseButton() != sv::LEFT)
         return nullptr;
-    return p_mouse_event;
+    return mouse_event;
 }

@@ -18,7 +18,7 @@ int playGame() {
     }
     sv::LogManager::getInstance().setFlush();
     sv::splash();
-    // Whoever closes the window on the title sequence means the game.
+    // Closing the window during the title sequence quits the game.
     if (!sv::InputManager::getInstance().isWindowClosed()) {
         loadResources();
         LevelManager::getInstance().startUp();

@@ -1,7 +1,7 @@
-/// The whole game, from the engine's start to its end: what the program is, for those that play it
-/// in another way than by hand.
+/// The whole program as a function, from the engine's start to its end, so that the tests and the
+/// demo can run it too.
 #pragma once
 
-/// The program's exit status: 0, or 1 if the engine did not start. Once a process: the level is not
-/// set back.
+/// Returns the program's exit status: 0, or 1 if the engine did not start.
+/// REQUIRES: it is called once in a process, since the level is never reset.
 int playGame();

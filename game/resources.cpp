@@ -12,8 +12,8 @@ struct Resource {
     const char *file;
 };
 
-// The tracks of levels 2 and 3 are loaded and never played: every level has that of level 1. They
-// belong to the set of files that a game of this kind brings, and a missing one is to be noticed.
+// The tracks of levels 2 and 3 are loaded but never played: every level plays that of level 1. They
+// ship with the game, so a missing one is logged like any other file.
 constexpr Resource resources[] = {
     {labels::GAME_OVER_SPRITE, Kind::SPRITE, "sprites/gameover-spr.txt"},
     {labels::GAME_START_SPRITE, Kind::SPRITE, "sprites/gamestart-spr.txt"},

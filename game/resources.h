@@ -1,5 +1,5 @@
-/// The game's pictures and sounds: the labels under which they are used, and their files, which lie
-/// in "sprites/" and "sounds/" of the working folder.
+/// The game's pictures and sounds, by label. Their files are in "sprites/" and "sounds/" of the
+/// working folder.
 #pragma once
 
 namespace labels {
@@ -17,11 +17,10 @@ inline constexpr char LEVEL_MUSIC[] = "background lv1";
 
 } // namespace labels
 
-/// Loads all of them. What is missing or broken is said in the log and is missing in the game,
-/// which goes on without.
+/// Loads all of them. A missing or broken file is logged, and the game goes on without it.
 void loadResources();
 
-/// Play and stop what is loaded under that label; nothing happens if nothing is.
+// Nothing happens if nothing is loaded under the label.
 void playSound(const char *sound_label);
 void startMusic(const char *music_label);
 void stopMusic(const char *music_label);

@@ -13,7 +13,7 @@ namespace {
 constexpr int spare_targets = 2;
 constexpr int decoys_per_target = 3;
 
-/// Somewhere in the window. The row is drawn first.
+/// A random cell of the window. The row is drawn first.
 sv::Vector randomCell() {
     const sv::DisplayManager &display = sv::DisplayManager::getInstance();
     const auto y = static_cast<float>(randomBelow(display.getVertical()));
@@ -21,7 +21,7 @@ sv::Vector randomCell() {
     return {x, y};
 }
 
-/// With a colour, or nothing for a random one.
+/// Without a colour argument the colour is random.
 template<typename... Color>
 Shape *makeShape(ShapeKind kind, Color... color) {
     static_assert(sizeof...(color) <= 1);
@@ -36,22 +36,22 @@ Shape *makeShape(ShapeKind kind, Color... color) {
     return new Circle(color...);
 }
 
-/// Two targets may stand in one place: nobody looks.
-void show(Shape *p_shape, sv::Vector cell) {
-    // It is not seen where this puts it. A seed's game hangs on the two draws.
-    placeRandomly(p_shape);
-    p_shape->updateSprite();
-    p_shape->setPosition(cell);
+/// Targets may overlap: nothing checks for that.
+void show(Shape *shape, sv::Vector cell) {
+    // Overwritten below, but its two random draws are part of a seed's game.
+    placeRandomly(shape);
+    shape->updateSprite();
+    shape->setPosition(cell);
 }
 
 } // namespace
 
 void startShootingPhase() {
-    // The button makes a second timer. Both are shown in the same place, count in step and end the
-    // game, each with an end screen; nobody sees two.
+    // The button makes a second timer. Both show in the same place, count in step, and each makes
+    // its own GameOver; the player sees one.
     new Timer;
-    auto *p_button = new Button;
-    p_button->setPosition(BUTTON_POSITION);
+    auto *button = new Button;
+    button->setPosition(BUTTON_POSITION);
     (new Reticle)->draw();
 
     const LevelManager &level_manager = LevelManager::getInstance();

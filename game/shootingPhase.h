@@ -1,6 +1,7 @@
-/// What a level puts on the screen once everything is to be remembered.
+/// What a level shows once the player has seen what to remember.
 #pragma once
 
-/// Makes timer, button, reticle, two targets more than are to be shot, and three times as many
-/// others, all at random places. What is among the others may by chance be right.
+/// Makes the timer, the button, the reticle, and targets at random places: two right ones more than
+/// the player must shoot, and three random ones for each that must be shot. A random one may be
+/// right by chance.
 void startShootingPhase();
