@@ -1,7 +1,7 @@
 /// What the game's sounds are made from: instruments, the parts they play, and pieces of parts.
 ///
-/// Plain data, whole numbers only: whoever renders it gets the same samples on every machine. The
-/// tables themselves are in instruments.h and score.cpp.
+/// Plain data in whole numbers, so that every machine renders the same samples. The tables
+/// themselves are in instruments.h and score.cpp.
 #pragma once
 
 #include <array>
@@ -13,6 +13,7 @@ namespace sounds {
 constexpr int SAMPLES_PER_SECOND = 22050;
 constexpr int STEPS_IN_A_BEAT = 4;
 constexpr int STEPS_IN_A_BAR = 16;
+constexpr int ECHO_STEPS = 3; ///< How much later an echo comes.
 
 /// How strong each harmonic is, the fundamental first; only their proportions count.
 using Harmonics = std::array<int, 16>;
@@ -34,32 +35,31 @@ struct Instrument {
     int sweep = 0;      ///< Percent of its pitch by which a note begins higher.
     int sweep_time = 1; ///< Time constant of the fall to its pitch.
 
-    int noise = 0;           ///< Percent of the sound that are noise.
-    int noise_above = 0;     ///< Hertz: the band of that noise,
-    int noise_below = 11000; ///< softly cut on both sides.
+    int noise = 0;           ///< Percent of the sound that is noise.
+    int noise_above = 0;     ///< Hertz: the lower edge of the noise,
+    int noise_below = 11000; ///< and the upper one; both are soft.
 };
 
-/// One instrument's line through a piece: bars of STEPS_IN_A_BAR words, from the first bar again
-/// when the piece is longer. A word is
-///   c4, f#3, bb2   a note (c4 is the one in the middle of a piano), a4c5e5 several at once;
+/// One instrument's line through a piece: bars of STEPS_IN_A_BAR words, repeated if the piece is
+/// longer. A word is
+///   c4, f#3, bb2   a note (c4 is middle C), a4c5e5 several at once;
 ///   x              the instrument's own note;
-///   -              the note before is held for this step too;
-///   .              nothing.
-/// A note with a ! behind it is louder, with a ? softer.
+///   -              the note before is held;
+///   .              silence.
+/// A note followed by ! is louder, by ? softer.
 struct Part {
     const Instrument *instrument;
-    int volume; ///< Percent; what counts is the proportion to the piece's other parts.
-    int echo;   ///< Percent of it that is heard again from the echo.
+    int volume; ///< Percent, relative to the piece's other parts.
+    int echo;   ///< Percent of it that goes into the echo.
     std::span<const std::string_view> bars;
 };
 
 /// One sound file.
 struct Piece {
     std::string_view file;
-    bool loops; ///< What sounds beyond its end is heard at its beginning; else it fades out there.
+    bool loops; ///< What rings beyond its end goes on at its beginning; else it fades out.
     int beats_per_minute;
     int bars;
-    int echo_steps;    ///< How much later the echo comes, 1 or more.
     int echo_feedback; ///< Percent of an echo that echoes again, 0 to 90.
     int peak;          ///< Percent of full scale that its loudest sample reaches, below 100.
     std::span<const Part> parts;

@@ -15,7 +15,7 @@ std::int64_t samples(std::int64_t milliseconds) {
     return std::max<std::int64_t>(1, milliseconds * SAMPLES_PER_SECOND / 1000);
 }
 
-// How far a filter of one pole follows in a sample, of 2^15: f / (f + rate / 2 pi).
+// Coefficient of a one-pole filter, of 2^15: f / (f + rate / 2 pi).
 std::int64_t cutoff(std::int64_t hertz) {
     return (hertz << 15) / (hertz + SAMPLES_PER_SECOND * 1000 / 6283);
 }
@@ -73,7 +73,7 @@ std::int64_t Voice::next() {
     return (sample / 100 * level >> 15) * loudness / 100;
 }
 
-/// The step of the phase now, with sweep and vibrato.
+/// The current phase step, with sweep and vibrato.
 Phase Voice::bentStep() {
     std::int64_t bent = step;
     if (instrument.sweep > 0) {
@@ -89,7 +89,7 @@ Phase Voice::bentStep() {
     return static_cast<Phase>(bent);
 }
 
-/// The wave there, between its bright and its mellow form.
+/// The wave at that phase, mixed from its bright and its mellow form.
 std::int64_t Voice::waveAt(Phase at) const {
     const std::int64_t soft = mellow.at(at);
     return soft + ((bright.at(at) - soft) * (brightness >> 15) >> 15);

@@ -9,42 +9,42 @@
 
 namespace sounds {
 
-/// The level of an envelope at its highest.
+/// The highest level of an envelope.
 constexpr std::int64_t FULL_LEVEL = std::int64_t{1} << 30;
 
 /// The rise and fall of a note's loudness.
 class Envelope {
   public:
-    /// Of a note that is held for that many samples.
+    /// `held` is how many samples the note is held.
     Envelope(const Instrument &instrument, int held);
 
     /// The level at the next sample, 0 to FULL_LEVEL.
     std::int64_t next();
 
-    /// True once the note cannot be heard any more.
+    /// Whether the note has become too soft to hear.
     bool isOver() const;
 
   private:
-    std::int64_t attack; // What the level rises by in a sample.
+    std::int64_t attack; // Rise per sample.
     std::int64_t decay;  // Samples.
     std::int64_t release;
     std::int64_t sustain;
     std::int64_t level = 0;
-    int left; // Samples until the note is let go.
+    int left; // Samples until the note is released.
     bool is_rising = true;
 };
 
-/// Noise, from the same seed the same, between two frequencies.
+/// Noise between two frequencies, the same for the same seed.
 class Noise {
   public:
     Noise(const Instrument &instrument, std::uint32_t seed);
 
-    /// The next sample, within -32768 and 32767 or a little beyond.
+    /// The next sample, about -32768 to 32767.
     std::int64_t next();
 
   private:
     std::uint32_t state;
-    std::int64_t low_cut; // How far a filter follows in a sample, 2^15 being all the way.
+    std::int64_t low_cut; // Filter coefficients, of 2^15.
     std::int64_t high_cut;
     std::int64_t low = 0;
     std::int64_t smooth = 0;
@@ -52,7 +52,7 @@ class Noise {
 
 class Voice {
   public:
-    /// Of a note that is held for that many samples. Keeps the reference to the instrument.
+    /// `held` is how many samples the note is held. Keeps a reference to the instrument.
     Voice(const Instrument &of, const Note &note, int held);
 
     /// The next sample, 32767 being the loudest that a note of normal loudness gets.

@@ -12,7 +12,7 @@ constexpr int TOP_OCTAVE = 8;
 constexpr std::array<std::uint64_t, 12> top_frequencies = {4186009, 4434922, 4698636, 4978032,
                                                            5274041, 5587652, 5919911, 6271927,
                                                            6644875, 7040000, 7458620, 7902133};
-// Nothing above 8 kHz, for the ear's sake.
+// Overtones above 8 kHz sound shrill.
 constexpr std::uint64_t HIGHEST_STEP = (std::uint64_t{8000} << 32) / SAMPLES_PER_SECOND;
 constexpr int FULL = 32767;
 
@@ -26,7 +26,7 @@ Phase phaseStep(int pitch) {
 
 int sine(Phase phase) {
     const bool is_negative = (phase >> 31) != 0;
-    std::int64_t x = phase & 0x7FFFFFFF; // Half a turn, of which both quarters are alike.
+    std::int64_t x = phase & 0x7FFFFFFF; // The second quarter mirrors the first.
     x = std::min(x, (std::int64_t{1} << 31) - x);
     x >>= 15; // 2^15 is a quarter of a turn.
     // x (a - x^2 (b - x^2 c)), with 0 at 0, 1 at 1 and the right slopes at both; a, b, c times
@@ -44,7 +44,7 @@ Waveform::Waveform(const Harmonics &harmonics, Phase phase_step, bool is_mellow)
     for (std::uint32_t number = 1; number <= harmonics.size(); ++number) {
         if (number > 1 && std::uint64_t{phase_step} * number > HIGHEST_STEP)
             break;
-        // A thousand times, so that a weakened harmonic keeps its digits.
+        // Scaled by 1000, so that a weakened harmonic keeps its precision.
         const int strength =
             harmonics[number - 1] * 1000 / (is_mellow ? static_cast<int>(number) : 1);
         for (std::uint32_t i = 0; i < size; ++i)

@@ -30,7 +30,7 @@ inline constexpr Instrument flute = {.harmonics = {100, 24, 22, 8, 9, 3, 3},
                                      .release = 200};
 inline constexpr Instrument soft_bass = {
     .harmonics = {100, 50, 20, 8, 3}, .attack = 12, .decay = 600, .sustain = 50, .release = 150};
-/// A saw that closes after each note's beginning.
+/// A sawtooth that turns mellow after each attack.
 inline constexpr Instrument drive_bass = {
     .harmonics = {100, 90, 66, 50, 40, 33, 28, 24, 20, 17, 14, 12, 10, 8, 6, 4},
     .mellow = 110,

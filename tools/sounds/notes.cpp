@@ -16,7 +16,7 @@ int semitoneOf(char letter) {
     return letter == ' ' || found == std::string_view::npos ? -1 : static_cast<int>(found);
 }
 
-/// Takes the first note off a word like "a4c#5e5" and returns its pitch, or -1.
+/// Removes the first note of a word like "a4c#5e5" and returns its pitch, or -1.
 int takeNote(std::string_view &word) {
     int pitch = semitoneOf(word.front());
     word.remove_prefix(1);
@@ -82,13 +82,13 @@ class Reader {
     int step = 0;
 };
 
-/// What is wrong with the bar, nothing if all is well.
+/// What is wrong with the bar; empty if nothing is.
 std::string readBar(const std::string &bar, Reader &reader) {
     std::istringstream words(bar);
     int steps = 0;
     for (std::string word; words >> word; ++steps)
         if (!reader.read(word))
-            return "'" + word.append("' cannot stand there");
+            return "'" + word.append("' is not allowed there");
     if (steps != STEPS_IN_A_BAR)
         return "it has " + std::to_string(steps).append(" steps");
     return "";

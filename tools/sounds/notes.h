@@ -1,4 +1,4 @@
-/// Reading the bars of a part.
+/// Reads the bars of a part.
 #pragma once
 
 #include "sounds/Score.h"
@@ -15,8 +15,8 @@ struct Note {
     int loudness; ///< Percent.
 };
 
-/// Adds the notes of a part of a piece that many bars long. Returns 0, or -1 with the reason in
-/// `error` if a bar is not written as Part says.
+/// Adds the notes of a part, in a piece of that many bars. Returns 0, or -1 with the reason in
+/// `error` if a bar is not written as Part describes.
 int readNotes(const Part &part, int bars, std::vector<Note> &notes, std::string &error);
 
 } // namespace sounds

@@ -12,7 +12,7 @@ namespace {
 
 using Mix = std::vector<std::int64_t>;
 
-constexpr std::size_t FADE = SAMPLES_PER_SECOND / 20; // Of what does not loop, at its end.
+constexpr std::size_t FADE = SAMPLES_PER_SECOND / 20; // At the end of a piece that does not loop.
 
 std::size_t sampleOfStep(const Piece &piece, int step) {
     const std::int64_t steps_per_minute = std::int64_t{piece.beats_per_minute} * STEPS_IN_A_BEAT;
@@ -20,7 +20,7 @@ std::size_t sampleOfStep(const Piece &piece, int step) {
                                     steps_per_minute);
 }
 
-/// A piece before it has its loudness.
+/// Mixes the parts of a piece, not yet at its loudness.
 class Mixer {
   public:
     explicit Mixer(const Piece &of)
@@ -39,10 +39,10 @@ class Mixer {
         }
     }
 
-    /// What was played, with its echo.
+    /// Returns the mix with its echo; to be called once.
     Mix take() {
         Mix echo(dry.size());
-        // In a loop the echo of its end is heard at its beginning: the second time around it is.
+        // In a loop the end echoes at the beginning: the second round adds that.
         for (int round = 0; round < (piece.loops ? 2 : 1); ++round)
             addEcho(echo);
         for (std::size_t i = 0; i < dry.size(); ++i)
@@ -52,7 +52,7 @@ class Mixer {
 
   private:
     void addEcho(Mix &echo) const {
-        const std::size_t delay = sampleOfStep(piece, piece.echo_steps);
+        const std::size_t delay = sampleOfStep(piece, ECHO_STEPS);
         const std::size_t size = dry.size();
         for (std::size_t i = piece.loops ? 0 : delay; i < size; ++i) {
             const std::size_t from = (i + size - delay) % size;

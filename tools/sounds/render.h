@@ -1,4 +1,4 @@
-/// From a piece to its samples, and to the bytes of its file.
+/// Turns a piece into samples, and samples into the bytes of a file.
 #pragma once
 
 #include "sounds/Score.h"
@@ -9,7 +9,7 @@
 
 namespace sounds {
 
-/// The samples of a piece. None if it cannot be played as it is written: the reason is in `error`.
+/// The samples of a piece. Empty if a bar cannot be read: the reason is in `error`.
 std::vector<std::int16_t> render(const Piece &piece, std::string &error);
 
 /// A WAV file of one channel with 16 bits a sample.

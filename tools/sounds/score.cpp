@@ -254,13 +254,13 @@ constexpr Part background_lv3[] = {
 
 // The effects are louder than the music that they sound over.
 constexpr Piece pieces[] = {
-    {"shoot.wav", false, 600, 1, 3, 30, 70, shoot},
-    {"game-over.wav", false, 73, 1, 3, 30, 60, game_over},
-    {"menus.wav", true, 88, 8, 3, 40, 32, menus},
-    {"levelup.wav", false, 150, 2, 3, 35, 60, levelup},
-    {"background-lv1.wav", true, 126, 8, 3, 35, 36, background_lv1},
-    {"background-lv2.wav", true, 136, 8, 3, 35, 40, background_lv2},
-    {"background-lv3.wav", true, 146, 8, 3, 35, 44, background_lv3},
+    {"shoot.wav", false, 600, 1, 30, 70, shoot},
+    {"game-over.wav", false, 73, 1, 30, 60, game_over},
+    {"menus.wav", true, 88, 8, 40, 32, menus},
+    {"levelup.wav", false, 150, 2, 35, 60, levelup},
+    {"background-lv1.wav", true, 126, 8, 35, 36, background_lv1},
+    {"background-lv2.wav", true, 136, 8, 35, 40, background_lv2},
+    {"background-lv3.wav", true, 146, 8, 35, 44, background_lv3},
 };
 
 } // namespace
