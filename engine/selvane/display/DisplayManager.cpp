@@ -3,6 +3,7 @@
 #include "selvane/core/Config.h"
 #include "selvane/core/LogManager.h"
 #include "selvane/display/CellBatch.h"
+#include "selvane/display/ScreenCapture.h"
 #include "selvane/display/SfmlMessages.h"
 #include "selvane/display/sfmlColor.h"
 #include "selvane/platform/display.h"
@@ -161,6 +162,7 @@ int DisplayManager::takeSizes() {
     window_vertical_chars = sizes[3];
     cell_size = {static_cast<float>(sizes[0]) / static_cast<float>(sizes[2]),
                  static_cast<float>(sizes[1]) / static_cast<float>(sizes[3])};
+    setCapture(capture != nullptr);
     return 0;
 }
 
@@ -252,7 +254,7 @@ void DisplayManager::shutDown() {
 }
 
 int DisplayManager::drawCh(Vector world_pos, char ch, Color color) {
-    if (Config::getInstance().getHeadless())
+    if (isHeadless())
         return -1;
     unsigned char r = 255;
     unsigned char g = 255;
@@ -265,9 +267,13 @@ int DisplayManager::drawCh(Vector world_pos, char ch, unsigned char r, unsigned 
                            unsigned char b) {
     if (!isStarted())
         return refuseUnstarted();
-    if (Config::getInstance().getHeadless() || !p_window)
+    if (isHeadless() || !isDrawing())
         return -1;
     const Vector pixel = worldToPixels(world_pos);
+    if (capture)
+        capture->put(world_pos - origin, ch, r, g, b);
+    if (!cells)
+        return 0;
     const Vector behind{pixel.x - cell_size.x / rectangle_left,
                         pixel.y + cell_size.y / rectangle_down};
     const Vector shake{static_cast<float>(shake_x), static_cast<float>(shake_y)};
@@ -279,7 +285,7 @@ int DisplayManager::drawString(Vector world_pos, const std::string &str, Justifi
                                Color color) {
     if (!isStarted())
         return refuseUnstarted();
-    if (Config::getInstance().getHeadless())
+    if (isHeadless())
         return -1;
     std::size_t before = 0; // Characters left of the position.
     if (just == CENTER_JUSTIFIED)
@@ -295,11 +301,15 @@ int DisplayManager::drawString(Vector world_pos, const std::string &str, Justifi
 int DisplayManager::swapBuffers() {
     if (!isStarted())
         return refuseUnstarted();
-    if (Config::getInstance().getHeadless() || !p_window)
+    if (isHeadless() || !isDrawing())
         return -1;
-    cells->flush();
-    p_window->display();
-    p_window->clear(colorToSFML(window_background_color));
+    if (capture)
+        capture->show();
+    if (p_window) {
+        cells->flush();
+        p_window->display();
+        p_window->clear(colorToSFML(window_background_color));
+    }
     shakeCells();
     return 0;
 }
@@ -340,6 +350,21 @@ Vector DisplayManager::windowToSpaces(int x, int y) const {
                  : sf::Vector2u(sf::Vector2i(window_horizontal_pixels, window_vertical_pixels));
     return pixelsToSpaces({rescaled(x, window_horizontal_pixels, size.x),
                            rescaled(y, window_vertical_pixels, size.y)});
+}
+
+void DisplayManager::setCapture(bool is_wanted) {
+    capture.reset();
+    if (is_wanted)
+        capture = std::make_unique<ScreenCapture>(window_horizontal_chars, window_vertical_chars);
+}
+
+bool DisplayManager::isDrawing() const {
+    return p_window || (capture && isStarted());
+}
+
+/// As configured, unless the frames are captured.
+bool DisplayManager::isHeadless() const {
+    return Config::getInstance().getHeadless() && !capture;
 }
 
 int DisplayManager::refuseUnstarted() const {

@@ -2,7 +2,8 @@
 /// characters at cell positions, every character over a cell-sized rectangle of the background.
 ///
 /// Positions are given in world cells; the world's view scrolls the picture. Headless there is no
-/// window, and every drawing call returns -1 and says nothing. Game-loop thread only.
+/// window, and every drawing call returns -1 without a line in the log, unless captureScreen()
+/// wants the frames as text. Game-loop thread only.
 #pragma once
 
 #include "selvane/core/Color.h"
@@ -22,6 +23,7 @@ class Text;
 namespace sv {
 
 class CellBatch;
+class ScreenCapture;
 
 /// Which part of a string stands at the position that it is drawn at.
 enum Justification : int {
@@ -97,6 +99,16 @@ class DisplayManager : public Manager {
     /// window, one of the configured size is meant.
     Vector windowToSpaces(int x, int y) const;
 
+    // Called by the engine.
+
+    /// See captureScreen().
+    void setCapture(bool is_wanted);
+    /// Null while nothing is captured.
+    ScreenCapture *getCapture() const { return capture.get(); }
+
+    /// Whether what is drawn now goes anywhere.
+    bool isDrawing() const;
+
   private:
     DisplayManager();
 
@@ -106,6 +118,7 @@ class DisplayManager : public Manager {
     static void closeAtExit();
     int prepareCells();
     void shakeCells();
+    bool isHeadless() const;
     int refuseUnstarted() const;
 
     // Declared before what needs its graphics memory, so it goes last.
@@ -114,6 +127,7 @@ class DisplayManager : public Manager {
     std::unique_ptr<sf::RectangleShape> p_rectangle; // What the background of a cell looks like.
     std::unique_ptr<sf::Text> p_text;                // What the character in a cell looks like.
     std::unique_ptr<CellBatch> cells;
+    std::unique_ptr<ScreenCapture> capture;
 
     int window_horizontal_pixels = 1024;
     int window_vertical_pixels = 768;

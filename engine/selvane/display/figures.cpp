@@ -2,6 +2,7 @@
 
 #include "selvane/core/Config.h"
 #include "selvane/display/DisplayManager.h"
+#include "selvane/display/ScreenCapture.h"
 
 #include <SFML/Graphics/CircleShape.hpp>
 #include <SFML/Graphics/RenderWindow.hpp>
@@ -63,13 +64,47 @@ void form(sf::CircleShape &polygon, const Figure &figure, Vector pixel) {
     }
 }
 
+/// Whether a point is inside a convex polygon: strictly on the same side of all its edges. A
+/// polygon of size 0, or of a size that is not a number, covers nothing.
+bool isCovered(const sf::CircleShape &polygon, sf::Vector2f point) {
+    const std::size_t count = polygon.getPointCount();
+    std::size_t left = 0;
+    std::size_t right = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        const sf::Vector2f from = polygon.getPoint(i);
+        const sf::Vector2f edge = polygon.getPoint((i + 1) % count) - from;
+        const sf::Vector2f way = point - from;
+        left += edge.x * way.y < edge.y * way.x ? 1 : 0;
+        right += edge.x * way.y > edge.y * way.x ? 1 : 0;
+    }
+    return left == count || right == count;
+}
+
+void captureFigure(ScreenCapture &capture, const sf::CircleShape &polygon) {
+    const DisplayManager &display = DisplayManager::getInstance();
+    const Vector size = display.getCellSize();
+    const sf::Color color = polygon.getFillColor();
+    for (int row = 0; row < display.getVertical(); ++row) {
+        for (int column = 0; column < display.getHorizontal(); ++column) {
+            const Vector cell{static_cast<float>(column), static_cast<float>(row)};
+            const sf::Vector2f middle{(cell.x + 0.5F) * size.x, (cell.y + 0.5F) * size.y};
+            if (isCovered(polygon, polygon.getInverseTransform().transformPoint(middle)))
+                capture.put(cell, '#', color.r, color.g, color.b);
+        }
+    }
+}
+
 } // namespace
 
 void drawFigure(const Figure &figure, Vector pixel) {
     sf::CircleShape &polygon = sharedPolygon();
     polygon.setFillColor(sf::Color(figure.r, figure.g, figure.b, figure.alpha));
     form(polygon, figure, pixel);
-    DisplayManager::getInstance().getWindow()->draw(polygon);
+    DisplayManager &display = DisplayManager::getInstance();
+    if (ScreenCapture *capture = display.getCapture(); capture && figure.alpha > 0)
+        captureFigure(*capture, polygon);
+    if (sf::RenderWindow *window = display.getWindow())
+        window->draw(polygon);
 }
 
 } // namespace sv

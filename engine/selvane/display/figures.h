@@ -24,8 +24,8 @@ struct Figure {
     unsigned char alpha = 255;
 };
 
-/// Draws a figure over what was drawn before, at a pixel of the configured window. REQUIRES: there
-/// is a window.
+/// Draws a figure over what was drawn before, at a pixel of the configured window. REQUIRES:
+/// DisplayManager::isDrawing().
 void drawFigure(const Figure &figure, Vector pixel);
 
 } // namespace sv

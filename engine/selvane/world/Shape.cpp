@@ -29,7 +29,7 @@ void Shape::setRGB(unsigned char new_r, unsigned char new_g, unsigned char new_b
 
 void Shape::draw(Vector world_pos) {
     DisplayManager &display = DisplayManager::getInstance();
-    if (!display.getWindow()) {
+    if (!display.isDrawing()) {
         logLine(5, "Shape::draw(): DisplayManager window not defined.");
         return;
     }
