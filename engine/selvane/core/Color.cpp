@@ -2,25 +2,27 @@
 
 #include "selvane/core/LogManager.h"
 
+#include <algorithm>
 #include <array>
+#include <cctype>
 
 namespace sv {
 
 namespace {
 
 struct NamedColor {
-    const char *name;
+    std::string_view name;
     unsigned char r, g, b;
 };
 
-constexpr std::array<NamedColor, 8> colors{{{"Black", 0, 0, 0},
-                                            {"Red", 255, 0, 0},
-                                            {"Green", 0, 255, 0},
-                                            {"Yellow", 255, 255, 0},
-                                            {"Blue", 0, 0, 255},
-                                            {"Magenta", 255, 0, 255},
-                                            {"Cyan", 0, 255, 255},
-                                            {"White", 255, 255, 255}}};
+constexpr std::array<NamedColor, 8> colors{{{"black", 0, 0, 0},
+                                            {"red", 255, 0, 0},
+                                            {"green", 0, 255, 0},
+                                            {"yellow", 255, 255, 0},
+                                            {"blue", 0, 0, 255},
+                                            {"magenta", 255, 0, 255},
+                                            {"cyan", 0, 255, 255},
+                                            {"white", 255, 255, 255}}};
 
 const NamedColor *findColor(Color c) {
     const auto index = static_cast<std::size_t>(c);
@@ -41,7 +43,19 @@ void colorToRGB(Color c, unsigned char &r, unsigned char &g, unsigned char &b) {
 
 std::string colorToString(Color c) {
     const NamedColor *color = findColor(c);
-    return color ? color->name : "Unknown color";
+    if (!color)
+        return "Unknown color";
+    std::string name(color->name);
+    name[0] = static_cast<char>(std::toupper(name[0]));
+    return name;
+}
+
+std::optional<Color> colorFromName(std::string_view name) {
+    const auto found = std::find_if(colors.begin(), colors.end(),
+                                    [&](const NamedColor &color) { return color.name == name; });
+    if (found == colors.end())
+        return std::nullopt;
+    return static_cast<Color>(found - colors.begin());
 }
 
 } // namespace sv

@@ -1,8 +1,9 @@
-/// The engine's colours and their conversions. What the windowing library makes of one is in
-/// display/sfmlColor.h.
+/// The engine's colours and their conversions. SFML's colours are in display/sfmlColor.h.
 #pragma once
 
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace sv {
 
@@ -21,11 +22,14 @@ enum Color : int {
 /// The colour of drawn characters.
 inline constexpr Color COLOR_DEFAULT = WHITE;
 
-/// Writes the components of `c`, 0 or 255 each. `CUSTOM`, and any number that is no colour, leaves
-/// them as they are.
+/// Writes the components of `c`, 0 or 255 each. `CUSTOM` and numbers that are not colours leave
+/// them unchanged; the latter are logged at level 5.
 void colorToRGB(Color c, unsigned char &r, unsigned char &g, unsigned char &b);
 
-/// "Black" to "White"; "Unknown color" for `CUSTOM` and for any number that is no colour.
+/// "Black" to "White"; "Unknown color" for `CUSTOM` and for numbers that are not colours.
 std::string colorToString(Color c);
+
+/// The colour of a lower-case name, "black" to "white"; nothing for any other text.
+std::optional<Color> colorFromName(std::string_view name);
 
 } // namespace sv

@@ -4,7 +4,6 @@
 #include "selvane/core/configText.h"
 #include "selvane/core/text.h"
 
-#include <array>
 #include <cstdlib>
 #include <fstream>
 #include <optional>
@@ -31,22 +30,6 @@ void read(const std::string &value, bool &setting) {
 void read(const std::string &value, std::string &setting) {
     setting = value;
 }
-
-struct ColorName {
-    const char *name;
-    Color color;
-};
-
-// Yellow's slot is spelt "red", and the red before it wins: no file can ask for a yellow
-// background. Files in the field are written to that, so the slot stays as it is.
-constexpr std::array<ColorName, 8> background_colors{{{"black", BLACK},
-                                                      {"red", RED},
-                                                      {"green", GREEN},
-                                                      {"red", YELLOW},
-                                                      {"blue", BLUE},
-                                                      {"magenta", MAGENTA},
-                                                      {"cyan", CYAN},
-                                                      {"white", WHITE}}};
 
 /// All of the file, or nothing if it is no text: a program, a folder, a file without end.
 std::optional<std::string> readText(std::istream &file) {
@@ -162,13 +145,12 @@ void Config::apply(const Setting &setting, const std::string &value) {
 }
 
 void Config::setWindowBackgroundColor(const std::string &name) {
-    for (const ColorName &candidate : background_colors) {
-        if (name == candidate.name) {
-            window_background_color = candidate.color;
-            return;
-        }
-    }
-    logLine("loadConfig(): Unsupported window color '%s'", name.c_str());
+    // Yellow is refused: its place in the list of names was once misspelt, and files in the field
+    // are written to that.
+    if (const auto color = colorFromName(name); color && color != YELLOW)
+        window_background_color = *color;
+    else
+        logLine("loadConfig(): Unsupported window color '%s'", name.c_str());
 }
 
 void Config::setWindowStyle(const std::string &name) {
