@@ -6,7 +6,7 @@
 #include "selvane/network/NetworkManager.h"
 #include "selvane/platform/sockets.h"
 #include "support/WorldTest.h"
-#include "support/trouble.h"
+#include "support/networkFaults.h"
 #include "support/waitUntil.h"
 
 #include <array>

@@ -9,19 +9,19 @@ namespace sv::platform {
 namespace {
 
 struct Closer {
-    void operator()(std::FILE *p_file) const { std::fclose(p_file); }
+    void operator()(std::FILE *file) const { std::fclose(file); }
 };
 using File = std::unique_ptr<std::FILE, Closer>;
 
-/// A Windows program under Wine sees them, and gets another program's.
+/// False for Windows programs: under Wine these files exist, but are another program's.
 bool hasDeviceFiles() {
     return std::filesystem::path::preferred_separator == '/';
 }
 
-/// Each opening counts as another program's.
+/// Each opening counts as another program.
 class SharedLog : public test::EngineTest {
   protected:
-    /// Opens the log, and writes a line if that went well; whether others write it.
+    /// Opens the log and writes a line to it. Whether others have it open too.
     bool open(File &file, const char *line) {
         const LogFile opened = openLog(name);
         EXPECT_NE(opened.p_file, nullptr);
@@ -39,7 +39,7 @@ class SharedLog : public test::EngineTest {
     File files[3];
 };
 
-TEST_F(SharedLog, is_emptied_only_by_who_writes_it_alone) {
+TEST_F(SharedLog, is_emptied_only_by_its_sole_writer) {
     writeFile(name, "of an earlier game\n");
     EXPECT_FALSE(open(files[0], "first\n"));
     EXPECT_TRUE(open(files[1], "second\n"));
@@ -53,14 +53,14 @@ TEST_F(SharedLog, is_emptied_only_by_who_writes_it_alone) {
     EXPECT_EQ(logText(), "alone\n");
 }
 
-TEST_F(SharedLog, is_shared_from_the_start_when_it_was_new) {
+TEST_F(SharedLog, is_shared_when_new_too) {
     files[0].reset(openNewLog(name));
     ASSERT_NE(files[0], nullptr);
     EXPECT_EQ(openNewLog(name), nullptr) << "its name is taken";
     EXPECT_TRUE(open(files[1], "second\n"));
 }
 
-TEST_F(SharedLog, that_is_standard_error_keeps_what_comes_by_either_way) {
+TEST_F(SharedLog, keeps_the_lines_of_standard_error) {
     if (!hasDeviceFiles())
         GTEST_SKIP() << "no /dev/stderr here";
     test::CapturedErrors errors;
@@ -72,7 +72,7 @@ TEST_F(SharedLog, that_is_standard_error_keeps_what_comes_by_either_way) {
     EXPECT_EQ(errors.take(), "first\nsecond\nthird\nfourth\n");
 }
 
-TEST_F(SharedLog, is_nobodys_where_there_is_no_file) {
+TEST_F(SharedLog, is_never_shared_when_a_device) {
     if (!hasDeviceFiles())
         GTEST_SKIP() << "no /dev/null here";
     name = "/dev/null";

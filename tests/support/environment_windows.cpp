@@ -9,7 +9,7 @@ void setEnvironment(const std::string &name, const std::string &value) {
 }
 
 void clearEnvironment(const std::string &name) {
-    _putenv_s(name.c_str(), ""); // The runtime's way to remove one.
+    _putenv_s(name.c_str(), ""); // Removes it.
 }
 
 } // namespace test

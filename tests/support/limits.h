@@ -1,13 +1,12 @@
-/// What the system grants the test's own process.
+/// The system's limits for the test's own process.
 #pragma once
 
 namespace test {
 
-/// Grants no files and sockets from now on but those that are open; false where a system cannot be
-/// told to.
+/// Lets the process open no further files and sockets; false where the system can't do that.
 bool allowNoMoreFiles();
 
-/// Grants as many as at first.
+/// Lets it open files and sockets again.
 void allowMoreFiles();
 
 } // namespace test

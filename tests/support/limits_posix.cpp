@@ -19,7 +19,7 @@ bool setSoftLimit(rlim_t files) {
 } // namespace
 
 bool allowNoMoreFiles() {
-    // The next descriptor is the lowest that is free, and the limit is on its number.
+    // The limit is on a descriptor's number, and the next one is the lowest free number.
     const int next = open("/dev/null", O_RDONLY | O_CLOEXEC);
     if (next < 0)
         return false;

@@ -1,7 +1,9 @@
-#include "support/trouble.h"
+#include "support/networkFaults.h"
 
 #include <csignal>
 #include <linux/filter.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
 #include <sys/socket.h>
 #include <sys/time.h>
 
@@ -16,8 +18,7 @@ void interruptEvery(suseconds_t microseconds) {
 
 } // namespace
 
-bool fallSilent(sv::platform::Socket socket) {
-    // A filter that keeps nothing of what arrives.
+bool dropIncoming(sv::platform::Socket socket) {
     sock_filter drop{BPF_RET | BPF_K, 0, 0, 0};
     const sock_fprog program{1, &drop};
     return setsockopt(static_cast<int>(socket), SOL_SOCKET, SO_ATTACH_FILTER, &program,
@@ -31,6 +32,18 @@ void stopSending(sv::platform::Socket socket) {
 void shrinkSendBuffer(sv::platform::Socket socket) {
     constexpr int bytes = 8192;
     setsockopt(static_cast<int>(socket), SOL_SOCKET, SO_SNDBUF, &bytes, sizeof bytes);
+}
+
+std::vector<int> socketOptions(sv::platform::Socket socket) {
+    std::vector<int> values(3);
+    const auto read = [socket](int level, int option, int &value) {
+        socklen_t size = sizeof value;
+        getsockopt(static_cast<int>(socket), level, option, &value, &size);
+    };
+    read(SOL_SOCKET, SO_RCVBUF, values[0]);
+    read(IPPROTO_TCP, TCP_NODELAY, values[1]);
+    read(SOL_SOCKET, SO_KEEPALIVE, values[2]);
+    return values;
 }
 
 Interruptions::Interruptions() {

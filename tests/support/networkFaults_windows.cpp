@@ -1,10 +1,10 @@
-#include "support/trouble.h"
+#include "support/networkFaults.h"
 
 #include <winsock2.h>
 
 namespace test {
 
-bool fallSilent(sv::platform::Socket /*socket*/) {
+bool dropIncoming(sv::platform::Socket /*socket*/) {
     return false;
 }
 
@@ -16,6 +16,10 @@ void shrinkSendBuffer(sv::platform::Socket socket) {
     constexpr int bytes = 8192;
     setsockopt(static_cast<SOCKET>(socket), SOL_SOCKET, SO_SNDBUF,
                reinterpret_cast<const char *>(&bytes), sizeof bytes);
+}
+
+std::vector<int> socketOptions(sv::platform::Socket /*socket*/) {
+    return {};
 }
 
 Interruptions::Interruptions() = default;
