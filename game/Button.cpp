@@ -2,12 +2,13 @@
 
 #include "game/LevelManager.h"
 #include "game/Timer.h"
-#include "game/inputReading.h"
+#include "game/leftClick.h"
 #include "game/random.h"
 #include "game/resources.h"
 #include "selvane/core/Event.h"
 #include "selvane/core/LogManager.h"
 #include "selvane/display/DisplayManager.h"
+#include "selvane/world/spawn.h"
 
 Button::Button() {
     setSprite(labels::BUTTON_SPRITE);
@@ -16,11 +17,11 @@ Button::Button() {
     registerInterest(sv::MOUSE_EVENT);
     setType("Button");
     placeRandomly(this);
-    current_timer = new Timer;
+    current_timer = sv::spawn<Timer>();
 }
 
 int Button::eventHandler(const sv::Event *p_event) {
-    if (const sv::EventMouse *click = asLeftClick(p_event))
+    if (const auto *click = asLeftClick(p_event))
         LevelManager::getInstance().checkAnswer(this, click);
     return 0;
 }

@@ -2,11 +2,11 @@
 
 #include "game/LevelManager.h"
 #include "game/MemoryScreens.h"
-#include "game/inputReading.h"
 #include "game/resources.h"
-#include "selvane/core/Event.h"
+#include "selvane/core/EventKeyboard.h"
 #include "selvane/loop/GameManager.h"
 #include "selvane/resources/ResourceManager.h"
+#include "selvane/world/spawn.h"
 
 GameStart::GameStart() {
     setType("GameStart");
@@ -18,12 +18,12 @@ GameStart::GameStart() {
 }
 
 int GameStart::eventHandler(const sv::Event *p_event) {
-    const auto key = keyOf(p_event);
-    if (!key)
+    const auto *key_event = sv::eventCast<sv::EventKeyboard>(p_event);
+    if (!key_event)
         return 0;
-    if (*key == sv::Keyboard::P)
+    if (key_event->getKey() == sv::Keyboard::P)
         startGame();
-    else if (*key == sv::Keyboard::Q)
+    else if (key_event->getKey() == sv::Keyboard::Q)
         sv::GameManager::getInstance().setGameOver();
     return 1;
 }
@@ -35,7 +35,7 @@ void GameStart::startGame() {
     level_manager.pickNumber();
     level_manager.pickShape();
     level_manager.pickColor();
-    new LevelScreen;
-    new SToContinue;
+    sv::spawn<LevelScreen>();
+    sv::spawn<SToContinue>();
     setActive(false);
 }

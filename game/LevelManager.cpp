@@ -10,6 +10,7 @@
 #include "selvane/core/EventMouse.h"
 #include "selvane/loop/GameManager.h"
 #include "selvane/world/WorldManager.h"
+#include "selvane/world/spawn.h"
 
 #include <cmath>
 
@@ -96,18 +97,18 @@ void LevelManager::levelUp() {
     pickColor();
     hits = 0;
     misses = 0;
-    new LevelScreen;
-    new SToContinue;
+    sv::spawn<LevelScreen>();
+    sv::spawn<SToContinue>();
 }
 
 void LevelManager::win() {
     stopMusic(labels::LEVEL_MUSIC);
     playSound(labels::LEVEL_UP_SOUND);
-    new WinScreen;
-    new QToQuit;
+    sv::spawn<WinScreen>();
+    sv::spawn<QToQuit>();
 }
 
 void LevelManager::lose() {
     stopMusic(labels::LEVEL_MUSIC);
-    new GameOver;
+    sv::spawn<GameOver>();
 }

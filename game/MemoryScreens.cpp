@@ -1,9 +1,9 @@
 #include "game/MemoryScreens.h"
 
 #include "game/LevelManager.h"
-#include "game/inputReading.h"
 #include "game/shootingPhase.h"
-#include "selvane/core/Event.h"
+#include "selvane/core/EventKeyboard.h"
+#include "selvane/world/spawn.h"
 
 void setUpText(sv::ViewObject &screen, sv::ViewObjectLocation location, const std::string &text) {
     screen.setLocation(location);
@@ -20,10 +20,10 @@ MemoryScreen::MemoryScreen(const std::string &text, sv::Keyboard::Key new_key) :
 }
 
 int MemoryScreen::eventHandler(const sv::Event *p_event) {
-    const auto pressed = keyOf(p_event);
-    if (!pressed)
+    const auto *key_event = sv::eventCast<sv::EventKeyboard>(p_event);
+    if (!key_event)
         return 0;
-    if (*pressed == key) {
+    if (key_event->getKey() == key) {
         showNext();
         setActive(false);
     }
@@ -36,39 +36,39 @@ LevelScreen::LevelScreen() : MemoryScreen("LEVEL ", sv::Keyboard::S) {
 }
 
 void LevelScreen::showNext() {
-    new HToContinue;
-    new RememberScreen;
+    sv::spawn<HToContinue>();
+    sv::spawn<RememberScreen>();
 }
 
 RememberScreen::RememberScreen() : MemoryScreen("REMEMBER TO SHOOT... ", sv::Keyboard::H) {}
 
 void RememberScreen::showNext() {
-    new NumScreen;
-    new AToContinue;
+    sv::spawn<NumScreen>();
+    sv::spawn<AToContinue>();
 }
 
 NumScreen::NumScreen()
     : MemoryScreen(std::to_string(LevelManager::getInstance().getNumber()), sv::Keyboard::A) {}
 
 void NumScreen::showNext() {
-    new ColorScreen;
-    new PToContinue;
+    sv::spawn<ColorScreen>();
+    sv::spawn<PToContinue>();
 }
 
 ColorScreen::ColorScreen()
     : MemoryScreen(wordOf(LevelManager::getInstance().getColor()), sv::Keyboard::P) {}
 
 void ColorScreen::showNext() {
-    new EToContinue;
-    new ShapeScreen;
+    sv::spawn<EToContinue>();
+    sv::spawn<ShapeScreen>();
 }
 
 ShapeScreen::ShapeScreen()
     : MemoryScreen(wordOf(LevelManager::getInstance().getShape()) + "s", sv::Keyboard::E) {}
 
 void ShapeScreen::showNext() {
-    new GoScreen;
-    new SpaceToContinue;
+    sv::spawn<GoScreen>();
+    sv::spawn<SpaceToContinue>();
 }
 
 GoScreen::GoScreen() : MemoryScreen("GO!", sv::Keyboard::SPACE) {}
@@ -82,10 +82,10 @@ Prompt::Prompt(const std::string &text, sv::Keyboard::Key new_key) : key(new_key
 }
 
 int Prompt::eventHandler(const sv::Event *p_event) {
-    const auto pressed = keyOf(p_event);
-    if (!pressed)
+    const auto *key_event = sv::eventCast<sv::EventKeyboard>(p_event);
+    if (!key_event)
         return 0;
-    if (*pressed == key)
+    if (key_event->getKey() == key)
         setActive(false);
     return 1;
 }

@@ -14,9 +14,7 @@ Reticle::Reticle() {
 }
 
 int Reticle::eventHandler(const sv::Event *p_event) {
-    if (p_event->getType() != sv::MOUSE_EVENT)
-        return 0;
-    const auto *mouse_event = dynamic_cast<const sv::EventMouse *>(p_event);
+    const auto *mouse_event = sv::eventCast<sv::EventMouse>(p_event);
     if (!mouse_event || mouse_event->getMouseAction() != sv::MOVED)
         return 0;
     setPosition(mouse_event->getMousePosition());

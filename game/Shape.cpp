@@ -1,11 +1,10 @@
 #include "game/Shape.h"
 
 #include "game/LevelManager.h"
-#include "game/inputReading.h"
+#include "game/leftClick.h"
 #include "game/random.h"
 #include "game/resources.h"
 #include "selvane/core/Event.h"
-#include "selvane/core/EventMouse.h"
 
 #include <cmath>
 
@@ -40,7 +39,7 @@ void Shape::become(const char *new_type, ShapeKind new_kind, float new_width, fl
 }
 
 int Shape::eventHandler(const sv::Event *p_event) {
-    if (const sv::EventMouse *click = asLeftClick(p_event))
+    if (const auto *click = asLeftClick(p_event))
         hit(click);
     return 0;
 }

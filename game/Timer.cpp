@@ -3,6 +3,7 @@
 #include "game/GameOver.h"
 #include "game/resources.h"
 #include "selvane/core/EventStep.h"
+#include "selvane/world/spawn.h"
 
 namespace {
 
@@ -30,12 +31,10 @@ Timer::~Timer() {
 int Timer::eventHandler(const sv::Event *p_event) {
     if (ViewObject::eventHandler(p_event) != 0)
         return 1;
-    if (p_event->getType() != sv::STEP_EVENT)
+    const auto *step_event = sv::eventCast<sv::EventStep>(p_event);
+    if (!step_event)
         return 0;
-    const auto *p_step_event = dynamic_cast<const sv::EventStep *>(p_event);
-    if (!p_step_event)
-        return 0;
-    if (p_step_event->getStepCount() % steps_a_tick != 0)
+    if (step_event->getStepCount() % steps_a_tick != 0)
         return 1;
     setValue(getValue() - 1);
     if (getValue() >= 1)
@@ -48,5 +47,5 @@ void Timer::expire() {
     stopMusic(labels::LEVEL_MUSIC);
     playSound(labels::GAME_OVER_SOUND);
     setActive(false);
-    new GameOver;
+    sv::spawn<GameOver>();
 }

@@ -1,17 +1,17 @@
 #include "game/WinScreen.h"
 
 #include "game/MemoryScreens.h"
-#include "game/inputReading.h"
+#include "selvane/core/EventKeyboard.h"
 #include "selvane/loop/GameManager.h"
 
 namespace {
 
 // Both objects get the key, and each of them ends the game.
 int quitOnQ(sv::ViewObject &screen, const sv::Event *p_event) {
-    const auto key = keyOf(p_event);
-    if (!key)
+    const auto *key_event = sv::eventCast<sv::EventKeyboard>(p_event);
+    if (!key_event)
         return 0;
-    if (*key == sv::Keyboard::Q) {
+    if (key_event->getKey() == sv::Keyboard::Q) {
         sv::GameManager::getInstance().setGameOver();
         screen.setActive(false);
     }

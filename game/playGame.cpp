@@ -8,6 +8,7 @@
 #include "selvane/input/InputManager.h"
 #include "selvane/loop/GameManager.h"
 #include "selvane/splash/Splash.h"
+#include "selvane/world/spawn.h"
 
 int playGame() {
     sv::GameManager &game = sv::GameManager::getInstance();
@@ -23,7 +24,7 @@ int playGame() {
         loadResources();
         LevelManager::getInstance().startUp();
         warnIfButtonIsOutside();
-        new GameStart;
+        sv::spawn<GameStart>();
         game.run();
     }
     game.shutDown();

@@ -7,6 +7,7 @@
 #include "game/Timer.h"
 #include "game/random.h"
 #include "selvane/display/DisplayManager.h"
+#include "selvane/world/spawn.h"
 
 namespace {
 
@@ -27,13 +28,13 @@ Shape *makeShape(ShapeKind kind, Color... color) {
     static_assert(sizeof...(color) <= 1);
     switch (kind) {
     case ShapeKind::SQUARE:
-        return new Square(color...);
+        return sv::spawn<Square>(color...);
     case ShapeKind::TRIANGLE:
-        return new Triangle(color...);
+        return sv::spawn<Triangle>(color...);
     case ShapeKind::CIRCLE:
         break;
     }
-    return new Circle(color...);
+    return sv::spawn<Circle>(color...);
 }
 
 /// Targets may overlap: nothing checks for that.
@@ -49,10 +50,10 @@ void show(Shape *shape, sv::Vector cell) {
 void startShootingPhase() {
     // The button makes a second timer. Both show in the same place, count in step, and each makes
     // its own GameOver; the player sees one.
-    new Timer;
-    auto *button = new Button;
+    sv::spawn<Timer>();
+    auto *button = sv::spawn<Button>();
     button->setPosition(BUTTON_POSITION);
-    (new Reticle)->draw();
+    sv::spawn<Reticle>()->draw();
 
     const LevelManager &level_manager = LevelManager::getInstance();
     for (int i = 0; i < level_manager.getNumber() + spare_targets; ++i) {
