@@ -1,6 +1,6 @@
-// A frame of 80 by 24 characters, drawn as the display manager does it and as two calls of the
-// graphics library for each character. Needs a display; tools/with-display has one without a
-// graphics card, where the difference decides whether a step is kept.
+// A frame of 80 by 24 characters, drawn as the display manager does it, and with two SFML draws for
+// each character. Needs a display; tools/with-display has one without a graphics card, where the
+// difference decides whether a step ends in time.
 
 #include "selvane/core/Config.h"
 #include "selvane/display/DisplayManager.h"
@@ -44,7 +44,7 @@ class Drawing : public benchmark::Fixture {
     }
 
   protected:
-    /// Shows a frame whose characters `draw` draws at their column and row, one after the other.
+    /// Calls `draw` for each column and row of a frame, then shows the frame.
     template<typename Draw>
     static void measure(benchmark::State &state, Draw draw) {
         for ([[maybe_unused]] auto frame : state) {
@@ -67,9 +67,9 @@ BENCHMARK_DEFINE_F(Drawing, collected)(benchmark::State &state) {
 BENCHMARK_REGISTER_F(Drawing, collected)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 BENCHMARK_DEFINE_F(Drawing, character_by_character)(benchmark::State &state) {
-    sf::RenderWindow *p_window = DisplayManager::getInstance().getWindow();
+    sf::RenderWindow *window = DisplayManager::getInstance().getWindow();
     sf::Font font;
-    if (p_window == nullptr || !font.loadFromFile(font_file)) {
+    if (!window || !font.loadFromFile(font_file)) {
         state.SkipWithError("there is no window or no font");
         return;
     }
@@ -82,7 +82,7 @@ BENCHMARK_DEFINE_F(Drawing, character_by_character)(benchmark::State &state) {
         const sf::Vector2f pixel(static_cast<float>(column) * cell.x,
                                  static_cast<float>(row) * cell.y);
         rectangle.setPosition(pixel.x - cell.x / 10, pixel.y + cell.y / 5);
-        p_window->draw(rectangle);
+        window->draw(rectangle);
         unsigned char r = 0;
         unsigned char g = 0;
         unsigned char b = 0;
@@ -90,7 +90,7 @@ BENCHMARK_DEFINE_F(Drawing, character_by_character)(benchmark::State &state) {
         text.setString(characterAt(column, row));
         text.setPosition(pixel);
         text.setFillColor(sf::Color(r, g, b));
-        p_window->draw(text);
+        window->draw(text);
     });
 }
 BENCHMARK_REGISTER_F(Drawing, character_by_character)->Unit(benchmark::kMillisecond)->UseRealTime();

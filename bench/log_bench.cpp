@@ -1,5 +1,5 @@
-// What a line in the log costs: lines a second into a file, as a game begins, and with setFlush(),
-// which also looks for a log that was deleted.
+// What a log line costs, in lines a second into a file: as a game begins, and with setFlush(),
+// which also checks whether the log was deleted.
 
 #include "selvane/core/Config.h"
 #include "selvane/core/LogManager.h"
@@ -17,7 +17,7 @@ void line(benchmark::State &state) {
         state.SkipWithError("the log cannot be opened");
     log.setFlush(state.range(0) != 0);
     for ([[maybe_unused]] auto _ : state)
-        log.writeLog("Saucer::eventHandler(): at (%.2f, %.2f) in %s", 40.25, 12.5, "the middle");
+        sv::logLine("Saucer::eventHandler(): at (%.2f, %.2f) in %s", 40.25, 12.5, "the middle");
     state.SetItemsProcessed(state.iterations());
     log.shutDown();
     std::filesystem::remove(file);

@@ -1,7 +1,7 @@
-// What a minute of steps costs a server without a window that greets who comes and reads what they
-// send: left alone, and with ten thousand attempts to connect. The steps follow each other at once,
-// the peers act between them. "Time" is what a mean step takes of the processor, "worst_us" what
-// the longest takes; a frame has 33000 us.
+// What a minute of steps costs a server without a window that greets its peers and reads what they
+// send: left alone, and with ten thousand attempts to connect. Steps follow each other without a
+// wait, and the peers act between them. "Time" is the processor time of a mean step, "worst_us"
+// that of the longest; a frame has 33000 us.
 
 #include "selvane/core/Config.h"
 #include "selvane/core/EventNetwork.h"
@@ -12,6 +12,7 @@
 #include "selvane/platform/sockets.h"
 #include "selvane/platform/system.h"
 #include "selvane/world/Object.h"
+#include "selvane/world/spawn.h"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>
@@ -28,8 +29,8 @@ namespace platform = sv::platform;
 constexpr std::size_t steps = 1800; // A minute of the default frame time.
 constexpr int most_peers = 32;
 
-/// The system's clock with a sleep that takes no time: what is to happen between two steps happens
-/// in it, and what lies between two sleeps is a step.
+/// The system's clock with a sleep that takes no time and calls `pause` instead. A step is what
+/// lies between two sleeps.
 class Stopwatch final : public platform::TimeSource {
   public:
     explicit Stopwatch(std::function<void()> new_pause) : pause(std::move(new_pause)) {
@@ -64,26 +65,27 @@ class Host : public sv::Object {
     Host() { registerInterest(sv::NETWORK_EVENT); }
 
     int eventHandler(const sv::Event *p_event) override {
-        const auto *p_network = dynamic_cast<const sv::EventNetwork *>(p_event);
-        if (!p_network)
+        const auto *network_event = sv::eventCast<sv::EventNetwork>(p_event);
+        if (!network_event)
             return 0;
         sv::NetworkManager &network = sv::NetworkManager::getInstance();
         std::string message;
-        if (p_network->getLabel() == sv::NETWORK_ACCEPTED)
-            network.send(sv::makeMessage("hello"), p_network->getSocketIndex());
-        if (p_network->getLabel() == sv::NETWORK_MESSAGE)
-            network.receive(message, p_network->getSocketIndex());
+        if (network_event->getLabel() == sv::NETWORK_ACCEPTED)
+            network.send(sv::makeMessage("hello"), network_event->getSocketIndex());
+        if (network_event->getLabel() == sv::NETWORK_MESSAGE)
+            network.receive(message, network_event->getSocketIndex());
         return 1;
     }
 };
 
-/// Peers that come, misbehave, and go without having read their greeting, which is a reset.
+/// Peers that connect, misbehave, and leave without reading their greeting, which resets the
+/// connection.
 class Storm {
   public:
     explicit Storm(int new_port) : port(new_port) {}
     ~Storm() {
         while (!sockets.empty())
-            leave();
+            dropOldest();
     }
     Storm(const Storm &) = delete;
     Storm &operator=(const Storm &) = delete;
@@ -96,7 +98,7 @@ class Storm {
         sockets.push_back(socket);
         platform::send(socket, bytes.data(), static_cast<int>(bytes.size()));
         if (sockets.size() > 60)
-            leave();
+            dropOldest();
     }
 
   private:
@@ -107,7 +109,7 @@ class Storm {
         return bytes;
     }
 
-    void leave() {
+    void dropOldest() {
         platform::closeSocket(sockets.front());
         sockets.pop_front();
     }
@@ -128,7 +130,7 @@ void minute(benchmark::State &state) {
     if (game.startUp() != 0 || network.setServer(0) != 0)
         state.SkipWithError("there is no server");
     network.setMaxSockets(most_peers);
-    new Host;
+    sv::spawn<Host>();
     for ([[maybe_unused]] auto _ : state) {
         Storm storm(network.getPort());
         std::size_t paused = 0;

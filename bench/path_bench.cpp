@@ -1,5 +1,6 @@
-// What a search for a path costs on grids of which a fifth is blocked: the core alone, and with the
-// world's collisions. "expansions" are those of one search; divide for the cost of one.
+// What a path search costs on grids with a fifth of the cells blocked: the search alone, and with
+// the world's collision tests. "expansions" counts those of one search; divide by it for the cost
+// of one.
 
 #include "selvane/core/EventPath.h"
 #include "selvane/core/LogManager.h"
@@ -7,6 +8,7 @@
 #include "selvane/path/PathFind.h"
 #include "selvane/world/Object.h"
 #include "selvane/world/WorldManager.h"
+#include "selvane/world/spawn.h"
 
 #include <benchmark/benchmark.h>
 #include <random>
@@ -16,7 +18,7 @@ namespace {
 
 using sv::Cell;
 
-/// A fifth of the cells, but neither the first nor the last.
+/// A fifth of the cells at random, but neither the first nor the last.
 std::vector<bool> blockedCells(Cell size) {
     std::mt19937 random(7);
     std::bernoulli_distribution is_blocked(0.2);
@@ -54,12 +56,13 @@ void world(benchmark::State &state) {
     for (std::size_t y = 0; y < 24; ++y)
         for (std::size_t x = 0; x < 80; ++x)
             if (blocked[y * 80 + x])
-                (new sv::Object)->setPosition({static_cast<float>(x), static_cast<float>(y)});
-    auto *p_o = new sv::Object;
-    p_o->setPosition({0, 0});
+                sv::spawn<sv::Object>()->setPosition(
+                    {static_cast<float>(x), static_cast<float>(y)});
+    auto *object = sv::spawn<sv::Object>();
+    object->setPosition({0, 0});
     int expansions = 0;
     for ([[maybe_unused]] auto _ : state) {
-        sv::PathFind search(p_o, {79, 23});
+        sv::PathFind search(object, {79, 23});
         for (expansions = 1; search.cycleOnce() == sv::PATH_SEARCHING; ++expansions) {
         }
         if (search.getPath().empty())

@@ -1,10 +1,11 @@
-// What a step of the world costs by the number of moving solid objects, and an event by the number
-// of its listeners.
+// What a world step costs by the number of moving solid objects, and an event by the number of its
+// listeners.
 
 #include "selvane/core/Event.h"
 #include "selvane/core/LogManager.h"
 #include "selvane/world/Object.h"
 #include "selvane/world/WorldManager.h"
+#include "selvane/world/spawn.h"
 
 #include <benchmark/benchmark.h>
 #include <cmath>
@@ -12,7 +13,7 @@
 
 namespace {
 
-/// A started world of its own for each benchmark, without log lines.
+/// A freshly started world for each benchmark, without log lines.
 class World {
   public:
     World() {
@@ -28,8 +29,8 @@ class World {
     sv::WorldManager &world = sv::WorldManager::getInstance();
 };
 
-/// Each object has a hundred cells of its own on average, and creeps, so that what it meets stays
-/// alike from the first step to the last.
+/// Each object has a hundred cells to itself on average and moves slowly, so that there are as many
+/// collisions in the last step as in the first.
 void update(benchmark::State &state) {
     const World fixture;
     std::mt19937 random(1);
@@ -37,9 +38,9 @@ void update(benchmark::State &state) {
     std::uniform_real_distribution<float> place(0, side);
     std::uniform_real_distribution<float> creep(-0.001F, 0.001F);
     for (int i = 0; i < state.range(0); ++i) {
-        auto *p_o = new sv::Object;
-        p_o->setPosition({place(random), place(random)});
-        p_o->setVelocity({creep(random), creep(random)});
+        auto *object = sv::spawn<sv::Object>();
+        object->setPosition({place(random), place(random)});
+        object->setVelocity({creep(random), creep(random)});
     }
     for ([[maybe_unused]] auto _ : state)
         fixture.world.update();
@@ -57,7 +58,7 @@ class Listener : public sv::Object {
 void event(benchmark::State &state) {
     const World fixture;
     for (int i = 0; i < state.range(0); ++i)
-        new Listener;
+        sv::spawn<Listener>();
     sv::Event ping;
     ping.setType("ping");
     for ([[maybe_unused]] auto _ : state)

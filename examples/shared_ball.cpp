@@ -1,11 +1,11 @@
 // Two programs share a moving ball over TCP, as text.
 //
-//   shared_ball serve [PORT [STEPS]]   moves the ball; writes its port, a free one for 0 or none
-//   shared_ball join PORT [STEPS]      shows that ball; writes its position with every message
+//   shared_ball serve [PORT [STEPS]]   moves the ball and prints its port: without PORT, a free one
+//   shared_ball join PORT [STEPS]      shows that ball and prints its position with every message
 //
-// Each ends with its window or after STEPS steps; the server also when its last guest leaves, and a
-// guest when the server does. SELVANE_CONFIG names a file of settings: "headless:true," in it goes
-// without windows. In one line: shared_ball serve | shared_ball join -
+// Each ends when its window is closed or after STEPS steps; the server also when its last guest
+// leaves, and a guest when the server ends. SELVANE_CONFIG names a file of settings: with
+// "headless:true," in it there are no windows. In one line: shared_ball serve | shared_ball join -
 
 #include "selvane/core/Config.h"
 #include "selvane/core/EventNetwork.h"
@@ -17,6 +17,7 @@
 #include "selvane/network/message.h"
 #include "selvane/world/Object.h"
 #include "selvane/world/WorldManager.h"
+#include "selvane/world/spawn.h"
 
 #include <cstdlib>
 #include <iostream>
@@ -30,16 +31,16 @@ void endGame() {
     sv::GameManager::getInstance().setGameOver();
 }
 
-/// Ends the game after some steps.
-class Curfew : public sv::Object {
+/// Ends the game after that many steps.
+class StepLimit : public sv::Object {
   public:
-    explicit Curfew(int new_steps) : steps(new_steps) { registerInterest(sv::STEP_EVENT); }
+    explicit StepLimit(int new_steps) : steps(new_steps) { registerInterest(sv::STEP_EVENT); }
 
     int eventHandler(const sv::Event *p_event) override {
-        const auto *p_step = dynamic_cast<const sv::EventStep *>(p_event);
-        if (p_step && p_step->getStepCount() >= steps)
+        const auto *step_event = sv::eventCast<sv::EventStep>(p_event);
+        if (step_event && step_event->getStepCount() >= steps)
             endGame();
-        return p_step ? 1 : 0;
+        return step_event ? 1 : 0;
     }
 
   private:
@@ -54,7 +55,7 @@ class Ball : public sv::Object {
         return sv::DisplayManager::getInstance().drawCh(getPosition(), 'O', sv::YELLOW);
     }
 
-    /// Turns back where it has left the world.
+    /// Turns back when it has left the world.
     int eventHandler(const sv::Event *p_event) override {
         if (p_event->getType() != sv::OUT_EVENT)
             return Object::eventHandler(p_event);
@@ -70,7 +71,7 @@ class Ball : public sv::Object {
     }
 };
 
-/// Sends a guest the whole ball when it comes, and in every step what has changed.
+/// Sends each new guest the whole ball, and then in every step what has changed.
 class Host : public sv::Object {
   public:
     explicit Host(Ball &new_ball) : ball(new_ball) {
@@ -81,17 +82,18 @@ class Host : public sv::Object {
     int eventHandler(const sv::Event *p_event) override {
         if (p_event->getType() == sv::STEP_EVENT)
             return sendChange();
-        const auto *p_network = dynamic_cast<const sv::EventNetwork *>(p_event);
-        return p_network ? attend(p_network->getLabel(), p_network->getSocketIndex()) : 0;
+        const auto *network_event = sv::eventCast<sv::EventNetwork>(p_event);
+        return network_event ? attend(network_event->getLabel(), network_event->getSocketIndex())
+                             : 0;
     }
 
   private:
     int attend(int label, int guest) {
         if (label == sv::NETWORK_ACCEPTED)
             network.send(sv::makeMessage(ball.serialize(sv::ALL_ATTRIBUTES)), guest);
-        if (label == sv::NETWORK_MESSAGE) // Guests have nothing to say.
+        if (label == sv::NETWORK_MESSAGE) // Guests are not expected to send anything.
             network.close(guest);
-        // The one that is leaving still counts.
+        // The leaving guest still counts.
         if (label == sv::NETWORK_CLOSED && network.getNumConnections() == 1)
             endGame();
         return 1;
@@ -108,20 +110,21 @@ class Host : public sv::Object {
     Ball &ball;
 };
 
-/// Makes its ball what the host says, and ends with the connection.
+/// Copies the host's ball, and ends the game when the connection closes.
 class Guest : public sv::Object {
   public:
     explicit Guest(Ball &new_ball) : ball(new_ball) { registerInterest(sv::NETWORK_EVENT); }
 
     int eventHandler(const sv::Event *p_event) override {
-        const auto *p_network = dynamic_cast<const sv::EventNetwork *>(p_event);
-        if (!p_network)
+        const auto *network_event = sv::eventCast<sv::EventNetwork>(p_event);
+        if (!network_event)
             return 0;
-        if (p_network->getLabel() == sv::NETWORK_CLOSED)
+        if (network_event->getLabel() == sv::NETWORK_CLOSED)
             endGame();
         std::string message;
-        if (p_network->getLabel() == sv::NETWORK_MESSAGE &&
-            sv::NetworkManager::getInstance().receive(message, p_network->getSocketIndex()) > 0) {
+        if (network_event->getLabel() == sv::NETWORK_MESSAGE &&
+            sv::NetworkManager::getInstance().receive(message, network_event->getSocketIndex()) >
+                0) {
             ball.deserialize(std::string(sv::messageBody(message)));
             std::cout << ball.getPosition().x << ' ' << ball.getPosition().y << std::endl;
         }
@@ -138,15 +141,15 @@ int serve(int port) {
         return -1;
     network.setMaxSockets(most_guests);
     std::cout << network.getPort() << std::endl;
-    auto *p_ball = new Ball;
-    p_ball->setPosition({2, 3});
-    p_ball->setVelocity({0.5F, 0.25F});
-    new Host(*p_ball);
+    auto *ball = sv::spawn<Ball>();
+    ball->setPosition({2, 3});
+    ball->setVelocity({0.5F, 0.25F});
+    sv::spawn<Host>(*ball);
     return 0;
 }
 
 int join(int port) {
-    new Guest(*new Ball);
+    sv::spawn<Guest>(*sv::spawn<Ball>());
     return sv::NetworkManager::getInstance().connect(sv::LOOPBACK_ADDRESS, port) >= 0 ? 0 : -1;
 }
 
@@ -157,7 +160,7 @@ int play(bool is_server, const std::string &port_text, int steps) {
     if ((is_server ? serve(port) : join(port)) != 0)
         return -1;
     if (steps > 0)
-        new Curfew(steps);
+        sv::spawn<StepLimit>(steps);
     sv::GameManager::getInstance().run();
     return 0;
 }

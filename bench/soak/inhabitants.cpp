@@ -12,8 +12,8 @@ namespace {
 
 std::mt19937 generator;
 
-void leave(sv::Object *p_o) {
-    sv::WorldManager::getInstance().markForDelete(p_o);
+void remove(sv::Object *object) {
+    sv::WorldManager::getInstance().markForDelete(object);
 }
 
 } // namespace
@@ -30,7 +30,7 @@ sv::Vector anyPlace() {
     return {std::floor(chance(world_width)), std::floor(chance(world_height))};
 }
 
-void shuffleAnew() {
+void reseed() {
     generator.seed(1);
 }
 
@@ -60,7 +60,7 @@ int Flyer::eventHandler(const sv::Event *p_event) {
     if (event == sv::COLLISION_EVENT)
         return collide();
     if (event == sv::OUT_EVENT || (event == sv::STEP_EVENT && --steps_left <= 0))
-        leave(this);
+        remove(this);
     else if (event == "alarm")
         setVelocity(getVelocity() * -1.0F);
     return 1;
@@ -69,7 +69,7 @@ int Flyer::eventHandler(const sv::Event *p_event) {
 int Flyer::collide() {
     ++tally().collisions;
     if (choice(10) == 0)
-        leave(this);
+        remove(this);
     else
         setVelocity({chance(2) - 1, chance(2) - 1});
     return 1;
@@ -94,8 +94,8 @@ int Walker::eventHandler(const sv::Event *p_event) {
         if (sv::distance(to, getPosition()) > 2)
             findPath(to);
     }
-    if (const auto *p_path = dynamic_cast<const sv::EventPath *>(p_event))
-        ++(p_path->getStatus() == sv::PATH_FOUND ? tally().paths_found : tally().paths_missing);
+    if (const auto *path_event = sv::eventCast<sv::EventPath>(p_event))
+        ++(path_event->getStatus() == sv::PATH_FOUND ? tally().paths_found : tally().paths_missing);
     return Object::eventHandler(p_event);
 }
 

@@ -1,5 +1,5 @@
-/// What lives in the world of the soak. Everybody's chances come from one generator, which begins
-/// anew with each round, so that all rounds are alike.
+/// The objects of the soak. All random numbers come from one generator, which is reseeded for each
+/// round, so that all rounds are alike.
 #pragma once
 
 #include "selvane/core/Vector.h"
@@ -12,15 +12,15 @@ namespace soak {
 inline constexpr int world_width = 80;
 inline constexpr int world_height = 24;
 
-/// 0 to `below`, which is left out.
+/// A random number from 0 to below `below`.
 float chance(float below);
 int choice(int below);
 sv::Vector anyPlace();
 
-/// Everybody's chances from the beginning.
-void shuffleAnew();
+/// Starts the generator again from the same seed.
+void reseed();
 
-/// How much happened so far.
+/// What happened so far.
 struct Tally {
     long born = 0;
     long died = 0;
@@ -33,7 +33,7 @@ struct Tally {
 };
 Tally &tally();
 
-/// Flies for a while, bounces off some of what it meets and dies of the rest.
+/// Flies for a while; a collision turns it or, one time in ten, deletes it.
 class Flyer : public sv::Object {
   public:
     Flyer();
@@ -46,19 +46,19 @@ class Flyer : public sv::Object {
     int steps_left;
 };
 
-/// Stands in the way.
+/// Stands still as an obstacle.
 class Wall : public sv::Object {
   public:
     explicit Wall(sv::Vector place);
 };
 
-/// Always on its way to somewhere, by a path that it has searched.
+/// Follows one path after the other, each to a random place.
 class Walker : public sv::Object {
   public:
     Walker();
     int eventHandler(const sv::Event *p_event) override;
 
-    /// Drops what it is at, goes back to where it began, and stays there.
+    /// Drops its path, goes back to where it began, and stays there.
     void goHome();
 
     void setOut() { is_at_home = false; }

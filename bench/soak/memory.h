@@ -1,13 +1,13 @@
-/// How much memory this process has.
+/// How much memory this process uses.
 #pragma once
 
 namespace soak {
 
-/// Bytes on the heap that are in use, whoever took them. The C library counts what it keeps back
-/// for the next call as in use, unless GLIBC_TUNABLES says glibc.malloc.tcache_count=0.
+/// Bytes in use on the heap. The C library counts freed blocks that it caches as in use, unless
+/// GLIBC_TUNABLES says glibc.malloc.tcache_count=0.
 long heapBytes();
 
-/// Bytes of the process that are in main memory, or -1.
+/// The process's bytes in main memory, or -1 if they cannot be read.
 long residentBytes();
 
 } // namespace soak

@@ -1,9 +1,8 @@
-// A busy world without a window for a great many steps, as fast as they go: objects that come,
-// collide and die, view objects, searches for paths, and peers that connect, talk, send nonsense
-// and hang up. Every round of a thousand steps is like the one before it, and leaves the world as
-// it found it, so that the heap has to be the same after each. Says so if it is not, and exits
-// with 1.
-// tools/soak starts it.
+// Runs a busy world without a window for very many steps, as fast as they go: objects that are
+// made, collide and are deleted, view objects, path searches, and peers that connect, talk, send
+// nonsense and hang up. Every round of a thousand steps is alike and leaves the world as it was, so
+// the heap must be the same size after each; if it is not, the exit status is 1. Started by
+// tools/soak.
 
 #include "inhabitants.h"
 #include "memory.h"
@@ -19,6 +18,7 @@
 #include "selvane/resources/ResourceManager.h"
 #include "selvane/world/ViewObject.h"
 #include "selvane/world/WorldManager.h"
+#include "selvane/world/spawn.h"
 
 #include <algorithm>
 #include <array>
@@ -36,8 +36,8 @@ using soak::tally;
 constexpr int steps_a_round = 1000;
 constexpr long tolerance_bytes = 1024;
 
-/// The other end of the game's connection. It sends back every second thing that it gets, and from
-/// time to time nonsense; it never stays long.
+/// The other end of the game's connection. It echoes most of what it receives, sends nonsense from
+/// time to time, and never stays long.
 class Peer {
   public:
     ~Peer() { hangUp(); }
@@ -66,8 +66,8 @@ class Peer {
 
     void talk() {
         if (soak::choice(20) == 0)
-            send(std::string("\xff\xff\xff\xff", 4)); // A length that makes no sense.
-        else if (soak::choice(10) != 0) // The others lie unread: then the end is a reset.
+            send(std::string("\xff\xff\xff\xff", 4)); // A nonsense length.
+        else if (soak::choice(10) != 0)               // What is left unread makes the end a reset.
             echo();
     }
 
@@ -86,7 +86,7 @@ class Peer {
     int steps_left = 0;
 };
 
-/// Tells a peer of itself in every step, and becomes what comes back.
+/// Sends itself to a peer in every step, and reads itself back from what it echoes.
 class Shared : public sv::Object {
   public:
     Shared() {
@@ -103,14 +103,14 @@ class Shared : public sv::Object {
                 network.send(sv::makeMessage(serialize("POSITION,SPEED,PATH,")), 0);
             return 1;
         }
-        const auto *p_network = dynamic_cast<const sv::EventNetwork *>(p_event);
-        if (p_network)
-            hear(*p_network, network);
-        return p_network != nullptr;
+        const auto *network_event = sv::eventCast<sv::EventNetwork>(p_event);
+        if (network_event)
+            receive(*network_event, network);
+        return network_event ? 1 : 0;
     }
 
   private:
-    void hear(const sv::EventNetwork &event, sv::NetworkManager &network) {
+    void receive(const sv::EventNetwork &event, sv::NetworkManager &network) {
         if (event.getLabel() == sv::NETWORK_ACCEPTED)
             ++tally().connections;
         std::string message;
@@ -123,15 +123,15 @@ class Shared : public sv::Object {
 };
 
 struct Round {
-    long heap = 0;           // Bytes, at its end.
+    long heap = 0;           // Bytes, at the round's end.
     long resident = 0;       // Bytes.
-    double microseconds = 0; // Of processor time, a step.
+    double microseconds = 0; // Processor time per step.
 };
 
 /// Measures each round at its end.
 class Meter {
   public:
-    /// Takes and touches all the room that it will need: what measures must not be measured.
+    /// Allocates all the memory it will need, so that it does not measure itself.
     explicit Meter(int steps) : rounds(static_cast<std::size_t>(steps / steps_a_round)) {
         rounds.clear();
     }
@@ -143,7 +143,7 @@ class Meter {
         begin = std::clock();
     }
 
-    /// A line for each tenth of the rounds, the first round by itself: it fills what is kept.
+    /// Prints a line for each tenth of the rounds. The first round stands alone: it fills caches.
     void print() const {
         std::puts("   steps    heap KB    RSS KB    us a step");
         const std::size_t tenth = std::max<std::size_t>(rounds.size() / 10, 1);
@@ -152,7 +152,7 @@ class Meter {
             printRounds(i, std::min(i + tenth, rounds.size()));
     }
 
-    /// Whether the heap was after each round what it was after the first.
+    /// Whether the heap was the same size after each round as after the first.
     bool isFlat() const {
         return std::all_of(rounds.begin(), rounds.end(), [this](const Round &round) {
             return std::abs(round.heap - rounds.front().heap) < tolerance_bytes;
@@ -175,29 +175,29 @@ class Meter {
     std::clock_t begin = std::clock();
 };
 
-/// Lets the others be born, die and be told of things, and ends each round.
+/// Makes and deletes the other objects, sends them events, and ends each round.
 class Director : public sv::Object {
   public:
     Director(int new_steps, Meter &new_meter) : steps(new_steps), meter(new_meter) {
         setSolidness(sv::SPECTRAL);
         registerInterest(sv::STEP_EVENT);
         for (int i = 0; i < walls; ++i)
-            new soak::Wall(soak::anyPlace());
-        for (soak::Walker *&p_walker : walkers)
-            p_walker = new soak::Walker;
+            sv::spawn<soak::Wall>(soak::anyPlace());
+        for (soak::Walker *&walker : walkers)
+            walker = sv::spawn<soak::Walker>();
         for (const int place : {sv::TOP_LEFT, sv::TOP_RIGHT}) {
-            auto *p_view = new sv::ViewObject;
-            p_view->setLocation(place);
-            p_view->setViewString("Points");
+            auto *view = sv::spawn<sv::ViewObject>();
+            view->setLocation(place);
+            view->setViewString("Points");
         }
-        new Shared;
+        sv::spawn<Shared>();
     }
 
     int eventHandler(const sv::Event *p_event) override {
-        const auto *p_step = dynamic_cast<const sv::EventStep *>(p_event);
-        if (!p_step)
+        const auto *step_event = sv::eventCast<sv::EventStep>(p_event);
+        if (!step_event)
             return 0;
-        const int step = p_step->getStepCount();
+        const int step = step_event->getStepCount();
         const int in_round = step % steps_a_round;
         if (in_round == 0)
             beginRound(step);
@@ -212,21 +212,21 @@ class Director : public sv::Object {
 
   private:
     static constexpr int walls = 60;
-    // At the end of a round: until what is marked is gone, and the peer's end was noticed.
+    // At a round's end, until marked objects are deleted and the peer's end is noticed.
     static constexpr int quiet_steps = 20;
 
     void beginRound(int step) {
         if (step > 0)
             meter.endRound();
-        soak::shuffleAnew();
-        for (soak::Walker *p_walker : walkers)
-            p_walker->setOut();
+        soak::reseed();
+        for (soak::Walker *walker : walkers)
+            walker->setOut();
     }
 
     void stir(int in_round) {
         sv::WorldManager &world = sv::WorldManager::getInstance();
         for (int i = soak::choice(4); i > 0; --i)
-            new soak::Flyer;
+            sv::spawn<soak::Flyer>();
         const sv::EventView points("Points", soak::choice(10), true);
         tally().view_events += world.onEvent(&points);
         if (in_round % 50 == 0) {
@@ -240,8 +240,8 @@ class Director : public sv::Object {
     void clear() {
         sv::WorldManager &world = sv::WorldManager::getInstance();
         world.markForDelete(world.objectsOfType("Flyer"));
-        for (soak::Walker *p_walker : walkers)
-            p_walker->goHome();
+        for (soak::Walker *walker : walkers)
+            walker->goHome();
         peer.hangUp();
         const sv::EventView nothing("Points", 0, false);
         world.onEvent(&nothing);
@@ -261,9 +261,9 @@ void printTally() {
                 t.paths_missing, t.connections, t.messages);
 }
 
-/// False if the game does not start.
+/// Returns false if the game does not start.
 bool play(int steps, Meter &meter) {
-    sv::ManualTime time; // So that no step waits, and what a step does hangs on nothing else.
+    sv::ManualTime time; // No step waits, and all steps are repeatable.
     time.during_sleep = [&time] { time.sleeps.clear(); };
     sv::Config::getInstance().loadConfig("headless:true,networking:true,logfile:soak.log,");
     sv::GameManager &game = sv::GameManager::getInstance();
@@ -271,7 +271,7 @@ bool play(int steps, Meter &meter) {
         return false;
     std::ofstream("soak-spr.txt") << "2\n3\n1\n2\ngreen\n<o>\n(O)\n";
     sv::ResourceManager::getInstance().loadSprite("soak-spr.txt", "flyer");
-    new Director(steps, meter);
+    sv::spawn<Director>(steps, meter);
     game.run();
     game.shutDown();
     return true;
