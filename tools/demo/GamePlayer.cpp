@@ -36,11 +36,11 @@ Wanted *find() {
 
 struct Sight {
     Stage stage = Stage::NOTHING;
-    const sv::ViewObject *p_screen = nullptr;
+    const sv::ViewObject *screen = nullptr;
 };
 
 Sight look() {
-    // The first that is there: behind the end stand the things of the level.
+    // The first one found: at the end of a game the level's objects are still there.
     const Sight sights[] = {
         {Stage::LOST, find<GameOver>()},     {Stage::WON, find<WinScreen>()},
         {Stage::TITLE, find<GameStart>()},   {Stage::LEVEL, find<LevelScreen>()},
@@ -49,7 +49,7 @@ Sight look() {
         {Stage::GO, find<GoScreen>()},
     };
     for (const Sight &sight : sights)
-        if (sight.p_screen)
+        if (sight.screen)
             return sight;
     if (find<Button>())
         return {Stage::SHOOTING, nullptr};
@@ -60,20 +60,20 @@ Sight look() {
 
 std::string describe(const Sight &sight) {
     std::string text = nameOf(sight.stage);
-    if (!sight.p_screen || sight.p_screen->getViewString().empty())
+    if (!sight.screen || sight.screen->getViewString().empty())
         return text;
-    text.append(": ").append(sight.p_screen->getViewString());
-    if (sight.p_screen->getDrawValue())
-        text.append(" ").append(std::to_string(sight.p_screen->getValue()));
+    text.append(": ").append(sight.screen->getViewString());
+    if (sight.screen->getDrawValue())
+        text.append(" ").append(std::to_string(sight.screen->getValue()));
     return text;
 }
 
-bool isRight(const Shape *p_shape) {
+bool isRight(const Shape *shape) {
     const LevelManager &level = LevelManager::getInstance();
-    return p_shape->getColor() == level.getColor() && p_shape->getKind() == level.getShape();
+    return shape->getColor() == level.getColor() && shape->getKind() == level.getShape();
 }
 
-bool answers(sv::Vector click, sv::Vector target) {
+bool isOnTarget(sv::Vector click, sv::Vector target) {
     return click.x == target.x || click.x == target.y ||
            (std::abs(click.x - target.x) <= 1 && std::abs(click.y - target.y) <= 1);
 }
@@ -82,7 +82,7 @@ bool isSafeFromButton(sv::Vector click) {
     return std::abs(click.x - BUTTON_POSITION.x) > 1.5F && click.x != BUTTON_POSITION.y;
 }
 
-/// Where clicks can hit a target: the pixels around its middle, inside the window.
+/// Clicks that can hit a target: the pixels around its middle, inside the window.
 std::vector<sv::Vector> clicksAround(sv::Vector target) {
     const sv::DisplayManager &display = sv::DisplayManager::getInstance();
     std::vector<sv::Vector> clicks;
@@ -101,30 +101,29 @@ std::vector<sv::Vector> clicksAround(sv::Vector target) {
     return clicks;
 }
 
-/// Finds clicks that take `count` of the right targets among `left` and nothing else.
+/// Finds clicks that hit exactly `count` of the right targets in `left` and nothing else.
 bool aim(std::vector<Shape *> left, int count, std::vector<sv::Vector> &clicks) {
     if (count == 0)
         return true;
-    for (const Shape *p_shape : left) {
-        if (!isRight(p_shape))
+    for (const Shape *shape : left) {
+        if (!isRight(shape))
             continue;
-        for (const sv::Vector click : clicksAround(p_shape->getPosition())) {
+        for (const sv::Vector click : clicksAround(shape->getPosition())) {
             std::vector<Shape *> hit;
-            std::ranges::copy_if(left, std::back_inserter(hit), [&](const Shape *p_each) {
-                return answers(click, p_each->getPosition());
+            std::ranges::copy_if(left, std::back_inserter(hit), [&](const Shape *each) {
+                return isOnTarget(click, each->getPosition());
             });
             const auto taken = static_cast<int>(hit.size());
             if (taken == 0 || taken > count || !std::ranges::all_of(hit, isRight))
                 continue;
             std::vector<Shape *> rest = left;
-            std::erase_if(rest, [&](const Shape *p_each) {
-                return std::ranges::find(hit, p_each) != hit.end();
-            });
+            std::erase_if(
+                rest, [&](const Shape *each) { return std::ranges::find(hit, each) != hit.end(); });
             clicks.push_back(click);
             if (aim(rest, count - taken, clicks))
                 return true;
             clicks.pop_back();
-            break; // Another click on the same target would take the same, or more.
+            break; // Other clicks on this target hit the same ones, or more.
         }
     }
     return false;
@@ -196,7 +195,7 @@ int GamePlayer::eventHandler(const sv::Event *p_event) {
         return 0;
     const Sight sight = look();
     if (sight.stage != seen) {
-        letGo();
+        release();
         seen = sight.stage;
         steps[seen] = sv::GameManager::getInstance().getStepCount();
         steps_seen = 0;
@@ -231,13 +230,13 @@ void GamePlayer::press(sv::Keyboard::Key key) {
     if (held)
         return;
     held = key;
-    say(key == sv::Keyboard::SPACE
-            ? "presses the space bar"
-            : std::string("presses ") + static_cast<char>('A' + key - sv::Keyboard::A));
+    report(key == sv::Keyboard::SPACE
+               ? "presses the space bar"
+               : std::string("presses ") + static_cast<char>('A' + key - sv::Keyboard::A));
     hands.pressKey(key);
 }
 
-void GamePlayer::letGo() {
+void GamePlayer::release() {
     if (held)
         hands.releaseKey(*held);
     held.reset();
@@ -246,7 +245,7 @@ void GamePlayer::letGo() {
     aim = Aim::MOVE;
 }
 
-void GamePlayer::say(const std::string &what) const {
+void GamePlayer::report(const std::string &what) const {
     if (on_action)
         on_action(what);
 }
@@ -257,7 +256,7 @@ int GamePlayer::stepOf(Stage stage) const {
 }
 
 sv::Vector GamePlayer::aimAtButton() {
-    // Off its very middle, where it does not answer.
+    // Not in its exact middle, where it does not answer.
     const auto last_row = static_cast<float>(sv::DisplayManager::getInstance().getVertical() - 1);
     const sv::Vector place{BUTTON_POSITION.x, std::min(BUTTON_POSITION.y, last_row)};
     const sv::Vector pixel = sv::spacesToPixels(place + sv::Vector{0.3F, 0.4F});
@@ -272,10 +271,10 @@ std::optional<std::vector<sv::Vector>> GamePlayer::aimAtRight(int count) {
 }
 
 std::optional<sv::Vector> GamePlayer::aimAtWrong() {
-    for (const Shape *p_shape : inWorld<Shape>()) {
-        if (isRight(p_shape))
+    for (const Shape *shape : inWorld<Shape>()) {
+        if (isRight(shape))
             continue;
-        for (const sv::Vector click : clicksAround(p_shape->getPosition()))
+        for (const sv::Vector click : clicksAround(shape->getPosition()))
             return click;
     }
     return std::nullopt;
@@ -296,32 +295,31 @@ void GamePlayer::planShots() {
     if (now == Plan::NO_SHOT)
         count = 0;
     if (const auto right = aimAtRight(count))
-        clicks.assign(right->rbegin(), right->rend()); // The last is next.
+        clicks.assign(right->rbegin(), right->rend()); // The next one last.
     else
-        story.emplace_back("no way to take " + std::to_string(count));
+        story.emplace_back("no way to hit " + std::to_string(count));
     if (const auto wrong = aimAtWrong(); wrong && now == Plan::WRONG_SHOT)
         clicks.insert(clicks.begin(), *wrong);
     clicks.insert(clicks.begin(), aimAtButton());
     aim = Aim::MOVE;
 }
 
-/// Each click waits for what it saw of the one before: the reticle that has come, the target that
-/// has gone.
+/// Aims, waits for the reticle to arrive, presses the button, and waits for the target to go.
 void GamePlayer::shoot() {
     if (clicks.empty())
         return;
-    const Reticle *p_reticle = find<Reticle>();
+    const Reticle *reticle = find<Reticle>();
     switch (aim) {
     case Aim::MOVE:
-        say(clicks.size() == 1 ? "submits" : "aims");
+        report(clicks.size() == 1 ? "submits" : "aims");
         hands.moveMouse(clicks.back());
         aim = Aim::AIM;
         aim_started = steps_seen;
         return;
     case Aim::AIM: {
-        if (!p_reticle || steps_seen < aim_started + aim_steps)
+        if (!reticle || steps_seen < aim_started + aim_steps)
             return;
-        const sv::Vector off = p_reticle->getPosition() - clicks.back();
+        const sv::Vector off = reticle->getPosition() - clicks.back();
         if (std::abs(off.x) > 0.01F || std::abs(off.y) > 0.01F)
             return;
         targets_before = inWorld<Shape>().size();

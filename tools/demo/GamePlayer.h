@@ -1,8 +1,8 @@
-/// Plays a whole game as a person would: looks at what the world shows, once a step, and uses the
-/// keys and the mouse. The hands are given: events made up on the spot, or an X server's.
+/// Plays a whole game as a person would: looks at the world once a step, and uses the keys and the
+/// mouse through a pair of Hands.
 ///
-/// To be made before the game is started, and never to be deleted: the world has not heard of it,
-/// and so does not take it for a part of a level.
+/// Make it before the game starts and never delete it: the world does not know it then, so that no
+/// level clears it away.
 #pragma once
 
 #include "selvane/core/EventKeyboard.h"
@@ -23,9 +23,9 @@ namespace demo {
 template<typename Wanted>
 std::vector<Wanted *> inWorld(bool include_inactive = false) {
     std::vector<Wanted *> found;
-    for (sv::Object *p_o : sv::WorldManager::getInstance().getAllObjects(include_inactive))
-        if (auto *p_wanted = dynamic_cast<Wanted *>(p_o))
-            found.push_back(p_wanted);
+    for (sv::Object *object : sv::WorldManager::getInstance().getAllObjects(include_inactive))
+        if (auto *wanted = dynamic_cast<Wanted *>(object))
+            found.push_back(wanted);
     return found;
 }
 
@@ -36,15 +36,15 @@ class Hands {
     virtual void pressKey(sv::Keyboard::Key key) = 0;
     virtual void releaseKey(sv::Keyboard::Key key) = 0;
     virtual void moveMouse(sv::Vector to) = 0;
-    /// The left one, where the mouse is.
+    /// The left button, where the mouse is.
     virtual void pressButton() = 0;
     virtual void releaseButton() = 0;
 };
 
-/// Hands for a game without a window: they deliver the events themselves.
+/// Hands for a game without a window: they send events to the input manager.
 class EventHands : public Hands {
   public:
-    /// `new_press` is what it makes of the press of a key.
+    /// `new_press` is the action in the events that pressKey() sends.
     explicit EventHands(sv::EventKeyboardAction new_press = sv::KEY_PRESSED) : press(new_press) {}
 
     void pressKey(sv::Keyboard::Key key) override;
@@ -76,13 +76,13 @@ enum class Stage {
     LOST,
 };
 const char *nameOf(Stage stage);
-/// The key that leads on from there, if one does.
+/// The key that leads on from that stage, if there is one.
 std::optional<sv::Keyboard::Key> keyOn(Stage stage);
 
 /// How a level is played.
 enum class Plan {
-    RIGHT,      ///< Shoots what is to be shot, and submits.
-    WRONG_SHOT, ///< Shoots one thing too many that is not to be shot.
+    RIGHT,      ///< Shoots what must be shot, and submits.
+    WRONG_SHOT, ///< Shoots a wrong target too.
     ONE_FEWER,
     ONE_MORE,
     NO_SHOT, ///< Submits at once.
@@ -95,38 +95,37 @@ inline void PrintTo(Plan plan, std::ostream *out) {
 
 class GamePlayer : public sv::Object {
   public:
-    /// Plays the levels up to `last_level` right, and that one to plan; then Q, if it is won.
+    /// Plays the levels before `last_level` right and that one to plan; presses Q if it has won.
     GamePlayer(Hands &new_hands, Plan new_plan, int new_last_level = 3);
 
     int eventHandler(const sv::Event *p_event) override;
 
-    /// Called once in each stage when it has been on the screen for a while, before the player does
-    /// something about it.
+    /// Called once in each stage, after `look_steps`, before the player acts.
     std::function<void(Stage stage)> on_sight;
-    /// Called with each thing that the player is about to do.
+    /// Called with each action, in words, before the player does it.
     std::function<void(const std::string &what)> on_action;
-    /// Called instead of what the player would do; true if it should do nothing more in this step.
+    /// Called in each step before the player acts; returns true to keep it from acting.
     std::function<bool(Stage stage)> instead;
 
     /// Steps that it looks at a stage before it acts, and that it aims before it shoots.
     int look_steps = 2;
     int aim_steps = 1;
 
-    /// Every stage that it has seen, in order, by name; with what the screens said behind them.
+    /// Every stage that it has seen, in order: its name, and after a colon the screen's text.
     const std::vector<std::string> &getStory() const { return story; }
 
-    /// The step in which it first saw that stage last, or -1.
+    /// The step in which that stage last began, or -1.
     int stepOf(Stage stage) const;
 
-    /// Whether nothing came of what it did for a long time; it ended the game then.
+    /// Whether a stage took too long, so that it ended the game.
     bool isStuck() const { return is_stuck; }
 
-    /// The button, where the window shows its columns.
+    /// Where to click on the button.
     static sv::Vector aimAtButton();
-    /// Where a click shoots exactly that many targets to shoot and no other, as clicks in turn, far
-    /// from the button's columns; nothing if there is no such way.
+    /// Clicks that hit exactly that many right targets and nothing else, one after the other, away
+    /// from the button's columns; nullopt if there are none.
     static std::optional<std::vector<sv::Vector>> aimAtRight(int count);
-    /// Where a click shoots something that is not to be shot.
+    /// A click that hits a wrong target; nullopt if there is none.
     static std::optional<sv::Vector> aimAtWrong();
 
   private:
@@ -134,8 +133,8 @@ class GamePlayer : public sv::Object {
     void planShots();
     void shoot();
     void press(sv::Keyboard::Key key);
-    void say(const std::string &what) const;
-    void letGo();
+    void report(const std::string &what) const;
+    void release();
 
     Hands &hands;
     Plan plan;
@@ -146,7 +145,7 @@ class GamePlayer : public sv::Object {
     int steps_seen = 0;
     std::optional<sv::Keyboard::Key> held;
     bool is_planned = false;        // The shots of this level.
-    std::vector<sv::Vector> clicks; // What is left of them, from the last to the next.
+    std::vector<sv::Vector> clicks; // Still to do, the next one last.
     enum class Aim { MOVE, AIM, PRESSED } aim = Aim::MOVE;
     int aim_started = 0;
     std::size_t targets_before = 0;

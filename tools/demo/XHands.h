@@ -1,4 +1,4 @@
-/// Hands in front of a real window: keys and mouse go through the X server.
+/// Hands for a real window: keys and mouse go through the X server.
 #pragma once
 
 #include "demo/GamePlayer.h"
@@ -17,7 +17,7 @@ class XHands : public Hands {
     void releaseButton() override { server.releaseButton(1); }
 
   private:
-    /// X's name of a letter, or of the space bar.
+    /// X's name of a letter key or of the space bar.
     static std::string nameOf(sv::Keyboard::Key key);
 
     XServer &server;

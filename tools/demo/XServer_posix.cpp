@@ -10,8 +10,8 @@
 #include <thread>
 #include <unistd.h>
 
-/// Instead of the system's, and does nothing: graphics drivers stay in memory, so that what they
-/// keep until the process ends is still pointed to and counts as no leak.
+/// Replaces the system's and does nothing: graphics drivers stay loaded, so that what they keep
+/// until the process ends can still be reached and is no leak.
 extern "C" int dlclose(void * /*handle*/) noexcept {
     return 0;
 }
@@ -30,8 +30,8 @@ std::vector<std::string> serverCommand(int width, int height, int answer,
     return command;
 }
 
-/// Replaces the process by the server. It is told to end when this process has, however that
-/// came about; not before, since the windowing library speaks to it until then.
+/// Replaces the process by the server. The system ends it when the parent has ended, for whatever
+/// reason; not earlier, since SFML keeps its connection until then.
 [[noreturn]] void becomeServer(const std::vector<std::string> &command) {
     prctl(PR_SET_PDEATHSIG, SIGTERM);
     const int nowhere = open("/dev/null", O_RDWR);
@@ -46,7 +46,7 @@ std::vector<std::string> serverCommand(int width, int height, int answer,
     _exit(127);
 }
 
-/// What the server writes once it takes connections; empty if it ended before.
+/// The line that the server writes once it accepts connections; empty if it ended instead.
 std::string readLine(int from) {
     std::string line;
     char c = 0;
@@ -62,7 +62,7 @@ struct XServer::Connection {
 
     Window root() const { return XDefaultRootWindow(display); }
 
-    /// The one window that can be seen, or 0.
+    /// The visible window, or 0.
     Window window() const {
         Window root_return = 0;
         Window parent = 0;
@@ -76,7 +76,7 @@ struct XServer::Connection {
                 attributes.map_state == IsViewable && attributes.c_class == InputOutput)
                 found = children[i];
         }
-        if (children != nullptr)
+        if (children)
             XFree(children);
         return found;
     }
@@ -91,9 +91,9 @@ struct XServer::Connection {
     }
 };
 
-XServer::XServer(int width, int height, std::vector<std::string> arguments, bool is_visited)
+XServer::XServer(int width, int height, std::vector<std::string> arguments, bool is_connected)
     : connection(std::make_unique<Connection>()) {
-    // One thread of software drawing: the pictures then do not hang on the number of cores.
+    // One thread for software rendering, so that pictures do not depend on the number of cores.
     setenv("LP_NUM_THREADS", "1", 1);
     int answer[2];
     if (pipe(answer) != 0)
@@ -108,12 +108,12 @@ XServer::XServer(int width, int height, std::vector<std::string> arguments, bool
     if (number.empty())
         return;
     setenv("DISPLAY", (":" + number).c_str(), 1);
-    if (is_visited)
+    if (is_connected)
         connection->display = XOpenDisplay(nullptr);
 }
 
 XServer::~XServer() {
-    if (connection->display != nullptr)
+    if (connection->display)
         XCloseDisplay(connection->display);
     unsetenv("DISPLAY");
 }
@@ -125,7 +125,7 @@ bool XServer::isRunning() const {
 bool XServer::enterWindow() {
     if (!connection->waitForWindow())
         return false;
-    // A move to where the pointer is already would be none.
+    // A move to where the pointer already is sends no event.
     movePointer(1, 1);
     movePointer(2, 2);
     return true;
@@ -180,7 +180,7 @@ void XServer::focusWindow() {
 
 void XServer::focusElsewhere() {
     Display *display = connection->display;
-    // One that nobody sees.
+    // An invisible one.
     const Window other = XCreateWindow(display, connection->root(), 0, 0, 1, 1, 0, CopyFromParent,
                                        InputOnly, CopyFromParent, 0, nullptr);
     XMapWindow(display, other);
@@ -194,14 +194,14 @@ std::string XServer::windowTitle() const {
     int bits = 0;
     unsigned long count = 0;
     unsigned long bytes_left = 0;
-    unsigned char *p_text = nullptr;
+    unsigned char *text = nullptr;
     XGetWindowProperty(display, connection->window(), XInternAtom(display, "_NET_WM_NAME", False),
                        0, 100, False, XInternAtom(display, "UTF8_STRING", False), &type, &bits,
-                       &count, &bytes_left, &p_text);
-    if (p_text == nullptr)
+                       &count, &bytes_left, &text);
+    if (!text)
         return "";
-    const std::string title(reinterpret_cast<const char *>(p_text), count);
-    XFree(p_text);
+    const std::string title(reinterpret_cast<const char *>(text), count);
+    XFree(text);
     return title;
 }
 

@@ -1,7 +1,7 @@
-// Plays the game by itself, in a real window on a display of its own, with real keys and a real
-// mouse, and leaves a picture of every screen.
+// Plays the game without a person, in a real window on an X server of its own, and saves a picture
+// of every screen.
 //   selvane_demo FOLDER [lose]
-// It is to be started in the folder that the game runs in. Exit status 0 if the game went as meant.
+// Start it in the folder that the game runs in. The exit status is 0 if the game ended as planned.
 
 #include "demo/GamePlayer.h"
 #include "demo/XHands.h"
@@ -20,7 +20,7 @@
 
 namespace {
 
-// The step of the title sequence by which everything in it stands where it belongs.
+// The step in which all parts of the title sequence have arrived.
 constexpr int splash_steps = 75;
 
 class Album {
@@ -40,11 +40,11 @@ class Album {
 
   private:
     static bool save(const std::filesystem::path &file) {
-        sf::RenderWindow *p_window = sv::DisplayManager::getInstance().getWindow();
+        sf::RenderWindow *window = sv::DisplayManager::getInstance().getWindow();
         sf::Texture texture;
-        if (!p_window || !texture.create(p_window->getSize().x, p_window->getSize().y))
+        if (!window || !texture.create(window->getSize().x, window->getSize().y))
             return false;
-        texture.update(*p_window);
+        texture.update(*window);
         return texture.copyToImage().saveToFile(file.string());
     }
 
@@ -53,9 +53,9 @@ class Album {
     bool is_complete = true;
 };
 
-/// Has every screen photographed, and everything said that the player does. What it is given is to
-/// live as long as the game.
-void accompany(demo::GamePlayer &player, demo::XServer &server, Album &album) {
+/// Saves a picture of every screen, and prints what the player does.
+/// REQUIRES: the arguments live as long as the game.
+void document(demo::GamePlayer &player, demo::XServer &server, Album &album) {
     player.on_sight = [&album](demo::Stage stage) {
         if (stage != demo::Stage::SPLASH)
             album.add(nameOf(stage));
@@ -66,7 +66,7 @@ void accompany(demo::GamePlayer &player, demo::XServer &server, Album &album) {
         if (shots == 2)
             album.add("aiming");
     };
-    // Asked once in each step, from the one on in which the player would act.
+    // Called once in each step, from the player's first action on.
     player.instead = [&, asked = 0](demo::Stage stage) mutable {
         if (stage == demo::Stage::SPLASH && ++asked == splash_steps - player.look_steps)
             album.add(nameOf(stage));
@@ -81,25 +81,25 @@ void accompany(demo::GamePlayer &player, demo::XServer &server, Album &album) {
 int play(const std::filesystem::path &folder, bool to_win) {
     demo::XServer server;
     if (!server.isRunning()) {
-        std::cerr << "selvane_demo: no display of its own could be started; is Xvfb installed?\n";
+        std::cerr << "selvane_demo: cannot start an X server; is Xvfb installed?\n";
         return 1;
     }
     Album album(folder);
     demo::XHands hands(server);
-    // Never deleted; and kept where the leak check sees it.
-    static demo::GamePlayer *p_player = nullptr;
-    p_player = new demo::GamePlayer(hands, to_win ? demo::Plan::RIGHT : demo::Plan::NO_SHOT,
-                                    to_win ? LAST_LEVEL : 1);
-    p_player->look_steps = 15;
-    p_player->aim_steps = 5;
-    accompany(*p_player, server, album);
+    // Never deleted, and static so that it is not taken for a leak.
+    static demo::GamePlayer *player = nullptr;
+    player = new demo::GamePlayer(hands, to_win ? demo::Plan::RIGHT : demo::Plan::NO_SHOT,
+                                  to_win ? LAST_LEVEL : 1);
+    player->look_steps = 15;
+    player->aim_steps = 5;
+    document(*player, server, album);
 
     const int status = playGame();
-    const std::string end = p_player->getStory().empty() ? "" : p_player->getStory().back();
-    const bool is_as_meant = end.starts_with(to_win ? "won" : "lost") && !p_player->isStuck();
+    const std::string end = player->getStory().empty() ? "" : player->getStory().back();
+    const bool is_as_planned = end.starts_with(to_win ? "won" : "lost") && !player->isStuck();
     std::cout << "The game ended with: " << end << ". " << album.getCount() << " pictures are in "
               << folder.string() << std::endl;
-    return status == 0 && is_as_meant && album.isComplete() ? 0 : 1;
+    return status == 0 && is_as_planned && album.isComplete() ? 0 : 1;
 }
 
 } // namespace
@@ -113,7 +113,8 @@ int main(int argc, char *argv[]) {
     std::error_code error;
     std::filesystem::create_directories(folder, error);
     if (error) {
-        std::cerr << "selvane_demo: no folder " << folder << ": " << error.message() << "\n";
+        std::cerr << "selvane_demo: cannot make the folder " << folder << ": " << error.message()
+                  << "\n";
         return 1;
     }
     return play(folder, argc == 2);
