@@ -1,6 +1,7 @@
 #include "selvane/core/Config.h"
 
 #include "selvane/core/LogManager.h"
+#include "selvane/core/attributes.h"
 #include "selvane/core/configText.h"
 #include "selvane/core/text.h"
 
@@ -31,7 +32,7 @@ void read(const std::string &value, std::string &setting) {
     setting = value;
 }
 
-/// All of the file, or nothing if it is no text: a program, a folder, a file without end.
+/// The whole file; nothing if it is not text (a program, a folder) or too long.
 std::optional<std::string> readText(std::istream &file) {
     std::string text(MAX_CONFIG_BYTES + 1, '\0');
     file.read(text.data(), MAX_CONFIG_BYTES + 1);
@@ -43,7 +44,7 @@ std::optional<std::string> readText(std::istream &file) {
     return text.find('\0') == std::string::npos ? std::optional(text) : std::nullopt;
 }
 
-void sayFaults(const char *file_name, std::span<const ConfigLine> lines,
+void logFaults(const char *file_name, std::span<const ConfigLine> lines,
                std::span<const SettingName> settings) {
     for (const ConfigFault &fault : configFaults(lines, settings))
         logLine("Config::readConfig(): Warning! %s, line %d: %s", file_name, fault.line,
@@ -61,7 +62,7 @@ struct Config::Setting {
         target;
 };
 
-/// In the order in which the log of match() has always had them; a new one comes last.
+/// The log of match() shows this order, so a new setting comes last.
 std::span<const Config::Setting> Config::settings() {
     using enum SettingKind;
     static constexpr Setting table[] = {
@@ -99,7 +100,7 @@ std::string Config::readConfig() {
     const char *name = variable ? variable : CONFIG_FILE_DEFAULT;
     std::ifstream file(name);
     if (!file) {
-        // Names the default file whichever was tried: it is the one to create.
+        // Names the default file even if another was tried: it is the one to create.
         logLine(1, "Config::readConfig(): Cannot open Selvane configuration file '%s'.",
                 CONFIG_FILE_DEFAULT);
         return "";
@@ -115,7 +116,7 @@ std::string Config::readConfig() {
     for (const Setting &setting : settings())
         names.push_back(setting.name);
     const std::vector<ConfigLine> lines = configLines(*text);
-    sayFaults(name, lines, names);
+    logFaults(name, lines, names);
     std::string joined;
     for (const ConfigLine &line : lines)
         joined += line.text;
@@ -124,11 +125,8 @@ std::string Config::readConfig() {
 
 void Config::loadConfig(const std::string &config) {
     const std::string text = config.empty() ? readConfig() : config;
-    if (text.empty())
-        return; // match() would search whatever it was given last.
-
     for (const Setting &setting : settings()) {
-        const std::string value = match(text, std::string(setting.name.key));
+        const std::string value = attributeValue(text, std::string(setting.name.key));
         if (!value.empty())
             apply(setting, value);
     }

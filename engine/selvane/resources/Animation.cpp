@@ -12,8 +12,6 @@ namespace sv {
 
 namespace {
 
-constexpr Box box_without_sprite{{-0.5F, -0.5F}, 0.99F, 0.99F};
-
 /// Stores the new value; whether it differs from the old one.
 template<typename T>
 bool replace(T &value, const T &new_value) {
@@ -67,7 +65,7 @@ void Animation::advance(const Sprite &shown) {
 Box Animation::getBox() const {
     const Sprite *shown = getSprite();
     if (shown == nullptr)
-        return box_without_sprite;
+        return Box::cell();
     const auto width = static_cast<float>(shown->getWidth());
     const auto height = static_cast<float>(shown->getHeight());
     return {{width * -0.5F, height * -0.5F}, width, height};
@@ -82,25 +80,17 @@ std::string Animation::serialize(const std::string &attributes) {
 }
 
 int Animation::deserialize(const std::string &text) {
-    if (text.empty())
-        return 0;
-    if (const std::string label = attributeText(text, "sprite_name"); !label.empty()) {
-        logLine(20, "Animation::deserialize(): sprite_name is '%s'", printable(label).c_str());
+    const AttributeReader reader(text, "Animation::deserialize():", 20);
+    if (const std::string label = reader.readText("sprite_name", "'"); !label.empty()) {
         if (Sprite *found = ResourceManager::getInstance().getSprite(label))
             setSprite(found);
         else
             logLine("Animation::Match(): Sprite '%s' not found", printable(label).c_str());
     }
-    if (const std::string value = match(text, "sprite_index"); !value.empty()) {
-        const int new_index = parseInt(value);
-        logLine(20, "Animation::deserialize(): sprite_index is %d", new_index);
-        setIndex(new_index);
-    }
-    if (const std::string value = match(text, "sprite_slowdown_count"); !value.empty()) {
-        const int new_count = parseInt(value);
-        logLine(20, "Animation::deserialize(): sprite_slowdown_count is %d", new_count);
-        setSlowdownCount(new_count);
-    }
+    if (const auto new_index = reader.readInt("sprite_index"))
+        setIndex(*new_index);
+    if (const auto new_count = reader.readInt("sprite_slowdown_count"))
+        setSlowdownCount(*new_count);
     return 0;
 }
 

@@ -17,75 +17,98 @@ namespace {
 
 constexpr char log_prefix[] = "Object::deserialize():";
 
-std::optional<int> readInt(const std::string &text, const std::string &key) {
-    const std::string value = match(text, key);
-    if (value.empty())
-        return std::nullopt;
-    const int number = parseInt(value);
-    logLine(20, "%s %s is %d", log_prefix, key.c_str(), number);
-    return number;
+/// Those of one attribute, in the order of writing.
+using Keys = std::array<const char *, 4>;
+
+template<auto GET>
+std::string writeBool(const Object &object, const Keys &keys) {
+    return attribute(keys[0], boolToString((object.*GET)()));
 }
 
-/// Whether a position or speed can live with a number: far beyond any world, but so that what moves
-/// with it stays finite. Nothing recovers from infinity.
+template<auto SET>
+void readBool(Object &object, const AttributeReader &reader, const Keys &keys) {
+    if (const auto flag = reader.readBool(keys[0]))
+        (object.*SET)(*flag);
+}
+
+template<auto GET>
+std::string writeInt(const Object &object, const Keys &keys) {
+    return attribute(keys[0], toString(int{(object.*GET)()}));
+}
+
+template<auto SET, typename Number = int>
+void readInt(Object &object, const AttributeReader &reader, const Keys &keys) {
+    if (const auto number = reader.readInt(keys[0]))
+        (object.*SET)(static_cast<Number>(*number));
+}
+
+/// Whether a number keeps positions and speeds finite. Far beyond any world, but nothing recovers
+/// from infinity.
 bool isUsable(float number) {
     constexpr float most = 1e9F;
     return std::abs(number) <= most; // NaN is not.
 }
 
 /// The number, or nothing, with a line in the log, if it is not usable.
-std::optional<float> usable(const std::string &key, std::optional<float> number) {
+std::optional<float> usable(const char *key, std::optional<float> number) {
     if (!number || isUsable(*number))
         return number;
-    logLine("%s %s is out of range (%g), so ignoring.", log_prefix, key.c_str(), double{*number});
+    logLine("%s %s is out of range (%g), so ignoring.", log_prefix, key, double{*number});
     return std::nullopt;
 }
 
-/// Usable or not.
-std::optional<float> readAnyFloat(const std::string &text, const std::string &key) {
-    const std::string value = match(text, key);
-    if (value.empty())
-        return std::nullopt;
-    const float number = parseFloat(value);
-    logLine(20, "%s %s is %.2f", log_prefix, key.c_str(), double{number});
-    return number;
+std::string writeSpeed(const Object &object, const Keys &keys) {
+    return attribute(keys[0], toString(object.getSpeed()));
 }
 
-std::optional<float> readFloat(const std::string &text, const std::string &key) {
-    return usable(key, readAnyFloat(text, key));
+void readSpeed(Object &object, const AttributeReader &reader, const Keys &keys) {
+    if (const auto speed = usable(keys[0], reader.readFloat(keys[0])))
+        object.setSpeed(*speed);
 }
 
-std::optional<bool> readBool(const std::string &text, const std::string &key) {
-    const std::string value = match(text, key);
-    if (value.empty())
-        return std::nullopt;
-    logLine(20, "%s %s is %s", log_prefix, key.c_str(), printable(value).c_str());
-    return value == "true";
+template<auto GET>
+std::string writeVector(const Object &object, const Keys &keys) {
+    const Vector v = (object.*GET)();
+    return attribute(keys[0], toString(v.x)) + attribute(keys[1], toString(v.y));
 }
 
-/// A value of the figure, which the log shows as it was sent.
-std::string readQuoted(const std::string &text, const std::string &key) {
-    std::string value = match(text, key);
-    if (!value.empty())
-        logLine(20, "%s %s is '%s'", log_prefix, key.c_str(), printable(value).c_str());
-    return value;
+/// One component alone keeps the other.
+template<auto GET, auto SET>
+void readVector(Object &object, const AttributeReader &reader, const Keys &keys) {
+    const auto x = usable(keys[0], reader.readFloat(keys[0]));
+    const auto y = usable(keys[1], reader.readFloat(keys[1]));
+    const Vector old = (object.*GET)();
+    if (x || y)
+        (object.*SET)({x.value_or(old.x), y.value_or(old.y)});
+}
+
+/// Unlike other vectors, only both components or none.
+void readPosition(Object &object, const AttributeReader &reader, const Keys &keys) {
+    const auto any_x = reader.readFloat(keys[0]);
+    const auto any_y = reader.readFloat(keys[1]);
+    const auto x = usable(keys[0], any_x);
+    const auto y = usable(keys[1], any_y);
+    if (x && y)
+        object.setPosition({*x, *y});
+    else if (any_x.has_value() != any_y.has_value())
+        logLine("%s position not complete, so ignoring.", log_prefix);
 }
 
 std::string eventKey(int i) {
     return "event_name[" + toString(i) + "]";
 }
 
-std::string writeEvents(const Object &object) {
+std::string writeEvents(const Object &object, const Keys &keys) {
     const auto &interests = object.getInterests();
-    std::string text = attribute("event_count", toString(static_cast<int>(interests.size())));
+    std::string text = attribute(keys[0], toString(static_cast<int>(interests.size())));
     int i = 0;
     for (const std::string &event_type : interests)
         text += attribute(eventKey(i++), event_type);
     return text;
 }
 
-void readEvents(Object &object, const std::string &text) {
-    const auto count = readInt(text, "event_count");
+void readEvents(Object &object, const AttributeReader &reader, const Keys &keys) {
+    const auto count = reader.readInt(keys[0]);
     if (!count)
         return;
     const std::vector<std::string> old_interests = object.getInterests();
@@ -93,111 +116,64 @@ void readEvents(Object &object, const std::string &text) {
         object.unregisterInterest(*event_type);
     // The count is the sender's word: no object can have had more than this.
     for (int i = 0; i < std::min(*count, MAX_OBJ_EVENTS); ++i) {
-        const std::string event_type = attributeText(text, eventKey(i));
-        if (event_type.empty())
-            continue;
-        logLine(20, "%s event_name[%d] is '%s'", log_prefix, i, printable(event_type).c_str());
-        object.registerInterest(event_type);
+        const std::string event_type = reader.readText(eventKey(i), "'");
+        if (!event_type.empty())
+            object.registerInterest(event_type);
     }
 }
 
-std::string writeBox(const Object &object) {
+std::string writeBox(const Object &object, const Keys &keys) {
     const Box box = object.getBox();
-    return attribute("box-corner-x", toString(box.corner.x)) +
-           attribute("box-corner-y", toString(box.corner.y)) +
-           attribute("box-horizontal", toString(box.horizontal)) +
-           attribute("box-vertical", toString(box.vertical));
+    return attribute(keys[0], toString(box.corner.x)) + attribute(keys[1], toString(box.corner.y)) +
+           attribute(keys[2], toString(box.horizontal)) +
+           attribute(keys[3], toString(box.vertical));
 }
 
 /// Read as whole numbers, although written with their fractions: both ends of a connection have
 /// always agreed on the box of cells that this leaves.
-void readBox(Object &object, const std::string &text) {
-    const auto x = readInt(text, "box-corner-x");
-    const auto y = readInt(text, "box-corner-y");
-    const auto horizontal = readInt(text, "box-horizontal");
-    const auto vertical = readInt(text, "box-vertical");
-    if (x && y && horizontal && vertical)
-        object.setBox({{static_cast<float>(*x), static_cast<float>(*y)},
-                       static_cast<float>(*horizontal),
-                       static_cast<float>(*vertical)});
-    else if (x || y || horizontal || vertical)
+void readBox(Object &object, const AttributeReader &reader, const Keys &keys) {
+    std::array<float, 4> numbers{};
+    int found = 0;
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        const auto number = reader.readInt(keys[i]);
+        numbers[i] = static_cast<float>(number.value_or(0));
+        found += number ? 1 : 0;
+    }
+    if (found == 4)
+        object.setBox({{numbers[0], numbers[1]}, numbers[2], numbers[3]});
+    else if (found > 0)
         logLine("%s box not complete, so ignoring.", log_prefix);
 }
 
-std::string writeVector(Vector v, const char *x_key, const char *y_key) {
-    return attribute(x_key, toString(v.x)) + attribute(y_key, toString(v.y));
+std::string writeType(const Object &object, const Keys &keys) {
+    return attribute(keys[0], object.getType());
 }
 
-void readPosition(Object &object, const std::string &text) {
-    const auto any_x = readAnyFloat(text, "pos-x");
-    const auto any_y = readAnyFloat(text, "pos-y");
-    const auto x = usable("pos-x", any_x);
-    const auto y = usable("pos-y", any_y);
-    if (x && y)
-        object.setPosition({*x, *y});
-    else if (any_x.has_value() != any_y.has_value())
-        logLine("%s position not complete, so ignoring.", log_prefix);
+void readType(Object &object, const AttributeReader &reader, const Keys &keys) {
+    if (const std::string type = reader.readText(keys[0]); !type.empty())
+        object.setType(type);
 }
 
-void readType(Object &object, const std::string &text) {
-    const std::string type = attributeText(text, "type");
-    if (type.empty())
-        return;
-    logLine(20, "%s type is %s", log_prefix, printable(type).c_str());
-    object.setType(type);
-}
-
-/// `old` with the components that the text has; nothing if it has neither.
-std::optional<Vector> readVector(const std::string &text, const char *x_key, const char *y_key,
-                                 Vector old) {
-    const auto x = readFloat(text, x_key);
-    const auto y = readFloat(text, y_key);
-    return x || y ? std::optional(Vector{x.value_or(old.x), y.value_or(old.y)}) : std::nullopt;
-}
-
-void readDirection(Object &object, const std::string &text) {
-    if (const auto v = readVector(text, "x_direction", "y_direction", object.getDirection()))
-        object.setDirection(*v);
-}
-
-void readAcceleration(Object &object, const std::string &text) {
-    if (const auto v =
-            readVector(text, "x_acceleration", "y_acceleration", object.getAcceleration()))
-        object.setAcceleration(*v);
-}
-
-void readFollowPath(Object &object, const std::string &text) {
-    const auto follow_path = readBool(text, "follow_path");
-    if (!follow_path)
-        return;
-    const Vector direction = object.getDirection();
-    object.setFollowPath(*follow_path);
-    // That turned it towards the path that it has so far. A direction that came with the flag, and
-    // has been read before it, is where the sender's object was going.
-    if (!match(text, "x_direction").empty() || !match(text, "y_direction").empty())
-        object.setDirection(direction);
-}
-
-std::string writeShape(const Object &object) {
+std::string writeShape(const Object &object, const Keys &keys) {
     const Shape shape = object.getShape();
-    return attribute("shape", toString(int{shape.getType()})) +
-           attribute("size", toString(shape.getSize())) +
-           attribute("color", toString(int{shape.getColor()})) +
-           attribute("opacity", toString(int{shape.getAlpha()}));
+    return attribute(keys[0], toString(int{shape.getType()})) +
+           attribute(keys[1], toString(shape.getSize())) +
+           attribute(keys[2], toString(int{shape.getColor()})) +
+           attribute(keys[3], toString(int{shape.getAlpha()}));
 }
 
-void readShape(Object &object, const std::string &text) {
-    const std::string type = readQuoted(text, "shape");
-    const std::string size = readQuoted(text, "size");
-    const std::string color = readQuoted(text, "color");
-    const std::string opacity = readQuoted(text, "opacity");
+void readShape(Object &object, const AttributeReader &reader, const Keys &keys) {
+    std::array<std::string, 4> values;
+    std::transform(keys.begin(), keys.end(), values.begin(),
+                   [&](const char *key) { return reader.readWord(key, "'"); });
+    const auto &[type, size, color, opacity] = values;
     if (type.empty() && size.empty() && color.empty() && opacity.empty())
         return;
     Shape shape = object.getShape();
     if (!type.empty())
         shape.setType(parseInt(type));
     if (!size.empty())
-        shape.setSize(usable("size", parseFloat(size)).value_or(shape.getSize()));
+        shape.setSize(usable(keys[1], parseFloat(size)).value_or(shape.getSize()));
     if (!color.empty())
         shape.setColor(static_cast<Color>(parseInt(color)));
     if (!opacity.empty())
@@ -205,15 +181,27 @@ void readShape(Object &object, const std::string &text) {
     object.setShape(shape);
 }
 
-std::string writePath(const Object &object) {
+void readFollowPath(Object &object, const AttributeReader &reader, const Keys &keys) {
+    const auto follow_path = reader.readBool(keys[0]);
+    if (!follow_path)
+        return;
+    const Vector direction = object.getDirection();
+    object.setFollowPath(*follow_path);
+    // That turned it towards the path that it has so far. A direction that came with the flag, and
+    // has been read before it, is where the sender's object was going.
+    if (reader.has("x_direction") || reader.has("y_direction"))
+        object.setDirection(direction);
+}
+
+std::string writePath(const Object &object, const Keys &keys) {
     std::string waypoints;
     for (const Vector waypoint : object.getPath().waypoints) {
         if (!waypoints.empty())
             waypoints += "|";
         waypoints += toString(waypoint.x) + " " + toString(waypoint.y);
     }
-    return attribute("path", waypoints) +
-           attribute("path_index", toString(object.getPath().path_index));
+    return attribute(keys[0], waypoints) +
+           attribute(keys[1], toString(object.getPath().path_index));
 }
 
 /// Two numbers with blanks between them.
@@ -226,9 +214,9 @@ std::optional<Vector> parseWaypoint(std::string_view piece) {
     return isUsable(waypoint.x) && isUsable(waypoint.y) ? std::optional(waypoint) : std::nullopt;
 }
 
-void readPath(Object &object, const std::string &text) {
+void readPath(Object &object, const AttributeReader &reader, const Keys &keys) {
     constexpr int most_named = 100; // A message has room for 65,000 malformed nodes.
-    const std::string value = attributeText(text, "path");
+    const std::string value = reader.textOf(keys[0]);
     const std::string_view waypoints = withoutBlanksAround(value);
     if (waypoints.empty())
         return;
@@ -250,84 +238,66 @@ void readPath(Object &object, const std::string &text) {
     object.setPath(path);
 }
 
+/// How an attribute is written and read.
+struct Form {
+    std::string (*write)(const Object &, const Keys &);
+    void (*read)(Object &, const AttributeReader &, const Keys &);
+};
+
+template<auto GET, auto SET>
+constexpr Form asFlag{writeBool<GET>, readBool<SET>};
+template<auto GET, auto SET, typename Number = int>
+constexpr Form asInteger{writeInt<GET>, readInt<SET, Number>};
+template<auto GET, auto SET>
+constexpr Form asVector{writeVector<GET>, readVector<GET, SET>};
+
 struct AttributeText {
     Attribute attribute;
     const char *name;
-    std::string (*write)(const Object &);
-    void (*read)(Object &, const std::string &);
+    Keys keys;
+    Form form;
 };
+
+using enum Attribute;
 
 // In the order of writing and reading. The animation has its own text.
 constexpr std::array<AttributeText, ATTRIBUTE_COUNT> attribute_texts{{
-    {Attribute::ID, "ID,", [](const Object &o) { return attribute("id", toString(o.getId())); },
-     [](Object &o, const std::string &text) {
-         if (const auto id = readInt(text, "id"))
-             o.setId(*id);
-     }},
-    {Attribute::ACTIVE, "ACTIVE,",
-     [](const Object &o) { return attribute("is_active", boolToString(o.isActive())); },
-     [](Object &o, const std::string &text) {
-         if (const auto active = readBool(text, "is_active"))
-             o.setActive(*active);
-     }},
-    {Attribute::VISIBLE, "VISIBLE,",
-     [](const Object &o) { return attribute("is_visible", boolToString(o.isVisible())); },
-     [](Object &o, const std::string &text) {
-         if (const auto visible = readBool(text, "is_visible"))
-             o.setVisible(*visible);
-     }},
-    {Attribute::EVENTS, "EVENTS,", writeEvents, readEvents},
-    {Attribute::BOX, "BOX,", writeBox, readBox},
-    {Attribute::POSITION, "POSITION,",
-     [](const Object &o) { return writeVector(o.getPosition(), "pos-x", "pos-y"); }, readPosition},
-    {Attribute::TYPE, "TYPE,", [](const Object &o) { return attribute("type", o.getType()); },
-     readType},
-    {Attribute::ANIMATION, "ANIMATION,", nullptr, nullptr},
-    {Attribute::ALTITUDE, "ALTITUDE,",
-     [](const Object &o) { return attribute("altitude", toString(o.getAltitude())); },
-     [](Object &o, const std::string &text) {
-         if (const auto altitude = readInt(text, "altitude"))
-             o.setAltitude(*altitude);
-     }},
-    {Attribute::SOLIDNESS, "SOLIDNESS,",
-     [](const Object &o) { return attribute("solidness", toString(int{o.getSolidness()})); },
-     [](Object &o, const std::string &text) {
-         if (const auto solidness = readInt(text, "solidness"))
-             o.setSolidness(static_cast<Solidness>(*solidness));
-     }},
-    {Attribute::NO_SOFT, "NO_SOFT,",
-     [](const Object &o) { return attribute("no_soft", boolToString(o.getNoSoft())); },
-     [](Object &o, const std::string &text) {
-         if (const auto no_soft = readBool(text, "no_soft"))
-             o.setNoSoft(*no_soft);
-     }},
-    {Attribute::DIRECTION, "DIRECTION,",
-     [](const Object &o) { return writeVector(o.getDirection(), "x_direction", "y_direction"); },
-     readDirection},
-    {Attribute::SPEED, "SPEED,",
-     [](const Object &o) { return attribute("speed", toString(o.getSpeed())); },
-     [](Object &o, const std::string &text) {
-         if (const auto speed = readFloat(text, "speed"))
-             o.setSpeed(*speed);
-     }},
-    {Attribute::ACCELERATION, "ACCELERATION,",
-     [](const Object &o) {
-         return writeVector(o.getAcceleration(), "x_acceleration", "y_acceleration");
-     },
-     readAcceleration},
-    {Attribute::SHAPE, "SHAPE,", writeShape, readShape},
-    {Attribute::FOLLOW_PATH, "FOLLOW_PATH,",
-     [](const Object &o) { return attribute("follow_path", boolToString(o.getFollowPath())); },
-     readFollowPath},
-    {Attribute::PATH, "PATH,", writePath, readPath},
-    {Attribute::AVOID_COLLISIONS, "AVOID_COLLISIONS,",
-     [](const Object &o) {
-         return attribute("avoid_collisions", boolToString(o.getAvoidCollisions()));
-     },
-     [](Object &o, const std::string &text) {
-         if (const auto avoid_collisions = readBool(text, "avoid_collisions"))
-             o.setAvoidCollisions(*avoid_collisions);
-     }},
+    {ID, "ID,", {"id"}, asInteger<&Object::getId, &Object::setId>},
+    {ACTIVE, "ACTIVE,", {"is_active"}, asFlag<&Object::isActive, &Object::setActive>},
+    {VISIBLE, "VISIBLE,", {"is_visible"}, asFlag<&Object::isVisible, &Object::setVisible>},
+    {EVENTS, "EVENTS,", {"event_count"}, {writeEvents, readEvents}},
+    {BOX,
+     "BOX,",
+     {"box-corner-x", "box-corner-y", "box-horizontal", "box-vertical"},
+     {writeBox, readBox}},
+    {POSITION, "POSITION,", {"pos-x", "pos-y"}, {writeVector<&Object::getPosition>, readPosition}},
+    {TYPE, "TYPE,", {"type"}, {writeType, readType}},
+    {ANIMATION, "ANIMATION,", {}, {}},
+    {ALTITUDE, "ALTITUDE,", {"altitude"}, asInteger<&Object::getAltitude, &Object::setAltitude>},
+    {SOLIDNESS,
+     "SOLIDNESS,",
+     {"solidness"},
+     asInteger<&Object::getSolidness, &Object::setSolidness, Solidness>},
+    {NO_SOFT, "NO_SOFT,", {"no_soft"}, asFlag<&Object::getNoSoft, &Object::setNoSoft>},
+    {DIRECTION,
+     "DIRECTION,",
+     {"x_direction", "y_direction"},
+     asVector<&Object::getDirection, &Object::setDirection>},
+    {SPEED, "SPEED,", {"speed"}, {writeSpeed, readSpeed}},
+    {ACCELERATION,
+     "ACCELERATION,",
+     {"x_acceleration", "y_acceleration"},
+     asVector<&Object::getAcceleration, &Object::setAcceleration>},
+    {SHAPE, "SHAPE,", {"shape", "size", "color", "opacity"}, {writeShape, readShape}},
+    {FOLLOW_PATH,
+     "FOLLOW_PATH,",
+     {"follow_path"},
+     {writeBool<&Object::getFollowPath>, readFollowPath}},
+    {PATH, "PATH,", {"path", "path_index"}, {writePath, readPath}},
+    {AVOID_COLLISIONS,
+     "AVOID_COLLISIONS,",
+     {"avoid_collisions"},
+     asFlag<&Object::getAvoidCollisions, &Object::setAvoidCollisions>},
 }};
 
 } // namespace
@@ -348,19 +318,18 @@ std::string Object::serialize(const std::string &attributes) {
         if (row.attribute == Attribute::ANIMATION)
             text += animation.serialize(attributes);
         else if (is_wanted)
-            text += row.write(*this);
+            text += row.form.write(*this, row.keys);
     }
     return text;
 }
 
 int Object::deserialize(const std::string &text) {
-    if (text.empty())
-        return 0; // match() would search whatever it was given last.
+    const AttributeReader reader(text, log_prefix, 20);
     for (const AttributeText &row : attribute_texts) {
         if (row.attribute == Attribute::ANIMATION)
             animation.deserialize(text);
         else
-            row.read(*this, text);
+            row.form.read(*this, reader, row.keys);
     }
     return 0;
 }

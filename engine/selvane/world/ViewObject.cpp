@@ -2,7 +2,6 @@
 
 #include "selvane/core/EventView.h"
 #include "selvane/core/LogManager.h"
-#include "selvane/core/attributes.h"
 #include "selvane/core/text.h"
 #include "selvane/display/DisplayManager.h"
 #include "selvane/world/WorldManager.h"
@@ -18,7 +17,7 @@ namespace {
 constexpr int columns = 3;
 constexpr int last_location = BOTTOM_RIGHT;
 
-/// Stays at the nearest int where the sum is beyond one.
+/// Saturates at the limits of int.
 int addWithinLimits(int a, int b) {
     const std::int64_t sum = std::int64_t{a} + b;
     return static_cast<int>(std::clamp<std::int64_t>(sum, std::numeric_limits<int>::min(),
@@ -37,8 +36,8 @@ ViewObject::ViewObject() {
     registerInterest(VIEW_EVENT);
 }
 
-/// Without a border the top and the bottom row move outwards and the middle row moves up, not
-/// staying in the middle: the screens of games are laid out by where that puts them.
+/// Without a border the top and bottom rows move outwards, and the middle row moves up instead of
+/// staying in the middle: the screens of games are laid out for that.
 Vector ViewObject::placeOf(int at_location) const {
     const Box view = WorldManager::getInstance().getView();
     const int column = at_location % columns;
@@ -138,59 +137,6 @@ int ViewObject::draw() {
     result += display.drawCh({left, at.y}, '|', color);
     result += display.drawCh({right, at.y}, '|', color);
     return result;
-}
-
-std::string ViewObject::serialize(const std::string &attributes) {
-    logLine(25, "ViewObject::serialize(): attr is '%s'", attributes.c_str());
-    std::string text = Object::serialize(attributes);
-    const auto write = [&](ViewAttribute which, const char *name, const char *key,
-                           const std::string &written) {
-        const auto flag = static_cast<std::size_t>(which);
-        if (!isAttributeWanted(attributes, name, modified.test(flag)))
-            return;
-        modified.reset(flag);
-        text += attribute(key, written);
-    };
-    write(ViewAttribute::VIEW_STRING, "VIEW_STRING,", "view_string", view_string);
-    write(ViewAttribute::VALUE, "VALUE,", "view_value", toString(value));
-    write(ViewAttribute::BORDER, "BORDER,", "view_border", boolToString(border));
-    write(ViewAttribute::COLOR, "COLOR,", "view_color", toString(int{color}));
-    write(ViewAttribute::LOCATION, "LOCATION,", "view_location", toString(location));
-    write(ViewAttribute::DRAW_VALUE, "DRAW_VALUE,", "view_draw_value", boolToString(draw_value));
-    return text;
-}
-
-int ViewObject::deserialize(const std::string &text) {
-    if (text.empty())
-        return 0; // match() would search whatever it was given last.
-    Object::deserialize(text);
-    constexpr char prefix[] = "ViewObject::deserialize():";
-    if (const auto found = attributeText(text, "view_string"); !found.empty()) {
-        logLine(10, "%s view_string is %s", prefix, printable(found).c_str());
-        view_string = found;
-        setModified(ViewAttribute::VIEW_STRING);
-    }
-    if (const auto found = match(text, "view_value"); !found.empty()) {
-        logLine(10, "%s value is %d", prefix, parseInt(found));
-        setValue(parseInt(found));
-    }
-    if (const auto found = match(text, "view_border"); !found.empty()) {
-        logLine(10, "%s border is %s", prefix, printable(found).c_str());
-        setBorder(found == "true");
-    }
-    if (const auto found = match(text, "view_color"); !found.empty()) {
-        logLine(10, "%s color is %d", prefix, parseInt(found));
-        setColor(static_cast<Color>(parseInt(found)));
-    }
-    if (const auto found = match(text, "view_location"); !found.empty()) {
-        logLine(10, "%s location is %d", prefix, parseInt(found));
-        setLocation(parseInt(found));
-    }
-    if (const auto found = match(text, "view_draw_value"); !found.empty()) {
-        logLine(10, "%s draw_value is %s", prefix, printable(found).c_str());
-        setDrawValue(found == "true");
-    }
-    return 0;
 }
 
 bool ViewObject::isModified() const {

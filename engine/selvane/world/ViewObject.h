@@ -1,21 +1,20 @@
-/// A label, and a number behind it, at a fixed place of the window: scores, timers, prompts. Its
-/// position is in cells of the view, (0, 0) at the upper left, and the world scrolls under it.
-///
-/// "sv-view" events that carry its label change its value. Made and deleted like any object.
-/// Game-loop thread only.
+/// A label and a number at a fixed place of the window: scores, timers, prompts. Its position is in
+/// cells of the view, (0, 0) at the upper left; the world scrolls under it. "sv-view" events with
+/// its label change its value. Made and deleted like any object. Game-loop thread only.
 #pragma once
 
 #include "selvane/core/Color.h"
 #include "selvane/world/Object.h"
 
 #include <bitset>
+#include <span>
 #include <string>
 
 namespace sv {
 
-/// The places that a view object can be given by name.
+/// Named places for view objects.
 enum ViewObjectLocation : int {
-    FREE_PLACEMENT = -1, ///< Where setPosition() has put it. Not to be asked for.
+    FREE_PLACEMENT = -1, ///< Set by setPosition(); setLocation() refuses it.
     TOP_LEFT = 0,
     TOP_CENTER = 1,
     TOP_RIGHT = 2,
@@ -27,46 +26,47 @@ enum ViewObjectLocation : int {
     BOTTOM_RIGHT = 8,
 };
 
-/// What a view object writes besides what every object does.
+/// What a view object can write besides Attribute.
 enum class ViewAttribute { VIEW_STRING, VALUE, BORDER, COLOR, LOCATION, DRAW_VALUE };
 inline constexpr int VIEW_ATTRIBUTE_COUNT = 6;
 
 class ViewObject : public Object {
   public:
-    /// At the top centre, spectral, of the highest altitude: drawn last.
+    /// At the top centre, spectral, at the highest altitude.
     ViewObject();
 
-    /// One of the nine locations, as the view and the border are now; any other number is refused
-    /// with a line in the log.
+    /// Moves it to one of the nine locations, by the current view and border. Other numbers are
+    /// refused with a line in the log.
     void setLocation(int new_location);
     int getLocation() const { return location; }
 
-    /// In cells of the view. Gives up the location. Returns 0.
+    /// In cells of the view; the location becomes FREE_PLACEMENT. 0, or -1 for a position that is
+    /// not finite.
     int setPosition(Vector new_position) override;
 
-    /// Whether a frame surrounds the text. Default: it does. An object at a location moves to the
-    /// row that suits.
+    /// Whether a frame surrounds the text. Default: true. An object at a location moves to the row
+    /// for that.
     void setBorder(bool new_border);
     bool getBorder() const { return border; }
 
     void setValue(int new_value);
     int getValue() const { return value; }
 
-    /// The label, which is also the tag of the events that change the value. Default: empty.
+    /// The label, also the tag of the events that change the value. Default: empty.
     void setViewString(const std::string &new_view_string);
     std::string getViewString() const { return view_string; }
 
-    /// Of the text and the border.
+    /// Of text and border. Default: COLOR_DEFAULT.
     void setColor(Color new_color);
     Color getColor() const { return color; }
 
-    /// Whether the value is shown. Default: it is. A change does not count as one to be sent.
+    /// Whether the value is shown. Default: true. A change does not count as a modification.
     void setDrawValue(bool new_draw_value) { draw_value = new_draw_value; }
     bool getDrawValue() const { return draw_value; }
 
     int eventHandler(const Event *p_event) override;
 
-    /// 0, or below if the display refuses.
+    /// 0, or below 0 if the display refuses.
     int draw() override;
 
     /// The object's items, then those of the view object that `attributes` selects: "VIEW_STRING,",
@@ -78,11 +78,14 @@ class ViewObject : public Object {
     bool isModified() const override;
     bool isModified(ViewAttribute attribute) const;
 
-    /// By the number of an attribute of its own, 0 to 5 in the order of ViewAttribute; false for
-    /// any other. Those that every object has are asked for as Attribute.
+    /// By the number of its own attributes, 0 to 5 in the order of ViewAttribute; false for any
+    /// other. Use Attribute for those that every object has.
     bool isModified(int index) const;
 
   private:
+    struct AttributeText;
+
+    static std::span<const AttributeText> attributeTexts();
     void setModified(ViewAttribute attribute) { modified.set(static_cast<std::size_t>(attribute)); }
     Vector placeOf(int at_location) const;
 
