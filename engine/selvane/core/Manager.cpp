@@ -55,6 +55,10 @@ int Manager::refuseSecondStart() const {
     return logFailure("%s::startup(): Warning! %s already started.", type.c_str(), type.c_str());
 }
 
+int Manager::refuseUnstarted() const {
+    return logFailure("%s not started!", type.c_str());
+}
+
 int Manager::onEvent(const Event *p_event) {
     if (!p_event) {
         logFailure("Manager(%s)::onEvent(): Error! There is no event.", type.c_str());
@@ -62,7 +66,7 @@ int Manager::onEvent(const Event *p_event) {
     }
     const std::string event_type = p_event->getType();
     if (event_type == UNDEFINED_EVENT) {
-        // Names the manager twice: readers of old logs search for this line as it is.
+        // Names the manager twice, as the line always has: people search logs for it.
         logLine(1, "Manager(%s)::onEvent(): Warning! Event type %s is undefined.", type.c_str(),
                 type.c_str());
         return 0;
@@ -75,7 +79,7 @@ int Manager::onEvent(const Event *p_event) {
     const NestingLimit::Call call(nested_events);
     if (!call.isRefused())
         return deliver(p_event, event_type);
-    if (nested_events.isNews())
+    if (nested_events.isFirstRefusal())
         logFailure(
             "Manager(%s)::onEvent(): Error! %d events are under way, each sent from a handler "
             "of the one before. Does a handler send the event that it handles? Event '%s' "
@@ -93,7 +97,7 @@ int Manager::deliver(const Event *p_event, const std::string &event_type) {
         ObjectList receivers = interests[row].obj_list;
         const ObjectWatch watch(receivers);
         for (Object *p_o : receivers) {
-            // The event of a step still reaches who comes after the one that went astray.
+            // An event of the step still reaches the objects after the one whose handler recursed.
             if (nested_events.isReachedWithin())
                 return called;
             if (!p_o || !p_o->isActive())
@@ -149,8 +153,8 @@ int Manager::unregisterInterest(Object *p_o, const std::string &event_type) {
 }
 
 void Manager::forgetEverywhere(const Object *p_o) {
-    for (Manager *p_manager : allManagers())
-        p_manager->forget(p_o);
+    for (Manager *manager : allManagers())
+        manager->forget(p_o);
 }
 
 void Manager::forget(const Object *p_o) {

@@ -1,9 +1,9 @@
-/// What every manager has: a name for the log, a started flag, and for each event type that it
-/// delivers the objects that asked for it.
+/// The base of every manager: a name for the log, a started flag, and for each event type that it
+/// delivers the objects that registered for it.
 ///
-/// A manager of the engine is a single instance of its process, reached through its own
-/// getInstance(), built on first use and never destroyed, so that globals may use it before main()
-/// and after it. It borrows the objects, and forgets one that is destroyed. Game-loop thread only.
+/// Each of the engine's managers is a single instance, built by the first getInstance() and never
+/// destroyed, so that globals may use it before main() and after it. A manager borrows the objects
+/// and forgets those that are destroyed. Game-loop thread only.
 #pragma once
 
 #include "selvane/core/ObjectList.h"
@@ -26,10 +26,10 @@ class Manager {
 
     virtual ~Manager();
 
-    /// 0 on success. The base also answers 0, with a warning, when it is started already.
+    /// 0 on success. The base also returns 0 if it is started already, with a warning.
     virtual int startUp();
 
-    /// Interests stay: they live as long as the manager.
+    /// Interests stay.
     virtual void shutDown();
 
     Manager(const Manager &) = delete;
@@ -39,32 +39,35 @@ class Manager {
     void setType(const std::string &new_type) { type = new_type; }
     bool isStarted() const { return is_started; }
 
-    /// Gives the event to the handler of every active object that is interested in its type, in
-    /// the order of registration, and returns how many were called. The receivers are those of the
-    /// moment it begins: a handler may register and unregister whom it likes, and one that is
-    /// destroyed meanwhile is not called. Only a type that loses its last object meanwhile and
-    /// finds one again counts as new, and may be told once more.
+    /// Calls the handler of every active object that is registered for the event's type, in the
+    /// order of registration; returns how many were called. Objects that handlers register
+    /// meanwhile get the next event; objects that are destroyed meanwhile are not called. (A type
+    /// that loses its last object meanwhile and gets one again counts as new and may be delivered
+    /// once more.)
     ///
-    /// 0, with a line in the log, for null, and where handlers send events from within events
-    /// NestingLimit::MOST deep.
+    /// 0, with a line in the log, for null, and for events nested NestingLimit::MOST deep in
+    /// handlers.
     int onEvent(const Event *p_event);
 
-    /// Adds an object to those that are told of events of that type; one that registers twice is
-    /// told twice. 0, or -1 if the type is not this manager's, if the object is null or dead, or if
-    /// MAX_EVENTS types are in use already.
+    /// Registers an object for events of that type; an object registered twice is called twice. 0,
+    /// or -1 if the manager does not deliver that type, if the object is null or dead, or if
+    /// MAX_EVENTS types are in use.
     int registerInterest(Object *p_o, const std::string &event_type);
 
-    /// Takes back one registration; 0, or -1 if there is none.
+    /// Removes one registration; 0, or -1 if there is none.
     int unregisterInterest(Object *p_o, const std::string &event_type);
 
-    /// Called when an object is destroyed: no manager, a game's own included, keeps it.
+    // Called by the engine.
+
+    /// Removes a destroyed object from every manager, a game's own included.
     static void forgetEverywhere(const Object *p_o);
 
   protected:
     Manager();
 
-    /// Logs that this manager is started already and returns -1.
+    /// Log that this manager is started already, or is not started, and return -1.
     int refuseSecondStart() const;
+    int refuseUnstarted() const;
 
   private:
     struct Interest {
@@ -78,7 +81,7 @@ class Manager {
     void forget(const Object *p_o);
 
     std::string type = "Manager";
-    // In the order of first registration, never one without objects.
+    // In the order of first registration; none without objects.
     std::vector<Interest> interests;
     bool is_started = false;
 };

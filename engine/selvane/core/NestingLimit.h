@@ -1,9 +1,11 @@
-/// Ends a recursion that runs through a game's handlers and has no end of its own. The limit is
-/// deeper than chain reactions go, and leaves room on a stack of a megabyte.
+/// Ends an endless recursion through a game's handlers. The limit is deeper than chain reactions
+/// go, and fits on a stack of a megabyte.
 ///
-/// Beyond the limit every call is refused, and those under way end early: with two handlers that
-/// each call on, refusing the deepest calls alone would leave 2^500 of them.
+/// Beyond the limit every call is refused, and the calls under way return early: if two handlers
+/// call each other twice, refusing only the deepest calls would leave 2^500 of them.
 #pragma once
+
+#include <utility>
 
 namespace sv {
 
@@ -11,7 +13,7 @@ class NestingLimit {
   public:
     static constexpr int MOST = 500;
 
-    /// One call, while it lives.
+    /// A call under way, for as long as it lives.
     class Call {
       public:
         explicit Call(NestingLimit &new_limit) : limit(new_limit) {
@@ -31,26 +33,22 @@ class NestingLimit {
         NestingLimit &limit;
     };
 
-    /// Whether calls are refused, and those under way have to end.
+    /// Whether calls are refused, and those under way have to return.
     bool isReached() const { return is_reached; }
 
-    /// The same, but the outermost call goes on as if nothing had been.
+    /// The same, but the outermost call continues.
     bool isReachedWithin() {
         is_reached = is_reached && depth > 1;
         return is_reached;
     }
 
-    /// True the first time: what is refused in every step needs no line in every step.
-    bool isNews() {
-        const bool is_news = !is_said;
-        is_said = true;
-        return is_news;
-    }
+    /// True once: a refusal in every step needs no line in every step.
+    bool isFirstRefusal() { return !std::exchange(is_logged, true); }
 
   private:
     int depth = 0;
     bool is_reached = false;
-    bool is_said = false;
+    bool is_logged = false;
 };
 
 } // namespace sv

@@ -367,10 +367,6 @@ bool DisplayManager::isHeadless() const {
     return Config::getInstance().getHeadless() && !capture;
 }
 
-int DisplayManager::refuseUnstarted() const {
-    return logFailure("%s not started!", getType().c_str());
-}
-
 float charWidth() {
     return DisplayManager::getInstance().getCellSize().x;
 }

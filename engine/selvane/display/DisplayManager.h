@@ -119,7 +119,6 @@ class DisplayManager : public Manager {
     int prepareCells();
     void shakeCells();
     bool isHeadless() const;
-    int refuseUnstarted() const;
 
     // Declared before what needs its graphics memory, so it goes last.
     std::unique_ptr<sf::RenderWindow> p_window;

@@ -146,10 +146,6 @@ void ResourceManager::releaseAudio() {
         track.unload();
 }
 
-int ResourceManager::refuseUnstarted() const {
-    return logFailure("%s not started!", getType().c_str());
-}
-
 int ResourceManager::loadSprite(const std::string &filename, const std::string &label) {
     if (!isStarted())
         return refuseUnstarted();

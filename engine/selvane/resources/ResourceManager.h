@@ -55,7 +55,6 @@ class ResourceManager : public Manager {
     ResourceManager();
 
     void releaseAudio();
-    int refuseUnstarted() const;
 
     std::vector<std::unique_ptr<Sprite>> sprites;
     std::array<Sound, MAX_SOUNDS> sounds;

@@ -1,4 +1,4 @@
-// How the world manager moves an object: whom it meets, who is told, and when it stays.
+// How the world manager moves an object: collisions, their events, and refused moves.
 
 #include "selvane/core/EventCollision.h"
 #include "selvane/core/EventOut.h"
@@ -25,8 +25,9 @@ Object *firstHard(const ObjectList &list) {
     return found == list.end() ? nullptr : *found;
 }
 
-/// Where a mover gets in one step along the face that it touches: a face above or below leaves the
-/// horizontal part of its way, one beside it the vertical part; at a corner it turns back in x.
+/// The mover's position after one step along the face that it touches: a face above or below leaves
+/// the horizontal part of its motion, a face beside it the vertical part; at a corner x is
+/// reversed.
 Vector slidPosition(const Object *p_o, Vector normal) {
     const float across = std::fabs(normal.x);
     const float along = std::fabs(normal.y);
@@ -36,29 +37,29 @@ Vector slidPosition(const Object *p_o, Vector normal) {
     return p_o->getPosition() + normalized(way) * p_o->getSpeed();
 }
 
-bool stops(const Object *p_mover, const Object *p_other) {
-    if (p_mover->getSolidness() == HARD && p_other->getSolidness() == HARD)
+bool stops(const Object *mover, const Object *other) {
+    if (mover->getSolidness() == HARD && other->getSolidness() == HARD)
         return true;
-    return p_mover->getNoSoft() && p_other->getSolidness() == SOFT;
+    return mover->getNoSoft() && other->getSolidness() == SOFT;
 }
 
-/// Tells both sides of each collision, also after one has stopped the mover; false if one did, or
-/// if the mover is gone. Who is gone is not told, nor is the other side of its collision.
+/// Sends each collision to both sides, also after one has stopped the mover; false if one did, or
+/// if the mover was deleted. Collisions with deleted objects are not sent.
 bool collide(Object *const &p_o, ObjectList list, Vector where) {
     const ObjectWatch watch(list);
     bool do_move = true;
-    for (Object *const &p_other : list) {
+    for (Object *const &other : list) {
         if (nested_moves.isReached())
             return false;
-        if (!p_other)
+        if (!other)
             continue;
-        const EventCollision collision(p_o, p_other, where);
+        const EventCollision collision(p_o, other, where);
         p_o->eventHandler(&collision);
-        if (p_o && p_other)
-            p_other->eventHandler(&collision);
+        if (p_o && other)
+            other->eventHandler(&collision);
         if (!p_o)
             return false;
-        if (p_other && stops(p_o, p_other))
+        if (other && stops(p_o, other))
             do_move = false;
     }
     return do_move;
@@ -66,14 +67,14 @@ bool collide(Object *const &p_o, ObjectList list, Vector where) {
 
 } // namespace
 
-/// False if the object stays where it is; otherwise `where` is where it comes to stand.
+/// False if the object stays where it is; otherwise `where` is its new position.
 bool WorldManager::resolveCollisions(Object *const &p_o, Vector &where) const {
     if (!p_o->isSolid())
         return true;
     ObjectList list = scene_graph.getCollisions(p_o, where);
     if (p_o->getSolidness() == HARD && p_o->getAvoidCollisions()) {
-        if (const Object *p_obstacle = firstHard(list)) {
-            where = slidPosition(p_o, getNormal(p_o, p_obstacle));
+        if (const Object *obstacle = firstHard(list)) {
+            where = slidPosition(p_o, getNormal(p_o, obstacle));
             list = scene_graph.getCollisions(p_o, where);
             if (firstHard(list)) {
                 logLine(5, "WorldManager::moveObject(): Double collision. Object (avoid obstacles) "
@@ -93,10 +94,10 @@ int WorldManager::moveObject(Object *p_o, Vector where) {
 
 int WorldManager::moveLiving(Object *p_o, Vector where) {
     if (!isFinite(where))
-        return p_o->Object::setPosition(where); // Which refuses it.
+        return p_o->Object::setPosition(where); // This logs and refuses it.
     const NestingLimit::Call call(nested_moves);
     if (call.isRefused()) {
-        if (nested_moves.isNews())
+        if (nested_moves.isFirstRefusal())
             logFailure(
                 "WorldManager::moveObject(): Error! %d moves are under way, each made from a "
                 "handler or setPosition() of the one before. Ignored.",
