@@ -1,8 +1,7 @@
 /// The frame timer, in microseconds, read from the system's wall clock.
 ///
-/// The time of the month is kept in 32 bits that wrap, and differences are taken in the same
-/// arithmetic: one is right while the interval is shorter than about 71 minutes and no month turns
-/// in it. The clock counts in microseconds but advances by whole milliseconds.
+/// It keeps the time of the month in 32 bits that wrap, so an interval is right if it is shorter
+/// than about 71 minutes and no new month begins in it. The resolution is a millisecond.
 #pragma once
 
 #include <cstdint>
@@ -14,7 +13,7 @@ class Clock {
     /// Starts now.
     Clock();
 
-    /// Microseconds since the last restart, and restarts.
+    /// Restarts; returns the microseconds since the last restart.
     unsigned int delta();
 
     /// Microseconds since the last restart. Below 0 when the wall clock was set back meanwhile,

@@ -1,8 +1,8 @@
-/// The settings that the engine starts with: built-in defaults, overwritten by a text of
-/// `key:value,` entries, read from a file. A missing file is no error.
+/// The engine's settings: built-in defaults, overwritten by the `key:value,` entries of a file. A
+/// missing file is not an error.
 ///
-/// Loaded by the game manager before anything else starts, read-only afterwards; the values live
-/// as long as the process. Game-loop thread only.
+/// Loaded by the game manager before anything else starts, and read-only afterwards. Game-loop
+/// thread only.
 #pragma once
 
 #include "selvane/core/Color.h"
@@ -16,10 +16,10 @@ namespace sv {
 inline constexpr char CONFIG_FILE_VARIABLE[] = "SELVANE_CONFIG";
 inline constexpr char CONFIG_FILE_DEFAULT[] = "sv-config.txt";
 
-/// No configuration file is longer.
+/// The longest configuration file.
 inline constexpr int MAX_CONFIG_BYTES = 65536;
 
-// The windowing library's numbers for the two styles.
+// SFML's numbers for the two styles.
 inline constexpr int WINDOW_STYLE_DEFAULT = 5; ///< Title bar and close button, not resizable.
 inline constexpr int WINDOW_STYLE_FULLSCREEN = 8;
 
@@ -29,19 +29,17 @@ class Config {
     Config(const Config &) = delete;
     Config &operator=(const Config &) = delete;
 
-    /// The configuration file's lines in one text, nothing between them; lines that are empty or
-    /// begin with '#' are left out. Empty if the file cannot be read, and with a line in the log if
-    /// it is no text or longer than MAX_CONFIG_BYTES. What the file's author can hardly have meant
-    /// has a line in the log each, with its place in the file.
-    ///
-    /// Since nothing stands between the lines, each setting ends with a comma of its own.
+    /// The lines of the configuration file joined with nothing between them, so each setting needs
+    /// its comma; without empty lines and those that begin with '#'. Empty if the file cannot be
+    /// read, or is not text of at most MAX_CONFIG_BYTES, which is logged. Likely mistakes in the
+    /// file are logged with their lines.
     std::string readConfig();
 
-    /// Applies the settings of `config`; an empty text means those of the file. A key that is
-    /// absent or has no value leaves its setting alone, and a number that is none counts as 0.
+    /// Applies the settings of `config`, or of the file if it is empty. A key that is absent or has
+    /// no value leaves its setting unchanged; text that is not a number reads as 0.
     void loadConfig(const std::string &config);
 
-    /// Writes the settings to the log, at level 1; not all of them.
+    /// Writes most settings to the log, at level 1.
     void printConfig() const;
 
     int getWindowHorizontalPixels() const { return window_horizontal_pixels; }
@@ -65,10 +63,10 @@ class Config {
     /// 0 seeds from the current time, -1 not at all.
     int getRandomSeed() const { return random_seed; }
     bool getNetworking() const { return networking; }
-    /// Whether keys and buttons that are held count while another window has the focus.
+    /// Whether held keys and buttons count while another window has the focus.
     bool getBackgroundInput() const { return background_input; }
 
-    // Kept for scene graphs that have a use for them; the simple one has none.
+    // For other scene graphs; the simple one does not use them.
     int getQuadtreeThreshold() const { return quadtree_threshold; }
     int getQuadtreeDepth() const { return quadtree_depth; }
     int getGridWidth() const { return grid_width; }

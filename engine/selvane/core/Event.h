@@ -1,17 +1,15 @@
-/// Everything that happens to an object reaches it as an event. Its sender makes it on the stack,
-/// every receiver's handler gets a pointer to it that must not be kept, and the sender destroys it
-/// when the last handler has returned.
+/// Everything that happens to an object reaches it as an event. The sender makes it on the stack;
+/// handlers must not keep the pointer.
 ///
-/// A handler tells events apart by their type string, compared exactly; eventCast() does that and
-/// the cast in one.
+/// A handler distinguishes events by their type string; eventCast() compares it and casts.
 #pragma once
 
 #include <string>
 
 namespace sv {
 
-// Every type that the engine knows. The type decides which manager an object registers with; one
-// that is not in this list belongs to the world manager.
+// The engine's types. The type decides which manager an object registers with; all other types are
+// the world manager's.
 inline constexpr char UNDEFINED_EVENT[] = "sv-undefined";
 inline constexpr char STEP_EVENT[] = "sv-step";
 inline constexpr char KEYBOARD_EVENT[] = "sv-keyboard";
@@ -25,7 +23,7 @@ inline constexpr char KEYBOARD_NETWORK_EVENT[] = "sv-keyboard-network";
 inline constexpr char MOUSE_NETWORK_EVENT[] = "sv-mouse-network";
 inline constexpr char VIEW_EVENT[] = "sv-view";
 
-/// Whether a type is in the list above. "sv-undefined" is, although nobody can be told of it.
+/// Whether a type is in the list above; "sv-undefined" is, although no manager delivers it.
 bool isEngineEvent(const std::string &type);
 
 class Event {
@@ -46,8 +44,8 @@ class Event {
     std::string event_type = UNDEFINED_EVENT;
 };
 
-/// The event as one of a given class, as in `eventCast<EventMouse>(p_event)`; null for an event of
-/// another type or class, and for null. It lives as long as the event does.
+/// The event as one of a class, as in `eventCast<EventMouse>(p_event)`; null for an event of
+/// another type or class, and for null.
 template<typename SomeEvent>
 const SomeEvent *eventCast(const Event *p_event) {
     if (!p_event || p_event->getType() != SomeEvent::TYPE)

@@ -1,4 +1,4 @@
-/// Sent to both objects of a collision, the moving one first: both receive the same event.
+/// Sent to both objects of a collision, to the moving one first. Both get the same event.
 #pragma once
 
 #include "selvane/core/Event.h"

@@ -1,4 +1,4 @@
-/// Sent by the input manager to interested objects: one key, and what happened to it.
+/// One key, and what happened to it. Sent by the input manager to registered objects.
 #pragma once
 
 #include "selvane/core/Event.h"

@@ -1,5 +1,5 @@
-/// Sent by the input manager to interested objects: what the mouse did, with which button and
-/// where.
+/// What the mouse did, with which button and where. Sent by the input manager to registered
+/// objects.
 #pragma once
 
 #include "selvane/core/Event.h"
@@ -30,12 +30,12 @@ class EventMouse : public Event {
     void setMouseAction(EventMouseAction new_action) { mouse_action = new_action; }
     EventMouseAction getMouseAction() const { return mouse_action; }
 
-    /// UNDEFINED_MOUSE_BUTTON when the mouse moved, and for buttons beyond the three.
+    /// UNDEFINED_MOUSE_BUTTON for MOVED and for other buttons.
     void setMouseButton(EventMouseButton new_button) { mouse_button = new_button; }
     EventMouseButton getMouseButton() const { return mouse_button; }
 
-    /// Cells of the window, with their fraction; the world position is that plus the view's corner.
-    /// Outside the window when a button is held there.
+    /// In cells of the window, with fractions; add the view's corner for the world position. May be
+    /// outside the window while a button is held.
     void setMousePosition(Vector new_position) { mouse_xy = new_position; }
     Vector getMousePosition() const { return mouse_xy; }
 

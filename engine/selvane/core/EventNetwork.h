@@ -1,4 +1,4 @@
-/// Sent by the network manager to interested objects: what happened to one connection.
+/// What happened to one connection. Sent by the network manager to registered objects.
 #pragma once
 
 #include "selvane/core/Event.h"
@@ -21,17 +21,17 @@ class EventNetwork : public Event {
     explicit EventNetwork(int new_label = UNDEFINED_NETWORK_LABEL, int new_socket_index = -1,
                           int new_bytes = 0);
 
-    /// An EventNetworkLabel; any other value is said in the log and becomes the undefined one.
+    /// An EventNetworkLabel; any other value is logged and becomes UNDEFINED_NETWORK_LABEL.
     void setLabel(int new_label);
     int getLabel() const { return label; }
 
-    /// Which connection, as the network manager counts them at that moment; default -1, none.
+    /// The connection's index in the network manager at that moment; default -1, none.
     void setSocketIndex(int new_socket_index) { socket_index = new_socket_index; }
     int getSocketIndex() const { return socket_index; }
 
-    /// What the waiting message says its length is, its length field included: that many bytes are
-    /// there, MESSAGE_LENGTH_BYTES to MAX_MESSAGE_BYTES. A number below that, maybe below 0, is a
-    /// peer's nonsense: receive() refuses such a message. 0 for the other labels.
+    /// The length of the waiting message in bytes, its length field included:
+    /// MESSAGE_LENGTH_BYTES to MAX_MESSAGE_BYTES. A smaller number, maybe below 0, comes from a
+    /// faulty peer: receive() refuses that message. 0 for the other labels.
     void setBytes(int new_bytes) { bytes = new_bytes; }
     int getBytes() const { return bytes; }
 

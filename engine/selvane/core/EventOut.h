@@ -1,4 +1,4 @@
-/// Tells an object that its last move took it out of the world altogether.
+/// Sent to an object whose last move took all of it out of the world.
 #pragma once
 
 #include "selvane/core/Event.h"

@@ -1,4 +1,4 @@
-/// Tells an object how its search for a path ended.
+/// Sent to an object when its search for a path ends.
 #pragma once
 
 #include "selvane/core/Event.h"
@@ -8,7 +8,7 @@
 
 namespace sv {
 
-// How a search for a path stands.
+// The status of a search.
 inline constexpr int PATH_NONE = 0;
 inline constexpr int PATH_SEARCHING = 1;
 inline constexpr int PATH_FOUND = 2;
@@ -17,8 +17,7 @@ class EventPath : public Event {
   public:
     static constexpr const char *TYPE = PATH_EVENT;
 
-    /// `new_path` runs from the start cell to the goal cell, both included; empty unless it was
-    /// found.
+    /// `new_path`: from the start cell to the goal cell, both included; empty if none was found.
     EventPath(int new_status, const std::vector<Vector> &new_path)
         : Event(PATH_EVENT), status(new_status), path(new_path) {}
 

@@ -1,5 +1,5 @@
-/// Sent by the game manager to interested objects once per step, before input is read and before
-/// the world is updated.
+/// Sent by the game manager to registered objects once a step, before input is read and the world
+/// is updated.
 #pragma once
 
 #include "selvane/core/Event.h"

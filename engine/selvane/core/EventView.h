@@ -1,5 +1,5 @@
-/// Changes the value of the view objects that carry its tag. Nothing in the engine sends one: a
-/// game makes it and hands it to the world manager's onEvent().
+/// Changes the value of the view objects with its tag. The engine sends none: a game passes it to
+/// the world manager's onEvent().
 #pragma once
 
 #include "selvane/core/Event.h"
@@ -12,11 +12,11 @@ class EventView : public Event {
   public:
     static constexpr const char *TYPE = VIEW_EVENT;
 
-    /// With an empty tag, value 0, not a change.
+    /// An empty tag, value 0, no delta.
     EventView() : Event(VIEW_EVENT) {}
 
-    /// `new_tag`: the label of the view objects meant. `new_delta`: whether the value is added to
-    /// theirs instead of taking its place.
+    /// `new_tag`: the label of the view objects. `new_delta`: whether the value is added to theirs
+    /// or replaces it.
     EventView(const std::string &new_tag, int new_value, bool new_delta)
         : Event(VIEW_EVENT), tag(new_tag), value(new_value), delta(new_delta) {}
 

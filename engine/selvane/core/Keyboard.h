@@ -1,5 +1,5 @@
-/// The engine's keys. Every further key of the keyboard has a number above these: the windowing
-/// library's own plus OTHER_KEYS; one that the library cannot name has 96.
+/// The engine's keys. Every other key has SFML's number plus OTHER_KEYS; keys unknown to SFML
+/// are 96.
 #pragma once
 
 namespace sv {
@@ -42,7 +42,7 @@ struct Keyboard {
     static constexpr int OTHER_KEYS = 97;
 };
 
-// Games and saved key settings know the keys by these numbers.
+// Games and saved key settings use these numbers.
 static_assert(Keyboard::RIGHTSHIFT == 23 && Keyboard::F1 == 24 && Keyboard::A == 36 &&
               Keyboard::NUM1 == 62 && Keyboard::NUM0 == 71 && Keyboard::BACKSPACE == 72);
 

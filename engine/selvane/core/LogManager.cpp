@@ -34,10 +34,10 @@ int LogManager::startUp() {
     if (!p_f)
         return logFailure("LogManager::startup(): Warning! Unable to open file '%s'.",
                           file_name.c_str());
-    unwritable_is_said = false;
-    is_irreplaceable = platform::isDeleted(p_f.get()); // Somebody's standard output, say.
+    warned_write_failed = false;
+    can_reopen = !platform::isDeleted(p_f.get()); // Standard output may be a deleted file.
     if (opened.is_shared)
-        sayShared();
+        warnShared();
     Manager::startUp();
     writeLog(5, "LogManager::startUp(): successfully started.");
     return 0;
@@ -90,7 +90,7 @@ void LogManager::setStepCount(int new_step_count) {
     std::snprintf(step_text.data(), step_text.size(), "%4d ", new_step_count);
 }
 
-/// False if a part of it failed, which does not keep the others from being tried.
+/// False if a part failed; the rest of the line is tried all the same.
 bool LogManager::beginLine() {
     if (p_f && do_flush)
         replaceDeletedFile();
@@ -102,19 +102,18 @@ bool LogManager::beginLine() {
     return !failed;
 }
 
-/// The whole line goes to its file at once: if the program dies of what comes next, the log tells
-/// how far it came.
+/// Flushes every line: if the program crashes, the log shows how far it got.
 int LogManager::endLine(int written, bool is_begun) {
     bool failed = !is_begun || written < 0;
     failed |= std::fputc('\n', output()) < 0;
     failed |= std::fflush(output()) != 0;
     if (failed)
-        sayUnwritable();
+        warnWriteFailed();
     return failed ? -1 : written;
 }
 
-/// In the log for who wonders about the lines of two programs, and to the person who starts them.
-void LogManager::sayShared() {
+/// In the log for its reader, and on standard error for the person who starts the programs.
+void LogManager::warnShared() {
     const std::string warning = "LogManager::startUp(): Warning! Another running program writes "
                                 "the log '" +
                                 file_name +
@@ -124,21 +123,20 @@ void LogManager::sayShared() {
 }
 
 /// Once for each log file: a full disk stays full for a while.
-void LogManager::sayUnwritable() {
-    if (!p_f || unwritable_is_said)
+void LogManager::warnWriteFailed() {
+    if (!p_f || warned_write_failed)
         return;
-    unwritable_is_said = true;
+    warned_write_failed = true;
     std::fprintf(stderr, "LogManager::writeLog(): Warning! Unable to write the log file: %s.\n",
                  std::generic_category().message(errno).c_str());
 }
 
-/// Only the lines to come can be saved. What is written without a flush may be of any age, and
-/// stays with its file.
+/// The earlier lines went with the deleted file; later ones go to the new one.
 void LogManager::replaceDeletedFile() {
-    if (is_irreplaceable || !platform::isDeleted(p_f.get()))
+    if (!can_reopen || !platform::isDeleted(p_f.get()))
         return;
-    File fresh(platform::openNewLog(file_name)); // Not what others have put there meanwhile.
-    is_irreplaceable = !fresh;
+    File fresh(platform::openNewLog(file_name)); // Only a new one: another program's stays.
+    can_reopen = fresh != nullptr;
     const std::string then =
         fresh ? "The log goes on in a new one"
               : "No other can be made: " + std::generic_category().message(errno);
@@ -147,7 +145,7 @@ void LogManager::replaceDeletedFile() {
     if (!fresh)
         return;
     p_f = std::move(fresh);
-    unwritable_is_said = false;
+    warned_write_failed = false;
 }
 
 int logLine(int line_level, const char *fmt, ...) {

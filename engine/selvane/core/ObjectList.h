@@ -1,8 +1,8 @@
 /// An ordered, growable list of objects, used for every set of objects in the engine. It borrows
-/// the objects: it never deletes one, and whoever deletes an object takes it out first.
+/// the objects: code that deletes an object removes it first.
 ///
-/// Changing a list while an ObjectListIterator walks it is allowed and never reads past its end,
-/// but may pass over an object or visit it twice. A range-for allows no change: walk a copy.
+/// A list may change while an ObjectListIterator walks it, which may then skip an object or visit
+/// it twice. A range-for allows no change: walk a copy.
 #pragma once
 
 #include <vector>
@@ -14,19 +14,17 @@ class Object;
 class ObjectList {
   public:
     ObjectList() = default;
-    /// A copy that finds no memory is an empty list.
+    /// Without memory the copy is empty.
     ObjectList(const ObjectList &other);
     ObjectList &operator=(const ObjectList &other);
     ObjectList(ObjectList &&) noexcept = default;
     ObjectList &operator=(ObjectList &&) noexcept = default;
     ~ObjectList() = default;
 
-    /// Appends, without looking whether the object is there already. 0, or -1 for null or without
-    /// memory.
+    /// Appends, also an object that is there already. 0, or -1 for null or without memory.
     int insert(Object *p_o);
 
-    /// Removes the first entry of that object and keeps the order of the others. 0, or -1 if it is
-    /// not in the list.
+    /// Removes the first entry of that object. 0, or -1 if there is none.
     int remove(const Object *p_o);
 
     void clear() { objects.clear(); }
@@ -52,17 +50,17 @@ ObjectList operator+(const ObjectList &left, const ObjectList &right);
 /// Walks a list by index. REQUIRES: the list outlives its iterator.
 class ObjectListIterator {
   public:
-    explicit ObjectListIterator(const ObjectList *list) : p_list(list) {}
+    explicit ObjectListIterator(const ObjectList *new_list) : list(new_list) {}
 
     void first() { index = 0; }
-    bool isDone() const { return index >= p_list->getCount(); }
+    bool isDone() const { return index >= list->getCount(); }
     void next();
 
     /// Null when done.
-    Object *currentObject() const { return p_list->at(index); }
+    Object *currentObject() const { return list->at(index); }
 
   private:
-    const ObjectList *p_list;
+    const ObjectList *list;
     int index = 0;
 };
 

@@ -1,8 +1,8 @@
-/// Pointers to objects that live on the stack of whoever calls handlers: each becomes null as soon
-/// as its object is destroyed, so that a handler may destroy any object, its own included.
+/// Watches pointers to objects on the stack of code that calls handlers: each becomes null when its
+/// object is destroyed, so that a handler may destroy any object, its own included.
 ///
 /// Watches nest as the calls do. While there is one, a handler, a draw() or a destructor may be
-/// running, and what would pull the world away from under it is refused. Game-loop thread only.
+/// running, and calls that would stop the world are refused. Game-loop thread only.
 #pragma once
 
 #include <cstddef>
@@ -14,7 +14,7 @@ class ObjectList;
 
 class ObjectWatch {
   public:
-    /// Watches nothing: says only that handlers may be running.
+    /// Watches nothing and only marks that handlers may be running.
     ObjectWatch() : ObjectWatch(nullptr, 0) {}
 
     /// Watches one pointer, or every element of a list. REQUIRES: it outlives the watch, and the
@@ -31,7 +31,7 @@ class ObjectWatch {
     /// Called when an object is destroyed.
     static void forget(const Object *p_o);
 
-    /// Called at the end of the process, where a handler that called exit() never returns.
+    /// Called at the end of the process: a handler that called exit() never returns.
     static void endAll() { innermost = nullptr; }
 
   private:

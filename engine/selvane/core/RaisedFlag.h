@@ -1,4 +1,4 @@
-/// Sets a flag for as long as it lives, whatever ends the block, and leaves it as it was.
+/// Sets a flag and restores its former value at the end of the block.
 #pragma once
 
 #include <utility>

@@ -24,15 +24,15 @@ constexpr Vector operator*(Vector v, float factor) {
     return {v.x * factor, v.y * factor};
 }
 
-/// Whether neither component is infinite or no number at all.
+/// Whether neither component is infinite or NaN.
 inline bool isFinite(Vector v) {
     return std::isfinite(v.x) && std::isfinite(v.y);
 }
 
 inline float length(Vector v) {
     const float square = v.x * v.x + v.y * v.y;
-    // The root wherever the square fits, to the last bit what games have always had; hypot() may
-    // round otherwise, and needs no square.
+    // The root where the square fits into a float: hypot() may round differently, and recorded
+    // games depend on the last bit.
     return std::isnormal(square) ? std::sqrt(square) : std::hypot(v.x, v.y);
 }
 
@@ -41,7 +41,7 @@ inline Vector normalized(Vector v) {
     const float l = length(v);
     if (std::isnormal(l))
         return {v.x / l, v.y / l};
-    // Too long for a float, or too short to have all its digits; no double is.
+    // Too long or too short for a float's full precision, but not for a double's.
     const double d = std::hypot(double{v.x}, double{v.y});
     return d > 0 ? Vector{static_cast<float>(v.x / d), static_cast<float>(v.y / d)} : Vector{};
 }

@@ -14,17 +14,17 @@ namespace sv {
 namespace {
 
 constexpr std::size_t most_faults = 20;
-constexpr std::size_t most_shown = 60; // Characters of what the file says.
-constexpr std::size_t nearest_key = 2; // Slips of a finger that make another word of a key.
+constexpr std::size_t most_shown = 60; // Characters of the file in a message.
+constexpr std::size_t nearest_key = 2; // Typing errors in a key that is still recognized.
 
 bool isSpace(char c) {
     return std::isspace(static_cast<unsigned char>(c)) != 0;
 }
 
-/// What stands between two commas.
+/// The text between two commas.
 struct Entry {
-    std::string text; // With its blanks, which may tell a comment.
-    int line = 0;     // Where it begins and where it ends. 0: it is all blank.
+    std::string text; // With its blanks: they distinguish comments.
+    int line = 0;     // Where it begins. 0: it is all blank.
     int last_line = 0;
 };
 
@@ -61,7 +61,7 @@ std::string quoted(const std::string &text) {
     return "'" + (text.size() > most_shown ? text.substr(0, most_shown) + "..." : text) + "'";
 }
 
-/// Whether a '#' begins the text or stands alone in it. In "Game #1" it is part of a title.
+/// Whether a '#' begins the text or has blanks on both sides. In "Game #1" it is part of a title.
 bool hasComment(const std::string &text) {
     const auto first = std::find_if_not(text.begin(), text.end(), isSpace);
     for (auto mark = std::find(first, text.end(), '#'); mark != text.end();
@@ -74,7 +74,7 @@ bool hasComment(const std::string &text) {
     return false;
 }
 
-/// How many letters to change, add or leave out to make one word of the other.
+/// How many letters must be changed, added or removed to turn one word into the other.
 std::size_t distance(std::string_view a, std::string_view b) {
     std::vector<std::size_t> row(b.size() + 1);
     std::iota(row.begin(), row.end(), std::size_t{0});

@@ -1,4 +1,4 @@
-/// The text of a configuration file: its lines, and what a person who wrote it did not mean.
+/// The text of a configuration file: its lines, and likely mistakes in it.
 #pragma once
 
 #include <span>
@@ -8,7 +8,7 @@
 
 namespace sv {
 
-/// A line of the file that takes part, without its line end.
+/// A line of the file with settings, without its line end.
 struct ConfigLine {
     int number = 0; ///< In the file, from 1.
     std::string text;
@@ -19,7 +19,7 @@ std::vector<ConfigLine> configLines(const std::string &text);
 
 enum class SettingKind { INTEGER, MILLISECONDS, NUMBER, FLAG, TEXT };
 
-/// A setting that there is.
+/// A setting that exists.
 struct SettingName {
     std::string_view key;
     SettingKind kind = SettingKind::TEXT;
@@ -27,11 +27,11 @@ struct SettingName {
 
 struct ConfigFault {
     int line = 0;
-    std::string text; ///< A sentence that says what is wrong and, where it can, what was meant.
+    std::string text; ///< A sentence: what is wrong and, if that can be guessed, what was meant.
 };
 
-/// What in these lines will not do what it looks like, one fault for each entry and no more than a
-/// screen of them. That a value is none of its setting's names is for the setting to say.
+/// The entries that will not do what they look like: one fault each, at most 20. Values that are
+/// not among a setting's names are not included: the setting logs those.
 std::vector<ConfigFault> configFaults(std::span<const ConfigLine> lines,
                                       std::span<const SettingName> settings);
 

@@ -30,8 +30,7 @@ struct Parse {
     std::vector<Entry> entries;
 };
 
-/// What match() parsed last. Never destroyed: what a global object does before main() and after it
-/// may parse, too.
+/// The last parse of match(). Never destroyed: globals may parse before main() and after it.
 Parse &lastParse() {
     static Parse &parse = *new Parse;
     return parse;
@@ -43,8 +42,8 @@ bool isSpace(char c) {
     return BLANKS.find(c) != std::string_view::npos;
 }
 
-/// Takes the next piece off the front of `rest`; pieces are what stands between separators, and an
-/// empty piece is no piece. False when there is none left.
+/// Takes the next non-empty piece between separators off the front of `rest`; false if there is
+/// none.
 bool nextPiece(std::string_view &rest, char separator, std::string_view &piece) {
     const std::size_t begin = rest.find_first_not_of(separator);
     if (begin == std::string_view::npos)
@@ -55,8 +54,8 @@ bool nextPiece(std::string_view &rest, char separator, std::string_view &piece) 
     return true;
 }
 
-/// What a line of the parse shows of a text. Nothing if the log drops it: match() is asked for each
-/// key of a text, and would copy it each time.
+/// A text for a log line of the parse. Empty if the log drops the line: match() runs once for each
+/// key, and would copy the whole text each time.
 std::string shown(std::string_view text) {
     return LogManager::getInstance().getLogLevel() < parse_log_level ? "" : printable(text);
 }
@@ -68,7 +67,7 @@ void logPiece(const char *name, std::string_view piece) {
             static_cast<const void *>(piece.data()));
 }
 
-/// False if the element is made of colons alone: the parse ends there.
+/// False if the element consists of colons only: the parse ends there.
 bool addEntry(std::string_view element, std::vector<Entry> &entries) {
     logLine(parse_log_level, "\titem number %d", static_cast<int>(entries.size()));
     logPiece("p_element", element);
@@ -121,7 +120,8 @@ std::string_view withoutLeadingBlanksAndPlus(std::string_view text) {
     return text;
 }
 
-/// Whether the entries are those of `text` already. A log that tells of each parse gets each.
+/// Whether the entries are those of `text` already. At the log levels of the parse every call
+/// parses again, so that each is logged.
 bool isParsed(const std::string &text) {
     return LogManager::getInstance().getLogLevel() < parse_log_level && text == lastParse().text;
 }
@@ -139,7 +139,7 @@ std::string valueOf(const std::string &key) {
     return "";
 }
 
-/// Of a number that no double can hold, whether that is because it is so near to 0.
+/// Whether a number out of range underflowed rather than overflowed.
 bool isTiny(std::string_view number) {
     const std::size_t end = std::min(number.find_first_of("eE"), number.size());
     const std::string_view digits = number.substr(0, end);
@@ -218,7 +218,7 @@ std::string printable(std::string_view text) {
 }
 
 const char *getTimeString() {
-    // Formatting costs as much as the line's way into its file: once for each second.
+    // Formatting costs as much as writing the line, so it is done once a second.
     static std::array<char, 16> text{"(time error)"};
     static std::tuple shown{false, 0, 0, 0};
     std::tm local{};

@@ -12,14 +12,14 @@ void LivingObjects::add(const Object *p_o) {
     }
 }
 
-void LivingObjects::setTakenOut(const Object *p_o, bool is_taken_out) {
+void LivingObjects::setDetached(const Object *p_o, bool is_detached) {
     if (const auto found = lives.find(p_o); found != lives.end())
-        found->second.is_taken_out = is_taken_out;
+        found->second.is_detached = is_detached;
 }
 
-bool LivingObjects::isTakenOut(const Object *p_o) const {
+bool LivingObjects::isDetached(const Object *p_o) const {
     const Life *life = find(p_o);
-    return life && life->is_taken_out;
+    return life && life->is_detached;
 }
 
 bool LivingObjects::isMadeSince(const Object *p_o, std::uint64_t number) const {

@@ -1,5 +1,5 @@
-/// Which objects live, known by their addresses alone: a pointer that may be dead is compared,
-/// never followed. Filled by the objects' constructors and emptied by their destructors.
+/// The addresses of all living objects: a pointer that may be dead is compared and never
+/// dereferenced. Constructors add their objects, destructors remove them.
 ///
 /// Borrows the objects; the world manager owns the one set. Game-loop thread only.
 #pragma once
@@ -13,25 +13,25 @@ class Object;
 
 class LivingObjects {
   public:
-    /// Without memory the object stays unknown, and the world refuses it like a dead one.
+    /// Without memory the object stays unknown, and the world refuses it as a dead one.
     void add(const Object *p_o);
     void remove(const Object *p_o) { lives.erase(p_o); }
 
-    /// An object that was made since at the same address answers for a dead one.
+    /// True for a dead object, too, if another has its address now.
     bool contains(const Object *p_o) const { return lives.contains(p_o); }
 
-    /// Whether the world has taken out an object which it may not delete.
-    void setTakenOut(const Object *p_o, bool is_taken_out);
-    bool isTakenOut(const Object *p_o) const;
+    /// Whether the world has released an object that it may not delete.
+    void setDetached(const Object *p_o, bool is_detached);
+    bool isDetached(const Object *p_o) const;
 
-    /// Objects have numbers in the order of their making; this is the next one's.
+    /// The number of the next object. They count in the order of creation.
     std::uint64_t getNextNumber() const { return next_number; }
     bool isMadeSince(const Object *p_o, std::uint64_t number) const;
 
   private:
     struct Life {
         std::uint64_t number;
-        bool is_taken_out;
+        bool is_detached;
     };
 
     const Life *find(const Object *p_o) const;

@@ -43,7 +43,7 @@ Manager &managerOf(const std::string &event_type) {
     return WorldManager::getInstance();
 }
 
-/// A game's own types do not begin as the engine's do: one that does is an engine's, misspelt.
+/// Only the engine's types begin with "sv-", so another one that does is a misspelling.
 void warnIfMisspelt(const std::string &event_type) {
     if (event_type.starts_with("sv-") && !isEngineEvent(event_type))
         logLine("Object::registerInterest(): Warning! Event '%s' is none of the engine's.",
@@ -54,7 +54,7 @@ void warnIfMisspelt(const std::string &event_type) {
 
 Object::Object() : id(takeNextId()) {
     shape.setType(UNDEFINED_SHAPE);
-    WorldManager::getInstance().greet(this);
+    WorldManager::getInstance().objectCreated(this);
 }
 
 Object::~Object() {
@@ -64,7 +64,7 @@ Object::~Object() {
             event_name.pop_back();
     }
     dropPathFind();
-    WorldManager::getInstance().bury(this);
+    WorldManager::getInstance().objectDestroyed(this);
     if (registrations > 0)
         Manager::forgetEverywhere(this);
     ObjectWatch::forget(this);
@@ -102,7 +102,7 @@ void Object::setId(int new_id) {
 }
 
 void Object::setType(const std::string &new_type) {
-    // Stored whatever the scene graph says: an inactive object is not filed by its type, and must
+    // Stored even if the scene graph refuses: an inactive object is not filed by its type and must
     // be able to change it.
     if (isFiled())
         sceneGraph().updateType(this, new_type);
@@ -160,8 +160,8 @@ int Object::setBox(const Box &new_box) {
     return new_box == box ? 0 : refile(new_box);
 }
 
-/// Files the object anew under its new box: a scene graph may keep it by where it reaches. One that
-/// the world has refused stays out of it.
+/// Inserts the object again with its new box, since a scene graph may file it by its extent. An
+/// object that the world has refused stays outside.
 int Object::refile(const Box &new_box) {
     setModified(Attribute::BOX);
     if (!isFiled()) {
@@ -184,21 +184,21 @@ int Object::setPosition(Vector new_position) {
     return 0;
 }
 
-/// Numbers that are none, or infinite, spread to whatever they meet and never leave it.
+/// NaN and infinity spread to every number computed with them.
 bool Object::isRefused(const char *name, Vector value) {
     if (isFinite(value))
         return false;
-    if (isNews(Notice::NOT_FINITE))
+    if (isFirst(Warning::NOT_FINITE))
         logFailure("Object: Warning! Object %d: %s (%g, %g) refused.", id, name, double{value.x},
                    double{value.y});
     return true;
 }
 
-bool Object::isNews(Notice notice) {
-    const auto flag = static_cast<std::size_t>(notice);
-    const bool is_news = !said.test(flag);
-    said.set(flag);
-    return is_news;
+bool Object::isFirst(Warning warning) {
+    const auto flag = static_cast<std::size_t>(warning);
+    const bool is_first = !warned.test(flag);
+    warned.set(flag);
+    return is_first;
 }
 
 void Object::setDirection(Vector new_direction) {
@@ -253,10 +253,10 @@ void Object::setAnimation(const Animation &new_animation, bool set_box) {
 }
 
 int Object::setSprite(const std::string &label) {
-    Sprite *p_sprite = ResourceManager::getInstance().getSprite(label);
-    if (!p_sprite)
+    Sprite *sprite = ResourceManager::getInstance().getSprite(label);
+    if (!sprite)
         return logFailure("Object::setSprite(): Warning! Sprite '%s' not found", label.c_str());
-    animation.setSprite(p_sprite);
+    animation.setSprite(sprite);
     if (animation.getBox() != box)
         refile(animation.getBox());
     return 0;
@@ -269,7 +269,7 @@ void Object::setShape(const Shape &new_shape) {
 
 int Object::registerInterest(const std::string &event_type) {
     if (event_name.size() >= MAX_OBJ_EVENTS) {
-        if (isNews(Notice::TOO_MANY_EVENTS))
+        if (isFirst(Warning::TOO_MANY_EVENTS))
             logFailure("Object::registerInterest(): maximum (%d) reached, cannot register for "
                        "event '%s'",
                        MAX_OBJ_EVENTS, printable(event_type).c_str());
@@ -282,7 +282,7 @@ int Object::registerInterest(const std::string &event_type) {
     warnIfMisspelt(event_type);
     event_name.push_back(event_type);
     setModified(Attribute::EVENTS);
-    if (is_registered && isNews(Notice::TOLD_TWICE))
+    if (is_registered && isFirst(Warning::REGISTERED_TWICE))
         logLine(
             "Object::registerInterest(): Warning! Object %d has registered for '%s' before, and is "
             "told of it once more each time.",

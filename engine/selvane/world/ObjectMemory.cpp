@@ -1,7 +1,7 @@
-// Which objects were made by `new`, and may be deleted. An object cannot tell by itself whether it
-// is a variable, a member of another object or in a block of its own: the blocks that Object's
-// operator new has taken are noted until they are given back, and an object that was made so begins
-// where its block does.
+// Which objects were made by `new` and may be deleted. An object cannot know whether it is a
+// variable, a member of another object or in a block of its own, so the blocks that Object's
+// operator new has allocated are noted until they are freed. An object made by `new` begins where
+// its block does.
 
 #include "selvane/world/Object.h"
 
@@ -17,22 +17,22 @@ std::unordered_set<const void *> &blocks() {
     return instance;
 }
 
-/// Without memory for the note the block is given back.
-template<typename GiveBack>
-void *noted(void *p_block, GiveBack give_back) {
+/// Frees the block if there is no memory for the note.
+template<typename Free>
+void *noted(void *block, Free free_block) {
     try {
-        blocks().insert(p_block);
+        blocks().insert(block);
     } catch (...) {
-        give_back(p_block);
+        free_block(block);
         throw;
     }
-    return p_block;
+    return block;
 }
 
 } // namespace
 
 void *Object::operator new(std::size_t size) {
-    return noted(::operator new(size), [](void *p_block) { ::operator delete(p_block); });
+    return noted(::operator new(size), [](void *block) { ::operator delete(block); });
 }
 
 void *Object::operator new(std::size_t size, const std::nothrow_t &) noexcept {
@@ -45,7 +45,7 @@ void *Object::operator new(std::size_t size, const std::nothrow_t &) noexcept {
 
 void *Object::operator new(std::size_t size, std::align_val_t alignment) {
     return noted(::operator new(size, alignment),
-                 [=](void *p_block) { ::operator delete(p_block, alignment); });
+                 [=](void *block) { ::operator delete(block, alignment); });
 }
 
 void *Object::operator new(std::size_t size, std::align_val_t alignment,
@@ -57,23 +57,23 @@ void *Object::operator new(std::size_t size, std::align_val_t alignment,
     }
 }
 
-void Object::operator delete(void *p_block) noexcept {
-    blocks().erase(p_block);
-    ::operator delete(p_block);
+void Object::operator delete(void *block) noexcept {
+    blocks().erase(block);
+    ::operator delete(block);
 }
 
-void Object::operator delete(void *p_block, const std::nothrow_t &) noexcept {
-    operator delete(p_block);
+void Object::operator delete(void *block, const std::nothrow_t &) noexcept {
+    operator delete(block);
 }
 
-void Object::operator delete(void *p_block, std::align_val_t alignment) noexcept {
-    blocks().erase(p_block);
-    ::operator delete(p_block, alignment);
+void Object::operator delete(void *block, std::align_val_t alignment) noexcept {
+    blocks().erase(block);
+    ::operator delete(block, alignment);
 }
 
-void Object::operator delete(void *p_block, std::align_val_t alignment,
+void Object::operator delete(void *block, std::align_val_t alignment,
                              const std::nothrow_t &) noexcept {
-    operator delete(p_block, alignment);
+    operator delete(block, alignment);
 }
 
 bool Object::isMadeByNew() const {

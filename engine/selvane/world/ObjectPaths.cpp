@@ -21,7 +21,7 @@ int Object::eventHandler(const Event *p_event) {
         setPath({answer->getPath(), 0});
         setFollowPath(true);
     }
-    // A handler that asked for the next path before it passed the event on keeps that search.
+    // A handler may have started the next search before it called this one; that search stays.
     if (!(isSearching() && PathManager::getInstance().isTelling(this)))
         dropPathFind();
     return 1;
@@ -54,55 +54,54 @@ int Object::findPath(Vector to) {
     return startSearch(to, nullptr);
 }
 
-int Object::findPath(const Object *p_target) {
-    if (!p_target)
+int Object::findPath(const Object *target) {
+    if (!target)
         return logFailure("Object::findPath(): Warning! Object %d has no target.", id);
-    if (!WorldManager::getInstance().isLiving(p_target))
+    if (!WorldManager::getInstance().isLiving(target))
         return logFailure("Object::findPath(): Warning! The target of Object %d, %p, is no living "
                           "object. Ignored.",
-                          id, static_cast<const void *>(p_target));
-    return startSearch(p_target->getPosition(), p_target);
+                          id, static_cast<const void *>(target));
+    return startSearch(target->getPosition(), target);
 }
 
-/// A search whose end is being told to this object is over.
+/// False once the result of the search is being delivered.
 bool Object::isSearching() const {
     return path_finder && PathManager::getInstance().isPending(path_finder.get());
 }
 
-int Object::startSearch(Vector to, const Object *p_target) {
+int Object::startSearch(Vector to, const Object *target) {
     if (isSearching()) {
         logLine(5, "Object::findPath(): Warning! Object %d is searching already.", id);
         return -1;
     }
     dropPathFind();
-    path_finder = PathManager::getInstance().search(this, to, p_target);
+    path_finder = PathManager::getInstance().search(this, to, target);
     return path_finder ? 0 : -1;
 }
 
 void Object::stepPath() {
     if (!follow_path)
         return;
-    Object *p_me = this; // An override of setPosition() may delete it.
-    const ObjectWatch watch(p_me);
-    // No more than it has now: an override that puts each one back would never let the step end.
-    for (std::size_t most = path.waypoints.size(); most > 0 && takeWaypoint(p_me); --most) {
+    Object *self = this; // An override of setPosition() may delete it.
+    const ObjectWatch watch(self);
+    // At most as many as there are now: an override that puts each one back must not loop for ever.
+    for (std::size_t most = path.waypoints.size(); most > 0 && takeWaypoint(self); --most) {
     }
-    if (!p_me)
+    if (!self)
         return;
     const auto &ahead = getPath().waypoints;
     if (!ahead.empty()) {
         turn(normalized(ahead.front() - position));
-        sayIfStill();
+        warnIfNotMoving();
         return;
     }
     turn({0, 0});
     setFollowPath(false);
 }
 
-/// Takes the object to its next waypoint, if there is one in reach; whether it did and still lives.
-bool Object::takeWaypoint(Object *const &p_me) {
-    // Three quarters of a step's travel: nearer than that, the next step would overshoot, whatever
-    // the speed.
+/// Moves the object to its next waypoint if that is in reach; whether it did and still lives.
+bool Object::takeWaypoint(Object *const &self) {
+    // Within three quarters of a step's travel of the waypoint, the next step would overshoot.
     constexpr float reach = 3 * 0.25F;
     const auto &waypoints = path.waypoints;
     if (passed == waypoints.size())
@@ -112,33 +111,34 @@ bool Object::takeWaypoint(Object *const &p_me) {
         return false;
     path_is_new = false;
     setPosition(next);
-    if (!p_me)
+    if (!self)
         return false;
     setModified(Attribute::PATH);
-    // An override may have installed another path. All of that is still ahead, unless it begins
-    // with the waypoint just reached.
+    // An override may have set another path. All of that is still ahead, unless it begins with the
+    // waypoint just reached.
     if (passed < waypoints.size() && (!path_is_new || waypoints[passed] == next))
         ++passed;
     return true;
 }
 
-/// In one go, and only when somebody looks or the step ends: one by one, a path of a million takes
-/// minutes.
+/// All at once, and only when the path is read or the step ends: one by one, a path of a million
+/// waypoints takes minutes.
 void Object::dropPassed() const {
     auto &waypoints = path.waypoints;
     waypoints.erase(waypoints.begin(), waypoints.begin() + static_cast<std::ptrdiff_t>(passed));
     passed = 0;
 }
 
-/// Counts as a change only if it is one: an object on its path turns in every step.
+/// Sets the direction only if it differs: an object on its path turns in every step, and the change
+/// would be sent each time.
 void Object::turn(Vector new_direction) {
     if (new_direction != direction)
         setDirection(new_direction);
 }
 
-/// Once for each object: it may stand there for as long as the game runs.
-void Object::sayIfStill() {
-    if (speed != 0 || !isNews(Notice::NO_SPEED))
+/// Once for each object: it may stand still for the rest of the game.
+void Object::warnIfNotMoving() {
+    if (speed != 0 || !isFirst(Warning::NO_SPEED))
         return;
     logLine("Object::stepPath(): Warning! Object %d follows a path with speed 0.", id);
 }

@@ -1,4 +1,4 @@
-/// The way an object follows, in cells of the world.
+/// The waypoints that an object follows, in cells of the world.
 #pragma once
 
 #include "selvane/core/Vector.h"
@@ -9,7 +9,7 @@ namespace sv {
 
 struct Path {
     std::vector<Vector> waypoints; ///< The next one first.
-    int path_index = 0;            ///< Carried along for games; the engine does not read it.
+    int path_index = 0;            ///< For games; the engine only copies it.
 };
 
 } // namespace sv

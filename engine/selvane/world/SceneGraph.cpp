@@ -18,7 +18,7 @@ bool isLayer(int altitude) {
 
 bool SceneGraph::is_game_over = false;
 
-/// One step of a change between active and inactive, which while the game is over may fail.
+/// A failed step of a change between active and inactive is ignored while the game is over.
 int SceneGraph::checkStep(int result, const Object *p_o, const char *step, const char *list) {
     if (result == 0 || is_game_over)
         return 0;
@@ -75,7 +75,7 @@ int SceneGraph::removeObject(Object *p_o) {
                       p_o->getId(), static_cast<const void *>(p_o));
 }
 
-/// 0, or below if any list that the object should be in did not have it.
+/// 0, or below 0 if the object was missing from a list that it should be in.
 int SceneGraph::remove(Object *p_o) {
     if (!p_o->isActive())
         return inactive_objects.remove(p_o);
@@ -88,8 +88,8 @@ int SceneGraph::remove(Object *p_o) {
     return sum;
 }
 
-/// An object that was not filed as its fields say, or more than once, may stand in a list that
-/// remove() has not looked through to the end, and a list must not keep what is gone.
+/// For an object that was filed more than once, or not as its fields say: remove() may have left it
+/// in a list.
 void SceneGraph::purge(const Object *p_o) {
     const auto purge_list = [p_o](ObjectList &list) {
         while (list.remove(p_o) == 0) {
@@ -219,9 +219,9 @@ ObjectList SceneGraph::objectsOfType(const std::string &type) const {
 ObjectList SceneGraph::getCollisions(const Object *p_o, Vector where) const {
     const Box box = getWorldBox(p_o, where);
     ObjectList collisions;
-    for (Object *p_other : solid_objects)
-        if (p_other != p_o && boxIntersectsBox(box, getWorldBox(p_other)))
-            collisions.insert(p_other);
+    for (Object *other : solid_objects)
+        if (other != p_o && boxIntersectsBox(box, getWorldBox(other)))
+            collisions.insert(other);
     return collisions;
 }
 
@@ -242,7 +242,7 @@ int SceneGraph::removeFromType(Object *p_o, const std::string &type) {
     return 0;
 }
 
-/// REQUIRES: an altitude in 0 to MAX_ALTITUDE, which an object's always is.
+/// REQUIRES: an altitude in 0 to MAX_ALTITUDE, as an object always has.
 ObjectList &SceneGraph::layerOf(const Object *p_o) {
     return visible_objects[static_cast<std::size_t>(p_o->getAltitude())];
 }

@@ -1,10 +1,6 @@
-/// Files the objects of the world by what the world manager asks for: the active ones to move, the
-/// solid ones to collide, the visible ones of each altitude to draw, the inactive ones, and those
-/// of one type. Plain lists, no spatial index.
-///
-/// An active object is among the active ones and those of its type, among the solid ones if it is
-/// solid, and among the visible ones of its altitude if it is visible; an inactive object is among
-/// the inactive ones alone. An object's setters ask here first and keep their value if refused.
+/// Files the objects of the world in plain lists: the active ones, the active ones of each type,
+/// the active solid ones, the active visible ones of each altitude, and the inactive ones. An
+/// object's setters ask here first and keep their value if refused.
 ///
 /// Borrows the objects; the world manager owns the one scene graph. Game-loop thread only.
 #pragma once
@@ -21,53 +17,55 @@ namespace sv {
 
 class SceneGraph {
   public:
-    /// 0. The objects that are filed stay.
-    int startUp();
-    void shutDown();
-
-    /// Said by the game manager, so that the world need not know the loop; for all scene graphs.
-    static void setGameOver(bool new_game_over) { is_game_over = new_game_over; }
-
-    // What follows answers 0, or -1 with a line in the log. The lists are left as far as an
-    // operation got. While the game is over, objects that were never filed whole are expected, and
-    // most of their failures count for nothing.
-
-    int insertObject(Object *p_o);
-
-    /// Takes the object out of every list, also out of those that it should not be in.
-    int removeObject(Object *p_o);
-
-    /// Takes an object out of every list by its address alone: it need not live.
-    void purge(const Object *p_o);
-
-    // To be called before the object's own field changes.
-
-    int updateActive(Object *p_o, bool new_active);
-    int updateVisible(Object *p_o, bool new_visible);
-
-    /// Refuses an active object that is invisible: it is in no layer that it could leave.
-    int updateAltitude(Object *p_o, int new_altitude);
-    int updateSolidness(Object *p_o, Solidness new_solidness);
-    int updateType(Object *p_o, const std::string &new_type);
-
-    /// Nothing is filed by position: 0.
-    int updatePosition(Object *p_o, Vector new_position);
-
     ObjectList activeObjects() const { return objects; }
     ObjectList inactiveObjects() const { return inactive_objects; }
 
-    /// An object that is filed, the active ones before the inactive; null when none is left.
+    /// The first active object, or else the first inactive one; null if there is none.
     Object *firstObject() const;
 
-    /// Empty, with a warning, if the altitude is none.
+    /// Empty, with a warning, outside 0 to MAX_ALTITUDE.
     ObjectList visibleObjects(int altitude) const;
 
     /// The active objects of that type; empty if there are none.
     ObjectList objectsOfType(const std::string &type) const;
 
-    /// The solid objects other than `p_o` that its box, placed at `where`, touches, in the order in
-    /// which they became solid.
+    /// The other solid objects that the object's box would touch at `where`, in the order in which
+    /// they became solid.
     ObjectList getCollisions(const Object *p_o, Vector where) const;
+
+    // Called by the engine.
+
+    /// Returns 0. The objects that are filed stay.
+    int startUp();
+    void shutDown();
+
+    /// For all scene graphs. While the game is over, objects that are not fully filed are expected,
+    /// and most failures below are ignored.
+    static void setGameOver(bool new_game_over) { is_game_over = new_game_over; }
+
+    // The functions below return 0, or -1 with a line in the log; the lists then stay as far as the
+    // operation got.
+
+    int insertObject(Object *p_o);
+
+    /// Removes the object from every list, also from those that it should not be in.
+    int removeObject(Object *p_o);
+
+    /// Removes an object from every list by its address: it may be dead.
+    void purge(const Object *p_o);
+
+    // The updates are called before the object's own field changes.
+
+    int updateActive(Object *p_o, bool new_active);
+    int updateVisible(Object *p_o, bool new_visible);
+
+    /// Refuses an active object that is invisible: it is in no layer.
+    int updateAltitude(Object *p_o, int new_altitude);
+    int updateSolidness(Object *p_o, Solidness new_solidness);
+    int updateType(Object *p_o, const std::string &new_type);
+
+    /// Nothing is filed by position: returns 0.
+    int updatePosition(Object *p_o, Vector new_position);
 
   private:
     static int checkStep(int result, const Object *p_o, const char *step, const char *list);
@@ -84,7 +82,7 @@ class SceneGraph {
     ObjectList solid_objects;
     std::array<ObjectList, MAX_ALTITUDE + 1> visible_objects;
     ObjectList inactive_objects;
-    std::map<std::string, ObjectList> types; // Never one without objects.
+    std::map<std::string, ObjectList> types; // None without objects.
 };
 
 } // namespace sv

@@ -1,7 +1,6 @@
-/// A filled figure that stands for an object, instead of its sprite or besides it: circle, square
-/// or triangle. A value: each object holds one of its own.
-///
-/// All figures are drawn through one polygon that the program keeps. Game-loop thread only.
+/// A filled figure that an object shows besides its sprite or instead: circle, square or triangle.
+/// A value: each object has its own. All figures are drawn with one shared polygon. Game-loop
+/// thread only.
 #pragma once
 
 #include "selvane/core/Color.h"
@@ -20,8 +19,7 @@ class Shape {
     void setType(int new_type);
     ShapeType getType() const { return type; }
 
-    /// `CUSTOM` draws with the components of setRGB(); any other colour overwrites them at the next
-    /// draw.
+    /// `CUSTOM` draws with the components of setRGB(); other colours overwrite those when drawn.
     void setColor(Color new_color) { color = new_color; }
     Color getColor() const { return color; }
 
@@ -30,8 +28,7 @@ class Shape {
     unsigned char getGreen() const { return g; }
     unsigned char getBlue() const { return b; }
 
-    /// Pixels: the radius of a circle, a measure of the edges of the others. What it measures is
-    /// said at draw().
+    /// In pixels; draw() says what it measures.
     void setSize(float new_size) { size = new_size; }
     float getSize() const { return size; }
 
@@ -41,16 +38,16 @@ class Shape {
 
     /// Draws the figure at that position of the world, in cells, over what was drawn before.
     ///
-    /// A circle is a polygon of 3 to 10 corners, the whole part of its size. A square's half
-    /// diagonal is its size divided by the font scale, a triangle's corners are half its size from
-    /// their centre. The first square turns the shared polygon by 45 degrees and nothing ever turns
-    /// it back: figures drawn later, circles and triangles too, stand turned. An UNDEFINED_SHAPE
-    /// draws the previous figure once more, colour excepted, where that one stood.
+    /// A circle's size is its radius; it is a polygon of as many corners as the whole part of the
+    /// size, 3 to 10. A square's half diagonal is its size divided by the font scale, a triangle's
+    /// corners are half its size from their centre. The first square turns the shared polygon by 45
+    /// degrees for good: all later figures are drawn turned. An UNDEFINED_SHAPE draws the previous
+    /// figure again at the same place, in its own colour.
     void draw(Vector world_pos);
 
   private:
     Color color = COLOR_DEFAULT;
-    // Seen only by a `CUSTOM` colour before anyone has said which.
+    // For a `CUSTOM` colour without setRGB().
     unsigned char r = 255;
     unsigned char g = 255;
     unsigned char b = 255;

@@ -22,13 +22,13 @@ namespace {
 constexpr float one_third = 0.33333334F;
 constexpr char by_the_step[] = "The step that is under way does it.";
 
-/// True while a handler, a draw() or a destructor of an object runs. The log says so once for each
+/// True while a handler, a draw() or a destructor of an object runs; logged once for each
 /// operation.
 bool isRefusedNow(const char *operation, const char *advice) {
-    static auto &said = *new std::set<std::string>;
+    static auto &logged = *new std::set<std::string>;
     if (!ObjectWatch::isAny())
         return false;
-    if (said.insert(operation).second)
+    if (logged.insert(operation).second)
         logFailure("WorldManager::%s(): Error! Called from a handler, draw() or destructor of an "
                    "object. Ignored. %s",
                    operation, advice);
@@ -74,7 +74,7 @@ int WorldManager::startUp() {
     if (scene_graph.startUp() != 0)
         return logFailure("WorldManager::startUp(): Error! Unable to startup Scenegraph");
     Manager::startUp();
-    warnOfEarly();
+    warnMadeEarly();
     logLine(5, "WorldManager::startUp(): successfully started.");
     return 0;
 }
@@ -90,24 +90,24 @@ void WorldManager::shutDown() {
         return;
     const RaisedFlag stopping(is_stopping);
     Manager::shutDown();
-    // From the live lists: a destructor may delete, or move to another list, what a copy would
-    // still name. Every object that is disposed of leaves them, so the lists do run empty.
+    // From the live lists: a destructor may delete or move objects that a copy would still hold.
+    // dispose() removes its object from them, so this ends.
     while (Object *p_o = scene_graph.firstObject())
         dispose(p_o);
     scene_graph.shutDown();
     logLine(5, "WorldManager::shutDown(): Successfully stopped.");
 }
 
-void WorldManager::greet(Object *p_o) {
+void WorldManager::objectCreated(Object *p_o) {
     living.add(p_o);
     insertObject(p_o);
 }
 
-void WorldManager::bury(Object *p_o) {
+void WorldManager::objectDestroyed(Object *p_o) {
     forget(p_o);
-    if (!living.isTakenOut(p_o))
+    if (!living.isDetached(p_o))
         scene_graph.removeObject(p_o);
-    warnOfDelete(p_o);
+    warnDeletedInStep(p_o);
     living.remove(p_o);
 }
 
@@ -115,7 +115,7 @@ int WorldManager::insertObject(Object *p_o) {
     if (!isLiving(p_o))
         return refuseDead("insertObject", p_o);
     if (isStarted()) {
-        living.setTakenOut(p_o, false);
+        living.setDetached(p_o, false);
         return scene_graph.insertObject(p_o);
     }
     logLine(2, "WorldManager::insertObject(): Warning! Not adding Object %d", p_o->getId());
@@ -125,9 +125,9 @@ int WorldManager::insertObject(Object *p_o) {
     return -1;
 }
 
-/// Said when the world starts, since the log is hardly open before.
-void WorldManager::warnOfEarly() {
-    if (early_id == 0 || std::exchange(early_is_said, true))
+/// At the start of the world, since the log is not open before.
+void WorldManager::warnMadeEarly() {
+    if (early_id == 0 || std::exchange(warned_made_early, true))
         return;
     logLine(
         "WorldManager: Warning! Object %d was made while the engine was not started, and stays out "
@@ -142,7 +142,7 @@ int WorldManager::removeObject(Object *p_o) {
     return scene_graph.removeObject(p_o);
 }
 
-/// Wherever the world or a search for a path has it, its lists excepted.
+/// Except in the lists of the scene graph.
 void WorldManager::forget(const Object *p_o) {
     if (view_following == p_o)
         view_following = nullptr;
@@ -191,7 +191,7 @@ void WorldManager::update() {
     if (isRefusedNow("update", by_the_step))
         return;
     moveAll();
-    disposeOfMarked();
+    disposeMarked();
 }
 
 void WorldManager::moveAll() {
@@ -203,7 +203,7 @@ void WorldManager::moveAll() {
         const Vector predicted = p_o->predictPosition();
         if (predicted != p_o->getPosition())
             moveLiving(p_o, predicted);
-        // Its handlers may have deleted it.
+        // Handlers may have deleted it.
         if (p_o)
             p_o->stepPath();
         if (p_o)
@@ -213,18 +213,18 @@ void WorldManager::moveAll() {
 
 void WorldManager::deleteMarked() {
     if (!isRefusedNow("deleteMarked", by_the_step))
-        disposeOfMarked();
+        disposeMarked();
 }
 
-/// What is made in the middle of it waits: a destructor that makes the next marked object would
-/// never let it end.
-void WorldManager::disposeOfMarked() {
+/// Objects made meanwhile wait: destructors that make and mark the next object would never let it
+/// end.
+void WorldManager::disposeMarked() {
     const std::uint64_t first_new = living.getNextNumber();
     for (int i = 0; Object *p_o = deletions.at(i);) {
         if (living.isMadeSince(p_o, first_new)) {
             ++i;
         } else {
-            dispose(p_o); // Which takes it off the list, and maybe others with it.
+            dispose(p_o); // This removes it from the list, and maybe others.
             i = 0;
         }
     }
@@ -233,39 +233,39 @@ void WorldManager::disposeOfMarked() {
 void WorldManager::dispose(Object *p_o) {
     const RaisedFlag disposing(is_disposing);
     const ObjectWatch destructors;
-    if (!isLiving(p_o)) { // Something else was constructed where it was.
+    if (!isLiving(p_o)) { // Something else was constructed in its place.
         forget(p_o);
         scene_graph.purge(p_o);
     } else if (p_o->isMadeByNew()) {
         delete p_o;
     } else {
-        takeOut(p_o);
+        detach(p_o);
     }
 }
 
-void WorldManager::takeOut(Object *p_o) {
+void WorldManager::detach(Object *p_o) {
     forget(p_o);
-    if (living.isTakenOut(p_o))
+    if (living.isDetached(p_o))
         return;
-    warnOfTakingOut(p_o);
-    forgetEverywhere(p_o); // It hears no more, as if it had been deleted.
+    warnDetached(p_o);
+    forgetEverywhere(p_o); // No more events, as if it had been deleted.
     scene_graph.removeObject(p_o);
-    living.setTakenOut(p_o, true);
+    living.setDetached(p_o, true);
 }
 
-void WorldManager::warnOfTakingOut(const Object *p_o) {
-    if (std::exchange(taking_out_is_said, true))
+void WorldManager::warnDetached(const Object *p_o) {
+    if (std::exchange(warned_detached, true))
         return;
-    logLine("WorldManager: Warning! Object %d (%s) was not made by "
-            "Object's new, so it is not deleted but "
-            "taken out of the world.",
-            p_o->getId(), p_o->getType().c_str());
+    logLine(
+        "WorldManager: Warning! Object %d (%s) was not made by Object's new, so it is not deleted "
+        "but taken out of the world.",
+        p_o->getId(), p_o->getType().c_str());
 }
 
-/// An exception that leaves a constructor destroys its object, and is no mistake.
-void WorldManager::warnOfDelete(const Object *p_o) {
+/// Not for the object of a constructor that throws: that is no mistake.
+void WorldManager::warnDeletedInStep(const Object *p_o) {
     if (is_disposing || !ObjectWatch::isAny() || !p_o->isMadeByNew() ||
-        std::uncaught_exceptions() > 0 || std::exchange(delete_is_said, true))
+        std::uncaught_exceptions() > 0 || std::exchange(warned_deleted_in_step, true))
         return;
     logLine(
         "WorldManager: Warning! Object %d (%s) was deleted in the middle of a step. Objects are "
@@ -282,7 +282,7 @@ void WorldManager::draw() {
         for (Object *p_o : layer) {
             if (!p_o)
                 continue;
-            // A view object's position is in the view, so its box in the world tells nothing.
+            // A view object's position is in the view, so its box in the world does not count.
             if (boxIntersectsBox(getWorldBox(p_o), view) || dynamic_cast<ViewObject *>(p_o))
                 p_o->draw();
         }

@@ -1,14 +1,11 @@
-/// The world: moves its objects once a step and tells them of what they meet, draws what the view
-/// shows, and deletes what was marked for it, at the end of the step and never sooner.
+/// The world: moves its objects once a step and delivers their collisions, draws what the view
+/// shows, and deletes what was marked for it, at the end of the step. It delivers every event type
+/// that no other manager does.
 ///
-/// The only party that deletes objects: those marked, and all that are left at its shut-down. One
-/// that was not made by `new` it takes out of its lists instead, and says so once.
-///
-/// It knows every object that lives by its address: a pointer to one that is gone is refused with
-/// a line in the log. From a handler, a draw() or a destructor of an object, shutDown(),
-/// deleteMarked(), update() and draw() are refused likewise: they would pull the world away from
-/// under the step that runs. Delivers every event type that no other manager does. Game-loop
-/// thread only.
+/// Only the world deletes objects: those marked, and the rest at its shut-down. Objects that were
+/// not made by `new` are taken out of its lists instead. Pointers to objects that are gone are
+/// refused with a line in the log. So are shutDown(), deleteMarked(), update() and draw() while a
+/// handler, a draw() or a destructor of an object runs. Game-loop thread only.
 #pragma once
 
 #include "selvane/core/Box.h"
@@ -27,40 +24,15 @@ class WorldManager : public Manager {
     static WorldManager &getInstance();
 
     /// False, with a line in the log, for the types of other managers, and for "sv-collision" and
-    /// "sv-out", which objects get without asking.
+    /// "sv-out", which objects get without registering.
     bool isValid(const std::string &event_type) const override;
 
-    /// Begins with a boundary and a view as large as the window while the game manager is started,
-    /// or else of size 0. 0, or -1.
+    /// Boundary and view are as large as the window while the game manager is started, otherwise of
+    /// size 0. 0, or -1.
     int startUp() override;
 
     /// Deletes every object. The interests of those that are only taken out stay.
     void shutDown() override;
-
-    // Called by objects when they are made and destroyed. While the manager is not started, an
-    // object is not filed, and so neither moved nor drawn: it stays so until a game inserts it. Its
-    // setters store, and the events that it registers for reach it.
-
-    int insertObject(Object *p_o);
-
-    /// Forgets the object wherever the world or a path search may have kept it.
-    int removeObject(Object *p_o);
-
-    /// The first and the last thing that the world hears of an object: inserts and removes it, too.
-    void greet(Object *p_o);
-    void bury(Object *p_o);
-
-    /// Whether that is an object, made and not yet destroyed. The pointer may be dead: see
-    /// LivingObjects.
-    bool isLiving(const Object *p_o) const { return living.contains(p_o); }
-
-    // Called by the game manager, so that the world need not know the display.
-
-    /// The window in cells, of which boundary and view are at each start to come; empty for none.
-    void setWindow(const Box &new_window) { window = new_window; }
-
-    /// Makes boundary and view as large as the window, with a slack of a third.
-    void fitToWindow();
 
     /// The active objects, and with `include_inactive` the inactive ones behind them.
     ObjectList getAllObjects(bool include_inactive = false) const;
@@ -69,36 +41,26 @@ class WorldManager : public Manager {
     /// The solid objects that `p_o`, placed at `where`, would touch.
     ObjectList getCollisions(const Object *p_o, Vector where) const;
 
-    SceneGraph &getSceneGraph() { return scene_graph; }
+    /// Whether that is an object, made and not yet destroyed. The pointer may be dead: see
+    /// LivingObjects.
+    bool isLiving(const Object *p_o) const { return living.contains(p_o); }
 
-    /// The object lives on until the end of the update, moves and collides, and is deleted once
-    /// however often it is marked. 0, or -1 if it is no living object, or could not be remembered;
-    /// then it lives until the shut-down.
+    /// Deletes the object once at the end of the update, however often it is marked; until then it
+    /// moves and collides. 0, or -1 if it is not a living object, or without memory; then it lives
+    /// until the shut-down.
     int markForDelete(Object *p_o);
     int markForDelete(const ObjectList &list);
 
-    /// Moves an object to `where`, in cells, telling it and what it touches of their collision,
-    /// telling it when it has left the world, and taking the view along if it follows. 0, or -1 if
-    /// a collision keeps it where it is, if it is no living object, or if `where` is not finite.
-    /// One that avoids collisions is told of none with hard objects, see
-    /// Object::setAvoidCollisions().
+    /// Moves an object to `where`, in cells, with "sv-collision" events to it and to what it
+    /// touches, "sv-out" when it leaves the world, and the view if it follows. 0, or -1 if a
+    /// collision stops it, if it is not a living object, or if `where` is not finite. For objects
+    /// that avoid collisions see Object::setAvoidCollisions().
     ///
-    /// The move ends with its setPosition(): a position that a handler sets in the middle of it is
-    /// overwritten. Handlers that move objects from within moves do so NestingLimit::MOST deep at
-    /// most.
+    /// The move ends with setPosition(), which overwrites a position that a handler has set
+    /// meanwhile. Moves made from handlers nest at most NestingLimit::MOST deep.
     int moveObject(Object *p_o, Vector where);
 
-    /// Deletes what is marked, and what destructors mark meanwhile; what they make and mark waits
-    /// for the next call. Every update ends with it; for the time between two runs of the loop.
-    void deleteMarked();
-
-    /// One step of the world. Objects made during it move from the next one on.
-    void update();
-
-    /// Draws what the view shows, lower altitudes first.
-    void draw();
-
-    /// The extent of the world. Its corner is taken to be (0, 0) where the view is kept inside it.
+    /// The extent of the world. The view assumes its corner to be (0, 0).
     Box getBoundary() const { return boundary; }
     void setBoundary(const Box &new_boundary) { boundary = new_boundary; }
 
@@ -110,25 +72,58 @@ class WorldManager : public Manager {
     void setViewPosition(Vector centre);
 
     /// The part of the view, 0 to 1 on each axis and around its centre, in which a followed object
-    /// moves without moving the view. A value out of range is warned of and stored.
+    /// moves without moving the view. Default: a third. Values out of range get a warning and are
+    /// stored.
     void setViewSlack(Vector new_view_slack);
     Vector getViewSlack() const { return view_slack; }
 
-    /// The object that the view follows; null for none. Forgotten when it leaves the world. 0, or
-    /// -1 if it is no living object.
+    /// The object that the view follows, until it leaves the world; null for none. 0, or -1 if it
+    /// is not a living object.
     int setViewFollowing(Object *p_o);
+
+    /// Brings an object into the world that was made while the manager was not started, or removed.
+    /// Outside, an object is neither moved nor drawn; it can be changed and still gets the events
+    /// that it registered for. 0, or -1.
+    int insertObject(Object *p_o);
+
+    /// Takes an object out of the world and of every path search. 0, or -1.
+    int removeObject(Object *p_o);
+
+    // Called by the engine.
+
+    /// One step of the world. Objects made during it move from the next one on.
+    void update();
+
+    /// Draws what the view shows, lower altitudes first.
+    void draw();
+
+    /// Deletes what is marked, and what destructors mark meanwhile; objects that they make wait for
+    /// the next call. update() ends with it; call it between two runs of the loop.
+    void deleteMarked();
+
+    /// The window in cells, which boundary and view are set to at each start; empty for none.
+    void setWindow(const Box &new_window) { window = new_window; }
+
+    /// Sets boundary and view to the window, with a slack of a third.
+    void fitToWindow();
+
+    /// By the constructor of an object, and by its destructor.
+    void objectCreated(Object *p_o);
+    void objectDestroyed(Object *p_o);
+
+    SceneGraph &getSceneGraph() { return scene_graph; }
 
   private:
     WorldManager();
 
     static int refuseDead(const char *operation, const Object *p_o);
-    void warnOfEarly();
-    void warnOfDelete(const Object *p_o);
-    void warnOfTakingOut(const Object *p_o);
+    void warnMadeEarly();
+    void warnDeletedInStep(const Object *p_o);
+    void warnDetached(const Object *p_o);
     void forget(const Object *p_o);
     void dispose(Object *p_o);
-    void takeOut(Object *p_o);
-    void disposeOfMarked();
+    void detach(Object *p_o);
+    void disposeMarked();
     void moveAll();
     int moveLiving(Object *p_o, Vector where);
     bool resolveCollisions(Object *const &p_o, Vector &where) const;
@@ -143,11 +138,11 @@ class WorldManager : public Manager {
     LivingObjects living;
     bool is_stopping = false;
     bool is_disposing = false;
-    // Each warning is said once: its cause may come again in every step.
-    int early_id = 0; // Of the first object that was made while not started, until that is said.
-    bool early_is_said = false;
-    bool delete_is_said = false;
-    bool taking_out_is_said = false;
+    // Each warning is logged once: its cause may recur in every step.
+    int early_id = 0; // Of the first object that was made while not started; 0: none.
+    bool warned_made_early = false;
+    bool warned_deleted_in_step = false;
+    bool warned_detached = false;
 };
 
 } // namespace sv

@@ -10,7 +10,7 @@ namespace sv {
 
 namespace {
 
-/// The last position on the way along `velocity` at which the mover does not touch the obstacle.
+/// The last position along `velocity` at which the mover does not touch the obstacle.
 Vector lastFreePosition(const Box &box, Vector position, Vector velocity, const Box &obstacle) {
     constexpr int iterations = 7;
     Vector free = position;
@@ -18,9 +18,9 @@ Vector lastFreePosition(const Box &box, Vector position, Vector velocity, const 
     float step = 0.5F;
     Vector w = velocity;
     for (int i = 0; i < iterations; ++i, step *= 0.5F) {
-        // Scales what the passes before have left, unlike a bisection: a way that is free is gone
-        // further and further, and a hit at once keeps the mover at its start for good. On which
-        // side a fast mover slides depends on it.
+        // Scales what the earlier passes have left, unlike a bisection: a free mover goes further
+        // with each pass, and a hit in the first pass leaves it at its start. The side on which
+        // fast movers slide depends on it.
         w = w * t;
         const Vector candidate = position + w;
         if (boxIntersectsBox(boxAt(box, candidate), obstacle)) {
@@ -53,7 +53,7 @@ Box getWorldBox(const Object *p_o, Vector where) {
 }
 
 Vector getNormal(const Box &box, Vector position, Vector velocity, const Box &obstacle) {
-    // The sides before the corners: a mover that reaches into both regions is at the side.
+    // Sides before corners: a mover that reaches into both regions is at the side.
     constexpr std::array<Vector, 8> normals{
         {{0, -1}, {0, 1}, {-1, 0}, {1, 0}, {-1, -1}, {1, -1}, {-1, 1}, {1, 1}}};
     const Box mover = boxAt(box, lastFreePosition(box, position, velocity, obstacle));
@@ -66,9 +66,9 @@ Vector getNormal(const Box &box, Vector position, Vector velocity, const Box &ob
     return {0, 0};
 }
 
-Vector getNormal(const Object *p_mover, const Object *p_obstacle) {
-    return getNormal(p_mover->getBox(), p_mover->getPosition(), p_mover->getVelocity(),
-                     getWorldBox(p_obstacle));
+Vector getNormal(const Object *mover, const Object *obstacle) {
+    return getNormal(mover->getBox(), mover->getPosition(), mover->getVelocity(),
+                     getWorldBox(obstacle));
 }
 
 Box viewAround(Vector centre, const Box &view, const Box &boundary) {

@@ -1,5 +1,5 @@
-/// The one way for a game to make an object: the world owns it from here, moves and draws it, and
-/// deletes it when it is marked for that or the engine stops.
+/// Makes an object that the world owns: it moves, draws and deletes it, when it is marked for that
+/// or the engine stops.
 #pragma once
 
 #include "selvane/world/Object.h"
