@@ -7,29 +7,18 @@
 namespace sv {
 
 sf::Color colorToSFML(Color c) {
-    switch (c) {
-    case BLACK:
-        return sf::Color::Black;
-    case RED:
-        return sf::Color::Red;
-    case GREEN:
-        return sf::Color::Green;
-    case YELLOW:
-        return sf::Color::Yellow;
-    case BLUE:
-        return sf::Color::Blue;
-    case MAGENTA:
-        return sf::Color::Magenta;
-    case CYAN:
-        return sf::Color::Cyan;
-    case WHITE:
-        return sf::Color::White;
-    case CUSTOM:
-        logLine(5, "colorToSFML(): Color is CUSTOM.");
+    if (c < BLACK || c > WHITE) {
+        if (c == CUSTOM)
+            logLine(5, "colorToSFML(): Color is CUSTOM.");
+        else
+            logLine(5, "colorToSFML(): Color %d not supported.", int{c});
         return sf::Color::White;
     }
-    logLine(5, "colorToSFML(): Color %d not supported.", int{c});
-    return sf::Color::White;
+    unsigned char r = 0;
+    unsigned char g = 0;
+    unsigned char b = 0;
+    colorToRGB(c, r, g, b);
+    return {r, g, b};
 }
 
 } // namespace sv

@@ -1,4 +1,4 @@
-/// What the windowing library makes of the engine's colours.
+/// The engine's colours as SFML's.
 #pragma once
 
 #include "selvane/core/Color.h"
@@ -9,7 +9,8 @@ class Color;
 
 namespace sv {
 
-/// The library's colour of the same name; white for `CUSTOM` and for any number that is no colour.
+/// SFML's colour of the same name; white, with a line at level 5, for `CUSTOM` and for numbers that
+/// are not colours.
 sf::Color colorToSFML(Color c);
 
 } // namespace sv
