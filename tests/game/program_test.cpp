@@ -7,7 +7,7 @@
 
 namespace {
 
-/// The folder as a person unpacks it, with a log that tells more.
+/// The game's folder as a person unpacks it, with a log of level 10.
 class GameProgram : public test::EngineTest {
   protected:
     void SetUp() override {
@@ -26,10 +26,10 @@ class GameProgram : public test::EngineTest {
         return count;
     }
 
-    /// Looks until the window shows that many pixels of a colour, and keeps what it saw.
+    /// Waits until the window shows enough pixels of that colour, and saves the picture.
     static void see(const test::WindowedProgram &game, const sf::Color &color,
                     const std::string &name) {
-        constexpr int enough = 1000; // Of hundreds of letters in it, none of them whole.
+        constexpr int enough = 1000; // Both titles have hundreds of letters in their colour.
         sf::Image picture;
         EXPECT_TRUE(test::waitUntil([&] {
             picture = game.picture();
@@ -39,14 +39,14 @@ class GameProgram : public test::EngineTest {
         keep(picture, name);
     }
 
-    /// For a person to look at.
+    /// Saves it for a person to look at, if SELVANE_TEST_PICTURES names a folder.
     static void keep(const sf::Image &image, const std::string &name) {
         if (const char *p_folder = std::getenv("SELVANE_TEST_PICTURES"))
             image.saveToFile(std::string(p_folder) + "/" + name + ".png");
     }
 };
 
-TEST_F(GameProgram, shows_the_sequence_and_the_title_and_ends_well_with_q) {
+TEST_F(GameProgram, shows_both_titles_and_quits_on_q) {
     test::WindowedProgram game(std::filesystem::current_path() / "selvane_game.exe");
     see(game, sf::Color::Green, "sequence");
     game.pressKey(' ');

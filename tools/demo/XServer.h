@@ -44,6 +44,9 @@ class XServer {
     void focusWindow();
     void focusElsewhere();
 
+    /// What the screen shows of the window: red, green, blue and 255 of each pixel, row by row.
+    std::vector<unsigned char> pixels() const;
+
     /// The title that a frame would show, in UTF-8.
     std::string windowTitle() const;
 

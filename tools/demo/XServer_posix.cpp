@@ -1,6 +1,7 @@
 #include "demo/XServer.h"
 
 #include <X11/Xlib.h>
+#include <X11/Xutil.h>
 #include <X11/extensions/XTest.h>
 #include <chrono>
 #include <csignal>
@@ -186,6 +187,24 @@ void XServer::focusElsewhere() {
     XMapWindow(display, other);
     XSetInputFocus(display, other, RevertToPointerRoot, CurrentTime);
     XSync(display, False);
+}
+
+std::vector<unsigned char> XServer::pixels() const {
+    const Window window = connection->window();
+    XWindowAttributes size{};
+    XGetWindowAttributes(connection->display, window, &size);
+    XImage *image = XGetImage(connection->display, window, 0, 0, static_cast<unsigned>(size.width),
+                              static_cast<unsigned>(size.height), AllPlanes, ZPixmap);
+    std::vector<unsigned char> pixels;
+    for (int i = 0; image && i < size.width * size.height; ++i) {
+        const unsigned long pixel = XGetPixel(image, i % size.width, i / size.width);
+        for (const int shift : {16, 8, 0})
+            pixels.push_back(static_cast<unsigned char>(pixel >> shift & 0xFF));
+        pixels.push_back(255);
+    }
+    if (image)
+        XDestroyImage(image);
+    return pixels;
 }
 
 std::string XServer::windowTitle() const {
