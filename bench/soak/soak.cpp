@@ -1,4 +1,4 @@
-// Runs a busy world without a window for very many steps, as fast as they go: objects that are
+// Runs a busy world without a window for very many steps, without waiting: objects that are
 // made, collide and are deleted, view objects, path searches, and peers that connect, talk, send
 // nonsense and hang up. Every round of a thousand steps is alike and leaves the world as it was, so
 // the heap must be the same size after each; if it is not, the exit status is 1. Started by
