@@ -1,6 +1,6 @@
 #include "selvane/core/LogManager.h"
 #include "selvane/resources/ResourceManager.h"
-#include "selvane/resources/spriteReading.h"
+#include "selvane/resources/spriteFile.h"
 #include "support/EngineTest.h"
 
 #include <filesystem>

@@ -23,9 +23,9 @@ bool replace(T &value, const T &new_value) {
 } // namespace
 
 void Animation::setSprite(Sprite *new_sprite) {
-    if (new_sprite != nullptr)
+    if (new_sprite)
         setName(new_sprite->getLabel());
-    sprite = new_sprite != nullptr ? new_sprite->getHandle() : nullptr;
+    sprite = new_sprite ? new_sprite->getHandle() : nullptr;
     modified = true;
     setIndex(0);
 }
@@ -44,7 +44,7 @@ void Animation::setSlowdownCount(int new_slowdown_count) {
 
 int Animation::draw(Vector position) {
     const Sprite *shown = getSprite();
-    if (shown == nullptr)
+    if (!shown)
         return 0;
     const int result = shown->draw(index, position, shown->getTransparency());
     if (slowdown_count != FROZEN)
@@ -64,7 +64,7 @@ void Animation::advance(const Sprite &shown) {
 
 Box Animation::getBox() const {
     const Sprite *shown = getSprite();
-    if (shown == nullptr)
+    if (!shown)
         return Box::cell();
     const auto width = static_cast<float>(shown->getWidth());
     const auto height = static_cast<float>(shown->getHeight());

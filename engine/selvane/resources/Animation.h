@@ -53,16 +53,18 @@ class Animation {
     void setSlowdownCount(int new_slowdown_count);
     int getSlowdownCount() const { return slowdown_count; }
 
-    /// Draws the frame shown with its centre at `position`, in cells of the world, and counts the
-    /// step. 0, or -1 if the display refuses; the step counts all the same.
-    int draw(Vector position);
-
     /// The sprite's box around an object's position; without a sprite a single cell, just short of
     /// touching its neighbours.
     Box getBox() const;
 
     /// Whether anything changed since it was last written. A new animation counts as changed.
     bool isModified() const { return modified; }
+
+    // Called by the engine.
+
+    /// Draws the frame shown with its centre at `position`, in cells of the world, and counts the
+    /// step. 0, or -1 if the display refuses; the step counts all the same.
+    int draw(Vector position);
 
   private:
     void advance(const Sprite &shown);

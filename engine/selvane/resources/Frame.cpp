@@ -20,7 +20,7 @@ int Frame::draw(Vector position, Color color, char transparency) const {
         return 0;
     const Vector offset{halfSpan(width), halfSpan(height)};
     const auto row_length = static_cast<std::size_t>(width);
-    // The size is only a claim; the text says how many characters there are.
+    // The size is only a claim: there may be fewer characters.
     const auto rows = std::min(static_cast<std::size_t>(height), frame_str.size() / row_length + 1);
     const std::size_t end = std::min(frame_str.size(), rows * row_length);
 

@@ -10,14 +10,14 @@
 
 namespace sv {
 
-/// The transparency character that leaves no character out.
+/// As transparency character: every character is drawn.
 inline constexpr char NO_TRANSPARENCY = 0;
 
 class Frame {
   public:
     Frame() = default;
 
-    /// Nothing holds the size against the text: what a text is too short for is not drawn.
+    /// The size is not checked against the text: cells beyond the end of the text are not drawn.
     Frame(int new_width, int new_height, std::string new_frame_str)
         : width(new_width), height(new_height), frame_str(std::move(new_frame_str)) {}
 

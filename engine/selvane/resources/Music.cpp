@@ -14,9 +14,8 @@ namespace sv {
 
 namespace {
 
-/// Whether the track says that it goes on where its file has come to an end, or ends in the middle
-/// of a frame, between two channels. A format without a word on its length is whole wherever it
-/// ends.
+/// Whether the track claims to go on after the end of its file, or ends in the middle of a frame,
+/// between two channels. A format that does not store its length is complete wherever it ends.
 bool isCutShort(sf::InputSoundFile &file) {
     if (file.getSampleCount() % file.getChannelCount() != 0)
         return true;
@@ -41,8 +40,8 @@ int Music::loadMusic(const std::string &filename) {
     sf::InputSoundFile file;
     if (!openSoundFile(file, filename))
         return -1;
-    // Half a track is better than none, though the library goes back to the beginning only at the
-    // end that was claimed, and may garble the last second.
+    // Half a track is better than none, though SFML goes back to the beginning only at the claimed
+    // end, and may garble the last second.
     if (isCutShort(file))
         logLine("Music::loadMusic(): Warning! '%s' is cut short and may not play as it should.",
                 filename.c_str());
@@ -61,14 +60,7 @@ void Music::unload() {
 
 void Music::play(bool loop) {
     logLine(5, "Music::play(): Playing music.");
-    if (!music || isAudioGivenUp())
-        return;
-    // Before it plays, since the library's thread reads seconds ahead at once, and at the end of a
-    // short track would not know of the loop yet. And after, which must stay: whatever a start does
-    // to the settings, the last word is the caller's.
-    music->setLoop(loop);
-    music->play();
-    music->setLoop(loop);
+    playFromBeginning(music.get(), loop);
 }
 
 void Music::stop() {
@@ -78,12 +70,12 @@ void Music::stop() {
 }
 
 void play(Music *p_music, bool loop) {
-    if (p_music != nullptr)
+    if (p_music)
         p_music->play(loop);
 }
 
 void stop(Music *p_music) {
-    if (p_music != nullptr)
+    if (p_music)
         p_music->stop();
 }
 

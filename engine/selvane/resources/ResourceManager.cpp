@@ -6,7 +6,7 @@
 #include "selvane/resources/audioDevice.h"
 #include "selvane/resources/robustSprite.h"
 #include "selvane/resources/simpleSprite.h"
-#include "selvane/resources/spriteReading.h"
+#include "selvane/resources/spriteFile.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -18,7 +18,7 @@ namespace sv {
 
 namespace {
 
-/// The part of a store that is filled.
+/// The filled part of a store.
 template<typename Store>
 auto loaded(Store &store, int count) {
     return std::span(store).first(static_cast<std::size_t>(count));
@@ -39,9 +39,9 @@ Sprite *findLabel(const std::vector<std::unique_ptr<Sprite>> &sprites, const std
     return found != sprites.end() ? found->get() : nullptr;
 }
 
-/// Says that what `operation` loads now cannot be found, if something with its label is there.
+/// Warns that what `operation` loads cannot be found, if `first` has its label already.
 void warnIfTaken(const void *first, const char *operation, const std::string &label) {
-    if (first != nullptr)
+    if (first)
         logFailure("RM::%s(): Warning! Label '%s' is taken; the first one stays.", operation,
                    label.c_str());
 }
@@ -53,8 +53,8 @@ std::streamoff sizeOf(std::istream &file) {
     return size;
 }
 
-/// Reads a sprite in the format that the file's first line tells; null, with log lines, if there
-/// is none to read.
+/// Reads a sprite; its first line shows in which format it is. Null, with log lines, if the file is
+/// not valid.
 std::unique_ptr<Sprite> readSprite(std::istream &file) {
     line_number = 0;
     std::string first_line = getLine(file, false);
@@ -75,7 +75,7 @@ std::unique_ptr<Sprite> readSprite(std::istream &file) {
     return nullptr;
 }
 
-/// As readSprite; a key without a value is one of the reasons to have none.
+/// As readSprite(), and null as well for a key without a value.
 std::unique_ptr<Sprite> tryToReadSprite(std::istream &file, const std::string &filename) {
     try {
         return readSprite(file);
@@ -87,8 +87,7 @@ std::unique_ptr<Sprite> tryToReadSprite(std::istream &file, const std::string &f
 
 void logFrames(const Sprite &sprite) {
     constexpr int dump_level = 15;
-    LogManager &log = LogManager::getInstance();
-    if (log.getLogLevel() < dump_level)
+    if (LogManager::getInstance().getLogLevel() < dump_level)
         return;
     logLine(dump_level, "RM::loadSprite(): Sprite '%s' frames:", sprite.getLabel().c_str());
     for (int i = 0; i < sprite.getFrameCount(); ++i) {
@@ -114,7 +113,7 @@ ResourceManager::ResourceManager() {
 int ResourceManager::startUp() {
     if (isStarted())
         return refuseSecondStart();
-    // A track must not play on while the process takes its media library down.
+    // A track must not play on while SFML is destroyed at the end of the process.
     [[maybe_unused]] static const int registered =
         std::atexit([] { getInstance().releaseAudio(); });
     sprites.clear();
@@ -129,15 +128,15 @@ void ResourceManager::shutDown() {
     sprites.clear();
     for (Sound &sound : loaded(sounds, sound_count))
         sound.stop();
-    // The number of sounds, not of tracks: a game with fewer sounds than tracks may keep a track
-    // playing to the end of the process. Games and their logs know it this way.
+    // The number of sounds, not of tracks: with fewer sounds than tracks, a track may go on playing
+    // to the end of the process. Games and their logs rely on it.
     for (Music &track : loaded(music, std::min(sound_count, MAX_MUSICS)))
         track.stop();
     Manager::shutDown();
     logLine(5, "RM::shutDown(): successfully stopped.");
 }
 
-/// From here on nothing can be loaded, and what is played is silent.
+/// From now on nothing can be loaded, and what is played is silent.
 void ResourceManager::releaseAudio() {
     giveUpAudio();
     for (Sound &sound : sounds)
@@ -150,13 +149,14 @@ int ResourceManager::loadSprite(const std::string &filename, const std::string &
     if (!isStarted())
         return refuseUnstarted();
     if (sprites.size() == MAX_SPRITES) {
-        // Named for the robust loader, though no format is known yet; logs are searched for it.
+        // This names the robust loader, though the format is not known yet; logs are searched for
+        // it.
         logLine("RM::loadRobustSprite(): Error! Cannot add more Sprites (max is %d).", MAX_SPRITES);
         return logFailure("RM::loadRobustSprite(): Sprite '%s' not loaded.", label.c_str());
     }
     logLine("RM::loadSprite(): Loading sprite '%s'.", filename.c_str());
     std::ifstream file;
-    // Some systems open a folder, as a file with nothing in it, and wait for somebody to fill a
+    // Some systems open a folder as if it were an empty file, and wait until somebody writes to a
     // pipe.
     if (!platform::isOtherThanFile(filename))
         file.open(filename, std::ios::binary);
@@ -219,7 +219,7 @@ int ResourceManager::loadMusic(const std::string &filename, const std::string &l
 Sprite *ResourceManager::getSprite(const std::string &label) const {
     logLine(5, "RM::getSprite(): Looking for sprite '%s'.", printable(label).c_str());
     Sprite *found = findLabel(sprites, label);
-    if (found == nullptr)
+    if (!found)
         logLine("RM::getSprite(): Warning! Sprite '%s' not found.", printable(label).c_str());
     return found;
 }
@@ -227,7 +227,7 @@ Sprite *ResourceManager::getSprite(const std::string &label) const {
 Sound *ResourceManager::getSound(const std::string &label) {
     logLine(5, "RM::getSound(): Looking for sound '%s'.", label.c_str());
     Sound *found = findLabel(sounds, sound_count, label);
-    if (found == nullptr)
+    if (!found)
         logLine("RM::getSound(): Warning! Sound '%s' not found.", label.c_str());
     return found;
 }
@@ -235,7 +235,7 @@ Sound *ResourceManager::getSound(const std::string &label) {
 Music *ResourceManager::getMusic(const std::string &label) {
     logLine(5, "RM::getMusic(): Looking for music '%s'.", label.c_str());
     Music *found = findLabel(music, music_count, label);
-    if (found == nullptr)
+    if (!found)
         logLine("RM::getMusic(): Warning! Music '%s' not found.", label.c_str());
     return found;
 }

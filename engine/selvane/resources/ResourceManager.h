@@ -1,8 +1,8 @@
-/// Owns every sprite, sound and music track of a game, each found by its label. All are loaded at
-/// the beginning and stay until the manager stops; nothing is removed before.
+/// Owns every sprite, sound and music track of a game, each found by its label. A game loads them
+/// all at its start, and they stay until the manager stops.
 ///
-/// Labels may repeat, with a warning: the first one loaded is the one found, and the later ones
-/// take their places for nothing. Game-loop thread only.
+/// Labels may repeat, with a warning: the first one loaded is found, and the later ones only take
+/// up room. Game-loop thread only.
 #pragma once
 
 #include "selvane/core/Manager.h"
@@ -26,21 +26,12 @@ class ResourceManager : public Manager {
   public:
     static ResourceManager &getInstance();
 
-    /// Begins with empty stores. From the first start on, the end of the process, even by exit() in
-    /// the middle of a game, stops all sounds and tracks. What still runs then, as the destructors
-    /// of statics, can load none, and plays in silence.
-    int startUp() override;
-
-    /// Deletes the sprites, which leaves the objects that show them without, and stops the sounds,
-    /// and as many tracks as there are sounds. Sounds and tracks can still be found.
-    void shutDown() override;
-
-    /// Loads a sprite from a text file of either format and owns it under `label`. A byte order
-    /// mark at the file's beginning is skipped. 0, or -1 with the reason in the log.
+    /// Loads a sprite from a text file of either format. A byte order mark at the file's beginning
+    /// is skipped. 0, or -1 with the reason in the log.
     int loadSprite(const std::string &filename, const std::string &label);
 
-    /// Loads a sound from a file of any format that the media library reads. 0, or -1 with the
-    /// reason in the log.
+    /// Loads a sound from a file of any format that SFML reads. 0, or -1 with the reason in the
+    /// log.
     int loadSound(const std::string &filename, const std::string &label);
 
     /// Opens a music track, as loadSound. The label must not be empty.
@@ -50,6 +41,17 @@ class ResourceManager : public Manager {
     Sprite *getSprite(const std::string &label) const;
     Sound *getSound(const std::string &label);
     Music *getMusic(const std::string &label);
+
+    // Called by the engine.
+
+    /// Begins with empty stores. From the first start on, the end of the process, even by exit() in
+    /// the middle of a game, stops all sounds and tracks. Code that runs even later, such as
+    /// destructors of statics, can load nothing, and what it plays is silent.
+    int startUp() override;
+
+    /// Deletes the sprites, so objects show nothing in their place, and stops the sounds and as
+    /// many tracks as there are sounds. Sounds and tracks can still be found.
+    void shutDown() override;
 
   private:
     ResourceManager();

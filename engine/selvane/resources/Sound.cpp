@@ -29,9 +29,9 @@ bool isTooLong(std::size_t samples, const std::string &filename) {
     return samples > MAX_SOUND_SAMPLES;
 }
 
-/// False if the file is none that can be decoded, holds less than it claims, or more than a sound
-/// may have: two megabytes can hold hours of silence. Takes memory for what is there, where the
-/// library would take it for what is claimed.
+/// False if the file cannot be decoded, holds less than it claims, or more than a sound may have:
+/// two megabytes can hold hours of silence. Allocates memory for what is there; SFML would allocate
+/// it for what the file claims.
 bool decode(const std::string &filename, Samples &samples) {
     sf::InputSoundFile file;
     if (!openSoundFile(file, filename) || isTooLong(file.getSampleCount(), filename))
@@ -46,14 +46,14 @@ bool decode(const std::string &filename, Samples &samples) {
     } while (count > 0 && samples.values.size() <= file.getSampleCount());
     if (samples.values.size() != file.getSampleCount())
         return false;
-    // With half a frame at the end the library would take none of it.
+    // With half a frame at the end SFML would accept none of it.
     samples.values.resize(samples.values.size() - samples.values.size() % samples.channels);
     return !samples.values.empty();
 }
 
 } // namespace
 
-/// The voice goes before the samples that it plays.
+/// The voice is destroyed before the samples that it plays.
 struct Sound::Voice {
     sf::SoundBuffer sound_buffer;
     sf::Sound sound;
@@ -88,13 +88,7 @@ void Sound::unload() {
 
 void Sound::play(bool loop) {
     logLine(5, "Sound::play(): Playing sound.");
-    if (!voice || isAudioGivenUp())
-        return;
-    // As with music: a sound of a few milliseconds may be over before the second word, which must
-    // stay all the same.
-    voice->sound.setLoop(loop);
-    voice->sound.play();
-    voice->sound.setLoop(loop);
+    playFromBeginning(voice ? &voice->sound : nullptr, loop);
 }
 
 void Sound::stop() {
@@ -103,7 +97,7 @@ void Sound::stop() {
 }
 
 void play(Sound *p_sound, bool loop) {
-    if (p_sound != nullptr)
+    if (p_sound)
         p_sound->play(loop);
 }
 

@@ -39,12 +39,12 @@ const Frame *Sprite::findFrame(int index) const {
 
 Frame Sprite::getFrame(int index) const {
     const Frame *found = findFrame(index);
-    return found != nullptr ? *found : Frame();
+    return found ? *found : Frame();
 }
 
 int Sprite::draw(int frame_index, Vector position, char transparency_char) const {
     const Frame *found = findFrame(frame_index);
-    return found != nullptr ? found->draw(position, color, transparency_char) : 0;
+    return found ? found->draw(position, color, transparency_char) : 0;
 }
 
 } // namespace sv

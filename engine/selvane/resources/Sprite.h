@@ -1,17 +1,15 @@
 /// A labelled sequence of frames of one size and colour, shared by every object that shows it.
 ///
-/// Whoever makes a sprite owns it: the resource manager does for those that it loads, until it
-/// stops. An animation whose sprite is gone shows nothing. Game-loop thread only.
+/// The resource manager owns the sprites that it loads, until it stops; any other belongs to
+/// whoever made it. An animation whose sprite is gone shows nothing. Game-loop thread only.
 #pragma once
 
 #include "selvane/core/Color.h"
 #include "selvane/core/Vector.h"
 #include "selvane/resources/Frame.h"
-#include "selvane/resources/label.h"
+#include "selvane/resources/Resource.h"
 
 #include <memory>
-#include <string>
-#include <utility>
 #include <vector>
 
 namespace sv {
@@ -19,16 +17,13 @@ namespace sv {
 /// The most frames that a sprite has room for.
 inline constexpr int MAX_FRAMES = 1'000'000;
 
-class Sprite {
+class Sprite : public Resource {
   public:
-    /// Has room for that many frames, 0 to MAX_FRAMES. For any other number it says so in the log
-    /// and has room for none. The room costs nothing: memory is taken frame by frame, since the
-    /// number may be a file's word for more than it holds.
+    /// Has room for that many frames, 0 to MAX_FRAMES. Any other number is logged and gives room
+    /// for none. Memory is allocated frame by frame, since a file may claim more than it holds.
     explicit Sprite(int new_max_frame_count);
 
     ~Sprite() { *handle = nullptr; }
-    Sprite(const Sprite &) = delete;
-    Sprite &operator=(const Sprite &) = delete;
 
     /// Appends a copy; 0, or -1 if there is no room or no memory.
     int addFrame(const Frame &new_frame);
@@ -38,10 +33,6 @@ class Sprite {
 
     int getFrameCount() const { return static_cast<int>(frame.size()); }
     int getMaxFrameCount() const { return max_frame_count; }
-
-    /// Draws one frame with its centre at `position`, in the sprite's colour. 0, also where there
-    /// is no such frame and nothing is drawn; -1 if the display refuses.
-    int draw(int frame_index, Vector position, char transparency_char) const;
 
     /// The size of a frame, in characters and in rows. Default 0.
     int getWidth() const { return width; }
@@ -60,12 +51,15 @@ class Sprite {
     char getTransparency() const { return transparency; }
     void setTransparency(char new_transparency) { transparency = new_transparency; }
 
-    /// Points to the sprite for as long as it lives, and to null from then on: for those who show a
-    /// sprite that may go before them.
-    std::shared_ptr<Sprite *const> getHandle() const { return handle; }
+    // Called by the engine.
 
-    const std::string &getLabel() const { return label; }
-    void setLabel(std::string new_label) { label = std::move(new_label); }
+    /// Draws one frame with its centre at `position`, in the sprite's colour. 0, also if there is
+    /// no such frame; -1 if the display refuses.
+    int draw(int frame_index, Vector position, char transparency_char) const;
+
+    /// Points to the sprite while it lives, and to null afterwards: for an animation, whose sprite
+    /// may be destroyed first.
+    std::shared_ptr<Sprite *const> getHandle() const { return handle; }
 
   private:
     const Frame *findFrame(int index) const;
@@ -78,7 +72,6 @@ class Sprite {
     int slowdown = 1;
     char transparency = NO_TRANSPARENCY;
     std::vector<Frame> frame; // At most max_frame_count.
-    std::string label = UNDEFINED_LABEL;
 };
 
 } // namespace sv

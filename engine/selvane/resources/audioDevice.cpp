@@ -11,8 +11,8 @@ namespace {
 
 bool is_given_up = false;
 
-/// The library opens the device with its first object and answers nothing: that it complains is
-/// all that tells.
+/// SFML opens the device with its first object and returns nothing: only its messages show whether
+/// it failed.
 bool opensDevice() {
     SfmlMessages messages;
     { const sf::SoundBuffer first_object; }

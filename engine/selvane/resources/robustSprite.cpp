@@ -1,7 +1,7 @@
 #include "selvane/resources/robustSprite.h"
 
 #include "selvane/core/LogManager.h"
-#include "selvane/resources/spriteReading.h"
+#include "selvane/resources/spriteFile.h"
 
 #include <string>
 
@@ -12,15 +12,7 @@ namespace {
 constexpr int missing = -1;
 constexpr char default_color_name[] = "default";
 
-struct Header {
-    int frames = 0;
-    int width = 0;
-    int height = 0;
-    int slowdown = 0;
-    char transparency = NO_TRANSPARENCY;
-    std::string color_name;
-    int end_line = 0; // That of the header's closing tag.
-};
+constexpr SpriteFormat robust_format{"RM::loadRobustSprite()", "and white.", ""};
 
 bool readRequired(Lines &lines, const char *key, int &value) {
     value = matchLineInt(&lines, key);
@@ -29,7 +21,7 @@ bool readRequired(Lines &lines, const char *key, int &value) {
     return value != missing;
 }
 
-void noteMissing(const char *key) {
+void logMissing(const char *key) {
     logLine(5, "RM::loadRobustSprite(): Note! No '%s' in header.", key);
 }
 
@@ -45,7 +37,7 @@ char readTransparency(Lines &lines) {
     const std::string value = matchLineStr(&lines, "transparency");
     if (!value.empty())
         return value.front();
-    noteMissing("transparency");
+    logMissing("transparency");
     return NO_TRANSPARENCY;
 }
 
@@ -53,7 +45,7 @@ int readSlowdown(Lines &lines) {
     const int value = matchLineInt(&lines, "slowdown");
     if (value != missing)
         return value;
-    noteMissing("slowdown");
+    logMissing("slowdown");
     return 0;
 }
 
@@ -65,18 +57,14 @@ void logUnused(const Lines &lines, const char *section) {
         logLine(1, "\t'%s'", line.text.c_str());
 }
 
-void logHeader(const Header &header) {
-    logLine(5, "\t      Frames: %d", header.frames);
-    logLine(5, "\t       Width: %d", header.width);
-    logLine(5, "\t      Height: %d", header.height);
-    logLine(5, "\t    Slowdown: %d", header.slowdown);
-    if (header.transparency == NO_TRANSPARENCY)
+void logTransparency(char transparency) {
+    if (transparency == NO_TRANSPARENCY)
         logLine(5, "\tTransparency: (none)");
     else
-        logLine(5, "\tTransparency: %c", header.transparency);
+        logLine(5, "\tTransparency: %c", transparency);
 }
 
-bool readHeader(std::istream &file, Header &header) {
+bool readHeader(std::istream &file, SpriteHeader &header) {
     Lines lines = readData(file, "HEADER");
     if (lines.empty())
         return false;
@@ -90,7 +78,7 @@ bool readHeader(std::istream &file, Header &header) {
     header.slowdown = readSlowdown(lines);
     logUnused(lines, "HEADER");
     logHeader(header);
-    header.end_line = line_number;
+    logTransparency(header.transparency);
     return true;
 }
 
@@ -98,8 +86,7 @@ bool setColor(Sprite &sprite, const std::string &name) {
     const auto color = name == default_color_name ? COLOR_DEFAULT : colorFromName(name);
     if (!color) {
         logLine("RM::loadRobustSprite(): Error! Unrecognized color '%s'.", name.c_str());
-        logLine("  Valid colors are: black, red, green, yellow,");
-        logLine("                    blue, magenta, cyan and white.");
+        logValidColors(robust_format);
         return false;
     }
     sprite.setColor(*color);
@@ -107,41 +94,21 @@ bool setColor(Sprite &sprite, const std::string &name) {
     return true;
 }
 
-std::unique_ptr<Sprite> createSprite(const Header &header) {
-    auto sprite = std::make_unique<Sprite>(header.frames);
-    if (sprite->getMaxFrameCount() != header.frames) {
-        logLine("RM::loadRobustSprite(): Error! Unable to create Sprite.");
-        return nullptr;
-    }
-    sprite->setWidth(header.width);
-    sprite->setHeight(header.height);
-    sprite->setSlowdown(header.slowdown);
-    sprite->setTransparency(header.transparency);
-    if (!setColor(*sprite, header.color_name))
-        return nullptr;
-    return sprite;
-}
-
-bool addFrame(Sprite &sprite, const Frame &frame, int max_frames) {
-    if (frame.getString().empty()) {
-        logLine("RM::loadRobustSprite(): Error! No frame data to add.");
-        return false;
-    }
-    if (sprite.addFrame(frame) == 0)
-        return true;
-    logLine("RM::loadRobustSprite(): Error! Cannot add Frame.");
-    logLine("\tFramecount is %d, max is %d", sprite.getFrameCount() + 1, max_frames);
+bool takeFrame(Lines &body, const SpriteHeader &header, int first_line, Sprite &sprite) {
+    const Frame frame = readFrame(&body, header.width, header.height, first_line);
+    if (!frame.getString().empty())
+        return addFrame(sprite, frame, robust_format);
+    logLine("RM::loadRobustSprite(): Error! No frame data to add.");
     return false;
 }
 
-/// All frames of the body, and nothing besides.
-bool takeFrames(Lines &body, const Header &header, Sprite &sprite) {
-    // Messages count rows alone: the "end" lines of earlier frames are not in their numbers, and
+/// Reads all frames of the body; false, with log lines, if one is bad or something is left.
+bool takeFrames(Lines &body, const SpriteHeader &header, int header_end, Sprite &sprite) {
+    // Messages count only rows: the "end" lines of earlier frames are not in their numbers, so
     // later frames are named a little early. Logs are compared by these numbers, so they stay.
-    int first_line = header.end_line + 2;
+    int first_line = header_end + 2;
     for (int i = 0; i < header.frames; ++i, first_line += header.height)
-        if (!addFrame(sprite, readFrame(&body, header.width, header.height, first_line),
-                      header.frames))
+        if (!takeFrame(body, header, first_line, sprite))
             return false;
     if (body.empty())
         return true;
@@ -165,15 +132,17 @@ bool readFooter(std::istream &file) {
 } // namespace
 
 std::unique_ptr<Sprite> loadRobustSprite(std::istream &file) {
-    Header header;
+    SpriteHeader header;
     if (!readHeader(file, header))
         return nullptr;
+    const int header_end = line_number;
     Lines body = readData(file, "BODY");
     if (body.empty())
         return nullptr;
     logLine(20, "\tAfter reading body: line number is '%d'", line_number);
-    auto sprite = createSprite(header);
-    if (!sprite || !takeFrames(body, header, *sprite) || !readFooter(file))
+    auto sprite = createSprite(header, robust_format);
+    if (!sprite || !setColor(*sprite, header.color_name) ||
+        !takeFrames(body, header, header_end, *sprite) || !readFooter(file))
         return nullptr;
     return sprite;
 }

@@ -9,10 +9,10 @@
 
 namespace sv {
 
-/// The sprite that the file holds, from where the stream stands to the end of its footer; null,
-/// with log lines, if it does not hold one. REQUIRES: line_number is 0.
+/// Reads a sprite from the stream's position to the end of its footer; null, with log lines, if the
+/// file is not valid. REQUIRES: line_number is 0.
 ///
-/// Throws KeyWithoutValue for a key without anything behind it, as matchLineInt does.
+/// Throws KeyWithoutValue for a line that is only a key, as matchLineInt() does.
 std::unique_ptr<Sprite> loadRobustSprite(std::istream &file);
 
 } // namespace sv

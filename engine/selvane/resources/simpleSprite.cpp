@@ -2,7 +2,7 @@
 
 #include "selvane/core/LogManager.h"
 #include "selvane/core/text.h"
-#include "selvane/resources/spriteReading.h"
+#include "selvane/resources/spriteFile.h"
 
 #include <string>
 
@@ -10,14 +10,7 @@ namespace sv {
 
 namespace {
 
-struct Header {
-    int frames = 0;
-    int width = 0;
-    int height = 0;
-    int slowdown = 0;
-    std::string color_name;
-    Color color = COLOR_DEFAULT;
-};
+constexpr SpriteFormat simple_format{"RM::loadSimpleSprite()", "or white.", "."};
 
 void logEndOfFile() {
     logLine("RM::loadSimpleSprite(): Error! Unexpected end of file.");
@@ -27,7 +20,8 @@ void logRead(const std::string &line) {
     logLine(20, "\tLine %2d: '%s'", line_number, line.c_str());
 }
 
-/// False, with log lines, if the file has no more lines; `missing` says what stood in this one.
+/// False, with log lines, if the file has no more lines; `missing` names what should be in this
+/// one.
 bool readHeaderLine(std::istream &file, const char *missing, std::string &line) {
     line = getLine(file, true);
     if (!file) {
@@ -50,7 +44,7 @@ bool readFrames(std::istream &file, int &frames) {
     return frames >= 1;
 }
 
-/// A number that a message quotes as it was written.
+/// A number that the message about it quotes as it was written.
 bool readNumber(std::istream &file, const char *missing, const char *name, int minimum,
                 int &number) {
     std::string line;
@@ -63,7 +57,7 @@ bool readNumber(std::istream &file, const char *missing, const char *name, int m
     return number >= minimum;
 }
 
-bool readColor(std::istream &file, Header &header) {
+bool readColor(std::istream &file, SpriteHeader &header) {
     if (!readHeaderLine(file, "color (a string)", header.color_name))
         return false;
     if (const auto color = colorFromName(header.color_name)) {
@@ -72,12 +66,11 @@ bool readColor(std::istream &file, Header &header) {
     }
     logLine("RM::loadSimpleSprite(): Error line %d! Unrecognized color '%s'.", line_number,
             header.color_name.c_str());
-    logLine("  Valid colors are: black, red, green, yellow,");
-    logLine("                    blue, magenta, cyan or white.");
+    logValidColors(simple_format);
     return false;
 }
 
-bool readHeader(std::istream &file, Header &header) {
+bool readHeader(std::istream &file, SpriteHeader &header) {
     return readFrames(file, header.frames) &&
            readNumber(file, "width (an integer)", "Width", 1, header.width) &&
            readNumber(file, "height (an integer)", "Height", 1, header.height) &&
@@ -85,30 +78,9 @@ bool readHeader(std::istream &file, Header &header) {
            readColor(file, header);
 }
 
-void logHeader(const Header &header) {
-    logLine(5, "\t      Frames: %d", header.frames);
-    logLine(5, "\t       Width: %d", header.width);
-    logLine(5, "\t      Height: %d", header.height);
-    logLine(5, "\t    Slowdown: %d", header.slowdown);
-    logLine(5, "\t       Color: %s", header.color_name.c_str());
-}
-
-std::unique_ptr<Sprite> createSprite(const Header &header) {
-    auto sprite = std::make_unique<Sprite>(header.frames);
-    if (sprite->getMaxFrameCount() != header.frames) {
-        logLine("RM::loadSimpleSprite(): Error! Unable to create Sprite.");
-        return nullptr;
-    }
-    sprite->setWidth(header.width);
-    sprite->setHeight(header.height);
-    sprite->setSlowdown(header.slowdown);
-    sprite->setColor(header.color);
-    sprite->setTransparency(NO_TRANSPARENCY);
-    return sprite;
-}
-
 /// Appends one row of a frame to `rows`; both numbers count from 0.
-bool readRow(std::istream &file, const Header &header, int frame, int row, std::string &rows) {
+bool readRow(std::istream &file, const SpriteHeader &header, int frame, int row,
+             std::string &rows) {
     const std::string line = getLine(file, true);
     if (line.empty()) {
         logEndOfFile();
@@ -128,22 +100,18 @@ bool readRow(std::istream &file, const Header &header, int frame, int row, std::
     return true;
 }
 
-/// Reads one frame, counted from 0, and gives it to the sprite.
-bool readFrame(std::istream &file, const Header &header, int frame, Sprite &sprite) {
+/// Reads one frame, counted from 0, and adds it to the sprite.
+bool readFrame(std::istream &file, const SpriteHeader &header, int frame, Sprite &sprite) {
     logLine(15, "RM::loadSimpleSprite(): Reading frame %d of %d.", frame, header.frames);
     std::string rows;
     for (int row = 0; row < header.height; ++row)
         if (!readRow(file, header, frame, row, rows))
             return false;
-    if (sprite.addFrame(Frame(header.width, header.height, rows)) == 0)
-        return true;
-    logLine("RM::loadSimpleSprite(): Error! Cannot add Frame.");
-    logLine("\tFramecount is %d, max is %d.", sprite.getFrameCount() + 1, header.frames);
-    return false;
+    return addFrame(sprite, Frame(header.width, header.height, rows), simple_format);
 }
 
 bool isAtEnd(std::istream &file) {
-    // Looked at before it is read: a good file's end is expected, and getLine would complain.
+    // Peek first: the end is expected here, and getLine() would log it as an error.
     if (file.peek() == std::istream::traits_type::eof())
         return true;
     const std::string line = getLine(file, true);
@@ -157,11 +125,12 @@ bool isAtEnd(std::istream &file) {
 } // namespace
 
 std::unique_ptr<Sprite> loadSimpleSprite(std::istream &file) {
-    Header header;
+    SpriteHeader header;
     if (!readHeader(file, header))
         return nullptr;
     logHeader(header);
-    auto sprite = createSprite(header);
+    logLine(5, "\t       Color: %s", header.color_name.c_str());
+    auto sprite = createSprite(header, simple_format);
     if (!sprite)
         return nullptr;
     for (int frame = 0; frame < header.frames; ++frame)

@@ -1,5 +1,5 @@
 /// The simple sprite file format: five header lines (frames, width, height, slowdown, colour) and
-/// then the rows of one frame after the other, with nothing between them and nothing behind.
+/// then the rows of one frame after the other, with nothing between them and nothing after them.
 #pragma once
 
 #include "selvane/resources/Sprite.h"
@@ -9,8 +9,8 @@
 
 namespace sv {
 
-/// The sprite that the file holds, from where the stream stands to its end; null, with log lines,
-/// if it does not hold one. REQUIRES: line_number is 0.
+/// Reads a sprite from the stream's position to its end; null, with log lines, if the file is not
+/// valid. REQUIRES: line_number is 0.
 std::unique_ptr<Sprite> loadSimpleSprite(std::istream &file);
 
 } // namespace sv

@@ -13,14 +13,14 @@ namespace sv {
 
 namespace {
 
-/// Those that the library has a layout for.
+/// Those that SFML has a layout for.
 constexpr unsigned playable_channels[] = {1, 2, 4, 6, 7, MOST_CHANNELS};
 constexpr unsigned most_samples_per_second = 384'000;
 
-/// Whether a wave file's parts do not follow each other as they have to. At samples that come
-/// before the format the library divides by their size, which is 0 then, and ends the process; and
-/// a part that reaches beyond the file can lead it back into what it has read, for ever, where it
-/// counts with 32 bits. The samples themselves may be cut.
+/// Whether the chunks of a wave file are in the wrong order or too large. If the samples come
+/// before the format, SFML divides by their size, which is then 0, and the process ends. A chunk
+/// that reaches beyond the file can lead it back to where it was, for ever, if it counts with 32
+/// bits. The samples themselves may be cut short.
 bool isMisleading(const std::string &filename) {
     std::ifstream file(filename, std::ios::binary | std::ios::ate);
     const std::streamoff end = file.tellg();
@@ -30,14 +30,14 @@ bool isMisleading(const std::string &filename) {
         std::string_view(head.data() + 8, 4) != "WAVE")
         return false;
     bool has_format = false;
-    std::array<unsigned char, 8> part{}; // Its name, and its size without these 8 bytes.
-    while (file.read(reinterpret_cast<char *>(part.data()), part.size())) {
-        const std::string_view name(reinterpret_cast<const char *>(part.data()), 4);
+    std::array<unsigned char, 8> chunk{}; // Its name, and its size without these 8 bytes.
+    while (file.read(reinterpret_cast<char *>(chunk.data()), chunk.size())) {
+        const std::string_view name(reinterpret_cast<const char *>(chunk.data()), 4);
         if (name == "data")
             return !has_format;
         has_format |= name == "fmt ";
-        const auto size = std::streamoff{part[4]} | std::streamoff{part[5]} << 8 |
-                          std::streamoff{part[6]} << 16 | std::streamoff{part[7]} << 24;
+        const auto size = std::streamoff{chunk[4]} | std::streamoff{chunk[5]} << 8 |
+                          std::streamoff{chunk[6]} << 16 | std::streamoff{chunk[7]} << 24;
         if (size > end - file.tellg())
             return true;
         file.seekg(size, std::ios::cur);
@@ -48,7 +48,7 @@ bool isMisleading(const std::string &filename) {
 } // namespace
 
 bool openSoundFile(sf::InputSoundFile &file, const std::string &filename) {
-    // In a folder or a device the library would look for the beginning of a track for ever.
+    // In a folder or a device SFML would look for the beginning of a track for ever.
     if (platform::isOtherThanFile(filename) || isMisleading(filename) ||
         !file.openFromFile(filename))
         return false;

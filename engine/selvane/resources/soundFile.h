@@ -1,4 +1,4 @@
-/// Sound files as the media library reads them, and what it must not be given.
+/// Opens the sound files that SFML reads safely.
 #pragma once
 
 #include <string>
@@ -9,12 +9,12 @@ class InputSoundFile;
 
 namespace sv {
 
-/// No sound file that openSoundFile() lets through has more.
+/// No file that openSoundFile() accepts has more.
 inline constexpr unsigned MOST_CHANNELS = 8;
 
 /// Opens a sound file; false if it cannot be read, or if it claims channels or a sample rate that
-/// no device plays. The library takes memory for a second of whatever a track claims to be, and
-/// does not survive every damaged file, so each passes here first.
+/// no device plays. SFML allocates memory for a second of whatever a track claims to be, and some
+/// damaged files crash it, so each is checked here first.
 bool openSoundFile(sf::InputSoundFile &file, const std::string &filename);
 
 } // namespace sv

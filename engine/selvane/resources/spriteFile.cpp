@@ -1,9 +1,8 @@
-#include "selvane/resources/spriteReading.h"
+#include "selvane/resources/spriteFile.h"
 
 #include "selvane/core/LogManager.h"
 #include "selvane/core/text.h"
 
-#include <array>
 #include <cstring>
 #include <utility>
 
@@ -16,7 +15,7 @@ namespace {
 constexpr char frame_end[] = "end";
 constexpr int no_value = -1;
 
-/// Takes the lines that begin with `token` out of the list and hands each to `use`, in their order.
+/// Removes the lines that begin with `token` and calls `use` with each, in their order.
 template<typename Use>
 void takeMatches(Lines &lines, const char *token, Use use) {
     std::erase_if(lines, [&](const Line &line) {
@@ -27,7 +26,7 @@ void takeMatches(Lines &lines, const char *token, Use use) {
     });
 }
 
-/// What follows the key with which the line begins, and one separator.
+/// What follows the key at the line's beginning and one separator.
 std::string valueOf(const Line &line, const char *key) {
     if (line.text == key)
         throw KeyWithoutValue("line " + std::to_string(line.number) + ": key '" + key +
@@ -35,9 +34,9 @@ std::string valueOf(const Line &line, const char *key) {
     return line.text.substr(std::strlen(key) + 1);
 }
 
-/// The rows of a frame, all with the right length, taken out of the list. False, with log lines,
-/// if they are not there. `line` counts along; it is raised before each row, so that a row is
-/// named one line late. Logs are compared by these numbers, so they stay.
+/// Removes the rows of a frame from the list and appends them to `rows`. False, with log lines, if
+/// one is missing or has another length. `line` counts with them; it is raised before each row, so
+/// the messages name the line after it. Logs are compared by these numbers, so they stay.
 bool takeRows(Lines &lines, int width, int height, int &line, std::string &rows) {
     for (int row = 0; row < height; ++row) {
         ++line;
@@ -60,14 +59,15 @@ bool takeRows(Lines &lines, int width, int height, int &line, std::string &rows)
     return true;
 }
 
-/// Takes the line that ends a frame; false, with log lines, if another or none stands there.
+/// Removes the line that ends a frame; false, with log lines, if it is missing.
 bool takeFrameEnd(Lines &lines, int line) {
     if (lines.empty()) {
         logLine("\tError! Line %d: No more frame data before 'end'.", line + 1);
         return false;
     }
     if (lines.front().text != frame_end) {
-        // The file has been read further than the frame: this number is that of its section's end.
+        // By now the whole section has been read, so line_number is that of its end. This stays, as
+        // logs are compared by it.
         logLine("\tError! Line %d: Expected '%s'.", line_number, frame_end);
         logLine("\tLine %d: '%s'", line + 1, lines.front().text.c_str());
         return false;
@@ -139,13 +139,39 @@ Frame readFrame(Lines *p_lines, int width, int height, int first_line) {
     return {width, height, rows};
 }
 
-std::optional<Color> colorFromName(const std::string &name) {
-    constexpr std::array<const char *, 8> names{"black", "red",     "green", "yellow",
-                                                "blue",  "magenta", "cyan",  "white"};
-    for (std::size_t i = 0; i < names.size(); ++i)
-        if (name == names[i])
-            return static_cast<Color>(i);
-    return std::nullopt;
+void logHeader(const SpriteHeader &header) {
+    logLine(5, "\t      Frames: %d", header.frames);
+    logLine(5, "\t       Width: %d", header.width);
+    logLine(5, "\t      Height: %d", header.height);
+    logLine(5, "\t    Slowdown: %d", header.slowdown);
+}
+
+void logValidColors(const SpriteFormat &format) {
+    logLine("  Valid colors are: black, red, green, yellow,");
+    logLine("                    blue, magenta, cyan %s", format.last_color);
+}
+
+std::unique_ptr<Sprite> createSprite(const SpriteHeader &header, const SpriteFormat &format) {
+    auto sprite = std::make_unique<Sprite>(header.frames);
+    if (sprite->getMaxFrameCount() != header.frames) {
+        logLine("%s: Error! Unable to create Sprite.", format.loader);
+        return nullptr;
+    }
+    sprite->setWidth(header.width);
+    sprite->setHeight(header.height);
+    sprite->setSlowdown(header.slowdown);
+    sprite->setColor(header.color);
+    sprite->setTransparency(header.transparency);
+    return sprite;
+}
+
+bool addFrame(Sprite &sprite, const Frame &frame, const SpriteFormat &format) {
+    if (sprite.addFrame(frame) == 0)
+        return true;
+    logLine("%s: Error! Cannot add Frame.", format.loader);
+    logLine("\tFramecount is %d, max is %d%s", sprite.getFrameCount() + 1,
+            sprite.getMaxFrameCount(), format.line_end);
+    return false;
 }
 
 } // namespace sv

@@ -1,16 +1,16 @@
-/// What both sprite file formats are read with: lines, tagged sections, keyed values, colour names
-/// and the rows of a frame.
+/// What both sprite file formats share: how lines, tagged sections, keyed values and the rows of a
+/// frame are read, and how a sprite is made of them.
 ///
-/// A file's numbers are claims: nothing here takes memory for more than the file really holds.
-/// Game-loop thread only: the count of lines is shared.
+/// A file's numbers are only claims: nothing here allocates memory for more than the file holds.
+/// Game-loop thread only: the line counter is shared.
 #pragma once
 
 #include "selvane/core/Color.h"
-#include "selvane/resources/Frame.h"
+#include "selvane/resources/Sprite.h"
 
 #include <deque>
 #include <istream>
-#include <optional>
+#include <memory>
 #include <stdexcept>
 #include <string>
 
@@ -21,47 +21,74 @@ struct Line {
     int number; ///< Its place in the file, from 1.
 };
 
-/// Lines of a section in their order, taken away from the front and the middle as they are used.
+/// Lines of a section in their order; used ones are removed from the front and the middle.
 using Lines = std::deque<Line>;
 
-/// A line is a key and nothing more. what() names the line and the key.
+/// Thrown for a line that is only a key. what() names the line and the key.
 class KeyWithoutValue : public std::out_of_range {
   public:
     using std::out_of_range::out_of_range;
 };
 
-/// The largest file that is read: its lines take some twenty times as much while they are sorted.
+/// The largest file that is read. While it is read it takes about twenty times as much memory.
 inline constexpr int MAX_SPRITE_BYTES = 16 * 1024 * 1024;
 
-/// Lines of the file that were counted so far, for messages. Whoever begins a file sets it to 0.
+/// Lines of the file that were counted so far, for messages. Set it to 0 before each file.
 extern int line_number;
 
-/// The next line without its end, LF or CR LF; counted in line_number if `count_line`. A stream
-/// that has nothing more to give is logged as an unexpected end and gives an empty text.
+/// The next line without its end, LF or CR LF; counted in line_number if `count_line`. At the end
+/// of the stream it logs an unexpected end and returns an empty text.
 std::string getLine(std::istream &file, bool count_line);
 
 /// The lines between "<NAME>" and "</NAME>". Empty, with a log line, if the next line is not the
-/// opening tag or if an empty line or the file's end comes before the closing one; so a section
-/// without lines looks like a failed one.
+/// opening tag, or if an empty line or the end of the file comes before the closing one. So a
+/// section without lines looks like a failed one.
 Lines readData(std::istream &file, const std::string &delimiter);
 
-/// The integer behind a key: of each line that begins with `token` the text from the second
-/// character behind it. The lines are taken out of the list and the last one wins; -1 if there is
-/// none.
+/// The integer behind a key: of each line that begins with `token`, the text from the second
+/// character after it. Removes the lines from the list; the last one counts. -1 if there is none.
 ///
-/// Throws KeyWithoutValue for a line that is the key and nothing more, for whoever loads the file
-/// to report: only there is the file's name known.
+/// Throws KeyWithoutValue for a line that is only the key: the caller that knows the file's name
+/// reports it.
 int matchLineInt(Lines *p_lines, const char *token);
 
 /// The text behind a key, as matchLineInt; empty if there is none.
 std::string matchLineStr(Lines *p_lines, const char *token);
 
-/// Takes one frame from the front of the list: `height` rows of `width` characters and a line
-/// "end". The empty frame, with log lines, if that is not what stands there. `first_line` is for
+/// Removes one frame from the front of the list: `height` rows of `width` characters and a line
+/// "end". Returns the empty frame, with log lines, if there is something else. `first_line` is for
 /// the messages.
 Frame readFrame(Lines *p_lines, int width, int height, int first_line);
 
-/// The colour of a lower-case name, "black" to "white".
-std::optional<Color> colorFromName(const std::string &name);
+struct SpriteHeader {
+    int frames = 0;
+    int width = 0;
+    int height = 0;
+    int slowdown = 0;
+    char transparency = NO_TRANSPARENCY;
+    Color color = COLOR_DEFAULT;
+    std::string color_name;
+};
+
+/// What differs between the log lines of the two formats, down to a full stop. Logs are compared
+/// line by line, so these must not change.
+struct SpriteFormat {
+    const char *loader;     ///< Begins each message.
+    const char *last_color; ///< Ends the list of valid colours.
+    const char *line_end;   ///< Ends the message about a frame that does not fit.
+};
+
+/// Logs what both formats log of a header, at level 5.
+void logHeader(const SpriteHeader &header);
+
+/// Logs the colours that a file may name.
+void logValidColors(const SpriteFormat &format);
+
+/// A sprite as the header describes it, still without frames; null, with log lines, if the number
+/// of frames is impossible.
+std::unique_ptr<Sprite> createSprite(const SpriteHeader &header, const SpriteFormat &format);
+
+/// Appends a frame; false, with log lines, if the sprite has no room or no memory for it.
+bool addFrame(Sprite &sprite, const Frame &frame, const SpriteFormat &format);
 
 } // namespace sv
