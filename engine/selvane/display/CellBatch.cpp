@@ -13,8 +13,8 @@ namespace {
 constexpr std::size_t most_cells = 4096;
 constexpr std::size_t vertices_per_cell = 8;
 
-/// The library draws a glyph with this much of the page around it, so that its edge can fade out
-/// between two pixels.
+/// SFML draws a glyph with this much of its surroundings, so that its edge can fade out between two
+/// pixels.
 constexpr float glyph_padding = 1;
 
 /// Position and texture, each from the upper left corner to the lower right one.
@@ -39,7 +39,7 @@ sf::FloatRect padded(const sf::FloatRect &rect) {
             rect.height + 2 * glyph_padding};
 }
 
-/// The characters that the library's text moves on for without drawing anything.
+/// The characters for which sf::Text moves on without drawing anything.
 bool isBlank(char ch) {
     return ch == ' ' || ch == '\t' || ch == '\n' || ch == '\r';
 }
@@ -57,8 +57,8 @@ CellBatch::~CellBatch() = default;
 void CellBatch::add(Vector rectangle_pos, Vector text_pos, char ch, const sf::Color &color) {
     if (vertices.size() + vertices_per_cell > vertices.capacity())
         flush();
-    // Every glyph page of the library begins with a white square, there to draw underlines with,
-    // and this is its middle: a quad that shows nothing else has its vertices' colour.
+    // SFML begins every font texture with a white square, for underlines. This is its middle: a
+    // quad that shows nothing else has the colour of its vertices.
     const sf::FloatRect white_texel(1, 1, 0, 0);
     const sf::Vector2f size = rectangle.getSize();
     addQuad(vertices, {rectangle_pos.x, rectangle_pos.y, size.x, size.y}, white_texel,
@@ -70,12 +70,12 @@ void CellBatch::add(Vector rectangle_pos, Vector text_pos, char ch, const sf::Co
 void CellBatch::addCharacter(Vector pos, char ch, const sf::Color &color) {
     const unsigned size = text.getCharacterSize();
     const bool bold = (text.getStyle() & sf::Text::Bold) != 0;
-    // The library's own way from a byte to a character, so that all bytes mean the same as in it.
+    // Convert as sf::Text does, so each byte selects the same glyph.
     const sf::Uint32 code_point = sf::String(ch)[0];
     const sf::Glyph &glyph = text.getFont()->getGlyph(code_point, size, bold);
     sf::FloatRect place = padded(glyph.bounds);
     place.left += pos.x;
-    // A glyph is placed from its base line, which lies a character size below the text's top.
+    // A glyph is placed from its baseline, which lies a character size below the text's top.
     place.top += pos.y + static_cast<float>(size);
     addQuad(vertices, place, padded(sf::FloatRect(glyph.textureRect)), color);
 }
@@ -83,7 +83,7 @@ void CellBatch::addCharacter(Vector pos, char ch, const sf::Color &color) {
 void CellBatch::flush() {
     if (vertices.empty())
         return;
-    // Asked for only now: the page grows with each new glyph, and then is another texture.
+    // Not before: the texture grows with new glyphs, and is then another one.
     sf::RenderStates states(&text.getFont()->getTexture(text.getCharacterSize()));
     target.draw(vertices.data(), vertices.size(), sf::Quads, states);
     vertices.clear();

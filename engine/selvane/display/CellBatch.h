@@ -1,8 +1,7 @@
-/// The character cells drawn since the last flush, in the order of drawing, on their way to the
-/// graphics library in one piece. One call for all of them costs less than half of what two calls
-/// for each would.
+/// Collects the character cells drawn since the last flush, in the order of drawing, and gives them
+/// to SFML in one call. That costs less than half of two calls for each cell.
 ///
-/// Borrows the target, and the two objects that say what a cell looks like: the rectangle's size
+/// Borrows the target, and the two objects that define what a cell looks like: the rectangle's size
 /// and colour, the text's font, style and character size. Game-loop thread only.
 #pragma once
 

@@ -5,6 +5,7 @@
 #include "selvane/display/CellBatch.h"
 #include "selvane/display/ScreenCapture.h"
 #include "selvane/display/SfmlMessages.h"
+#include "selvane/display/fontSize.h"
 #include "selvane/display/sfmlColor.h"
 #include "selvane/platform/display.h"
 
@@ -13,7 +14,6 @@
 #include <SFML/Graphics/RenderWindow.hpp>
 #include <SFML/Graphics/Text.hpp>
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
 #include <new>
 
@@ -23,15 +23,9 @@ namespace {
 
 constexpr int geometry_log_level = 30;
 constexpr unsigned bits_per_pixel = 32;
-/// Pixels, and characters as well: wider or higher than this, graphics cards give up, and some
-/// windowing systems end the program.
+/// Pixels, and characters as well: beyond it graphics cards fail, and some windowing systems end
+/// the program.
 constexpr int longest_side = 16384;
-/// Pixels. Every character drawn takes room for good on a page of glyphs this high.
-constexpr float largest_text = 1000;
-// Where the font puts the glyph in its cell, as fractions of the cell: the rectangle behind it
-// moves by these to lie under the glyph.
-constexpr float rectangle_left = 10;
-constexpr float rectangle_down = 5;
 
 template<typename Made, typename... Arguments>
 std::unique_ptr<Made> makeIfPossible(Arguments &&...arguments) {
@@ -42,24 +36,12 @@ bool isSide(int size) {
     return 1 <= size && size <= longest_side;
 }
 
-/// Pixels high; a scale that gives no height that text can have gives the nearest one.
-unsigned characterSize(float font_scale) {
-    const float wanted = font_scale * std::min(charWidth(), charHeight());
-    if (wanted >= 1 && wanted <= largest_text)
-        return static_cast<unsigned>(wanted);
-    const float nearest = wanted > largest_text ? largest_text : 1;
-    logLine("DisplayManager::startUp(): Warning! Font scale %g makes "
-            "text %g pixels high. Using %g.",
-            font_scale, wanted, nearest);
-    return static_cast<unsigned>(nearest);
-}
-
 int refuseWindow(const std::string &why) {
     logFailure("DisplayManager::startUp(): Unable to allocate window!");
     return logFailure("DisplayManager::startUp(): Note! %s", why.c_str());
 }
 
-/// Exact where nothing is to be rescaled.
+/// Exact if both sizes are the same.
 float rescaled(int pixel, int configured, unsigned actual) {
     return static_cast<float>(static_cast<double>(pixel) * configured / actual);
 }
@@ -67,54 +49,6 @@ float rescaled(int pixel, int configured, unsigned actual) {
 bool loadFont(sf::Font &font, const std::string &filename) {
     const SfmlMessages messages;
     return font.loadFromFile(filename);
-}
-
-bool hasSize(const sf::Font &font, unsigned size) {
-    return font.getGlyph('A', size, true).bounds.width > 0;
-}
-
-/// A font of pictures has a few sizes only, and no text shows in another. The library would say so
-/// on standard error alone.
-bool sayIfSizeIsMissing(const sf::Font &font, unsigned size) {
-    const SfmlMessages messages;
-    return !hasSize(font, size);
-}
-
-/// How much larger than at that size a character may be before more than a tenth of a cell is cut
-/// off it: the rectangles behind the characters to the right and below are drawn later, and take
-/// what reaches into them. A broad letter and one with a tail stand for all.
-float roomLeft(const sf::Font &font, unsigned size) {
-    constexpr float rim = 1; // Bounds are whole pixels around what is drawn.
-    const sf::FloatRect broad = font.getGlyph('W', size, true).bounds;
-    const sf::FloatRect tailed = font.getGlyph('g', size, true).bounds;
-    const float right = broad.left + broad.width - rim;
-    const float bottom = static_cast<float>(size) + tailed.top + tailed.height - rim;
-    const float lowest = 1 + 1 / rectangle_down + 1 / rectangle_left;
-    return std::min(charWidth() / std::max(right, rim),
-                    charHeight() * lowest / std::max(bottom, rim));
-}
-
-/// The size itself if it leaves room, or the largest below it that the font has and that does.
-unsigned fittingSize(const sf::Font &font, unsigned size) {
-    SfmlMessages messages;
-    for (float room = roomLeft(font, size); room < 1 && size > 1; room = roomLeft(font, size)) {
-        size = std::clamp(static_cast<unsigned>(room * static_cast<float>(size)), 1U, size - 1);
-        while (size > 1 && !hasSize(font, size))
-            --size;
-    }
-    messages.take(); // Of sizes that nobody asked for.
-    return size;
-}
-
-void sayIfCut(const sf::Font &font, unsigned size) {
-    const unsigned fitting = fittingSize(font, size);
-    if (fitting == size)
-        return;
-    const float scale = static_cast<float>(fitting) / std::min(charWidth(), charHeight());
-    logLine(
-        "DisplayManager::startUp(): Warning! The font's characters are larger than their cells and "
-        "cut by their neighbours. A font_scale of %.2f would fit.",
-        std::ceil(scale * 100) / 100);
 }
 
 int nextShake(int scale) {
@@ -152,7 +86,7 @@ int DisplayManager::takeSizes() {
     const Config &config = Config::getInstance();
     const int sizes[] = {config.getWindowHorizontalPixels(), config.getWindowVerticalPixels(),
                          config.getWindowHorizontalChars(), config.getWindowVerticalChars()};
-    // Headless as well: cells and random positions are divided by them.
+    // Headless as well: cell sizes and random positions are divided by them.
     if (!std::all_of(std::begin(sizes), std::end(sizes), isSide))
         return refuseWindow("Its sides are 1 to " + std::to_string(longest_side) +
                             " long, in pixels and in characters.");
@@ -176,8 +110,8 @@ int DisplayManager::openWindow() {
     const sf::VideoMode desktop = sf::VideoMode::getDesktopMode();
     logLine(5, "DisplayManager::startUp(): window resolution (%u, %u) pixels.", desktop.width,
             desktop.height);
-    // The library takes the first of the modes where the one asked for is missing, and relies on
-    // there being one.
+    // SFML takes the first mode if the one asked for is missing, and does not check that there is
+    // one.
     if (config.getWindowStyle() == WINDOW_STYLE_FULLSCREEN &&
         sf::VideoMode::getFullscreenModes().empty())
         return refuseWindow("The display has no mode for a full screen.");
@@ -218,8 +152,7 @@ int DisplayManager::prepareCells() {
     p_text->setFont(*font);
     p_text->setStyle(sf::Text::Bold);
     p_text->setCharacterSize(characterSize(config.getFontScale()));
-    if (!sayIfSizeIsMissing(*font, p_text->getCharacterSize()))
-        sayIfCut(*font, p_text->getCharacterSize());
+    warnIfSizeMisfits(*font, p_text->getCharacterSize());
 
     window_background_color = config.getWindowBackgroundColor();
     p_rectangle->setFillColor(colorToSFML(window_background_color));
@@ -227,14 +160,14 @@ int DisplayManager::prepareCells() {
     return 0;
 }
 
-/// A process that ends without a shut-down gives a full screen its old mode back, too.
+/// So that a full screen gets its old mode back even if the process ends without a shut-down.
 void DisplayManager::closeAtExit() {
     static const int registered = std::atexit([] { getInstance().closeWindow(); });
     static_cast<void>(registered);
 }
 
 void DisplayManager::closeWindow() {
-    // What lies in the graphics card's memory goes while the window is still there.
+    // Whatever is in the graphics card's memory is released while the window still exists.
     cells.reset();
     p_text.reset();
     p_rectangle.reset();
@@ -274,8 +207,8 @@ int DisplayManager::drawCh(Vector world_pos, char ch, unsigned char r, unsigned 
         capture->put(world_pos - origin, ch, r, g, b);
     if (!cells)
         return 0;
-    const Vector behind{pixel.x - cell_size.x / rectangle_left,
-                        pixel.y + cell_size.y / rectangle_down};
+    const Vector behind{pixel.x - cell_size.x / RECTANGLE_LEFT,
+                        pixel.y + cell_size.y / RECTANGLE_DOWN};
     const Vector shake{static_cast<float>(shake_x), static_cast<float>(shake_y)};
     cells->add(behind, pixel + shake, ch, sf::Color(r, g, b));
     return 0;
@@ -375,8 +308,8 @@ float charHeight() {
     return DisplayManager::getInstance().getCellSize().y;
 }
 
-// Both run for every character. The log level is looked at here, because a call that the log drops
-// costs more than the rest.
+// Both run for every character. They check the log level themselves, because a log call costs more
+// than the rest even if nothing is written.
 
 Vector spacesToPixels(Vector spaces) {
     const Vector pixels{spaces.x * charWidth(), spaces.y * charHeight()};

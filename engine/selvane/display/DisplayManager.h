@@ -37,17 +37,10 @@ class DisplayManager : public Manager {
     static DisplayManager &getInstance();
     ~DisplayManager() override;
 
-    /// Opens the window and loads the font, both as configured; headless it does neither. 0, or -1
-    /// with a line in the log: what was made by then stays until shutDown().
-    int startUp() override;
-
-    /// Releases the window and everything that was made for it.
-    void shutDown() override;
-
     /// Draws a character over a rectangle of the background colour. 0, or -1 if nothing was drawn.
     ///
-    /// Blank, tab, carriage return and newline draw the rectangle alone. A character that the font
-    /// lacks shows the font's sign for that, or a dot where that sign is empty. So do control
+    /// Blank, tab, carriage return and newline draw only the rectangle. A character that the font
+    /// lacks shows the font's own sign for that, or a dot if that sign is empty. So do control
     /// characters, and bytes above 127 unless the program's global locale makes letters of them.
     int drawCh(Vector world_pos, char ch, unsigned char r, unsigned char g, unsigned char b);
 
@@ -58,18 +51,10 @@ class DisplayManager : public Manager {
     int drawString(Vector world_pos, const std::string &str, Justification just = LEFT_JUSTIFIED,
                    Color color = COLOR_DEFAULT);
 
-    /// Shows what was drawn since the last call and clears the window for the next frame. 0, or -1
-    /// without a window.
-    int swapBuffers();
-
     /// Shakes the characters, not the rectangles behind them, during the next `steps` frames, by
     /// a random number of pixels on each axis from 1 - scale to 1 + scale. Scales and steps below 0
     /// count as 0, and a scale of 0 moves them by 1.
     void setShake(int new_scale_x, int new_scale_y, int steps);
-
-    /// Whether a held key is pressed again and again, in this window and in those to come, as it is
-    /// by default. The input manager switches it off while it runs.
-    void setKeyRepeat(bool new_key_repeat);
 
     /// The window's size in characters: the built-in one before the first start.
     int getHorizontal() const { return window_horizontal_chars; }
@@ -79,27 +64,42 @@ class DisplayManager : public Manager {
     int getHorizontalPixels() const { return window_horizontal_pixels; }
     int getVerticalPixels() const { return window_vertical_pixels; }
 
-    /// The cell of the world that stands in the window's upper left corner. Said by the world each
-    /// time that its view changes, so that drawing need not ask for it.
-    void setOrigin(Vector world_corner) { origin = world_corner; }
-
     /// The pixel of the configured window at which a position of the world is drawn.
     Vector worldToPixels(Vector world_pos) const;
 
     /// Pixels.
     Vector getCellSize() const { return cell_size; }
 
-    /// The window, with everything drawn so far in it; null headless or while not started. Ask
-    /// again before each piece of drawing of your own: characters drawn since the last asking are
-    /// not in it yet.
+    /// The window, with everything drawn so far in it; null headless or while not started. Call it
+    /// again before each piece of drawing of your own: characters drawn since the last call are not
+    /// in it yet.
     sf::RenderWindow *getWindow();
 
-    /// The cell, with its fraction, at a pixel of the window as it stands on the screen. That can
-    /// be larger or smaller than configured: the grid is stretched over all of it. Without a
-    /// window, one of the configured size is meant.
-    Vector windowToSpaces(int x, int y) const;
-
     // Called by the engine.
+
+    /// Opens the window and loads the font, both as configured; headless it does neither. 0, or -1
+    /// with a line in the log; what was made by then stays until shutDown().
+    int startUp() override;
+
+    /// Releases the window and everything that was made for it.
+    void shutDown() override;
+
+    /// Shows what was drawn since the last call and clears the window for the next frame. 0, or -1
+    /// without a window.
+    int swapBuffers();
+
+    /// Whether a held key repeats, in this window and in later ones. Default: it does. The input
+    /// manager switches it off while it runs.
+    void setKeyRepeat(bool new_key_repeat);
+
+    /// The cell of the world in the window's upper left corner. The world sets it each time that
+    /// its view changes, so that drawing need not ask for it.
+    void setOrigin(Vector world_corner) { origin = world_corner; }
+
+    /// The cell, with its fraction, at a pixel of the window as it is on the screen. That can be
+    /// larger or smaller than configured: the grid is stretched over all of it. Without a window,
+    /// one of the configured size is assumed.
+    Vector windowToSpaces(int x, int y) const;
 
     /// See captureScreen().
     void setCapture(bool is_wanted);
@@ -120,7 +120,7 @@ class DisplayManager : public Manager {
     void shakeCells();
     bool isHeadless() const;
 
-    // Declared before what needs its graphics memory, so it goes last.
+    // Declared before everything that needs its graphics memory, so it is destroyed last.
     std::unique_ptr<sf::RenderWindow> p_window;
     std::unique_ptr<sf::Font> font;
     std::unique_ptr<sf::RectangleShape> p_rectangle; // What the background of a cell looks like.

@@ -13,7 +13,7 @@ namespace sv {
 namespace {
 
 /// One for the process, never destroyed: a thread of SFML may still write into it when the
-/// object that put it there is gone, and a global object may read a file when main() is over.
+/// SfmlMessages object is gone, and a global object may read a file after main().
 class Collector : public std::streambuf {
   public:
     std::string take() {

@@ -1,8 +1,8 @@
-/// What the media library complains about while this object lives, kept off standard error. At the
-/// end of the object each line of it goes to the log.
+/// Collects what SFML would write to standard error while this object lives. Its destructor writes
+/// each line of it to the log.
 ///
-/// To be put around one call that reads a file: the library has threads of its own, and what they
-/// say at other times stays on standard error, because the log is the game loop's alone.
+/// Put it around a single call that reads a file. SFML has threads of its own; what they write at
+/// other times stays on standard error, because only the game loop may use the log.
 #pragma once
 
 #include <streambuf>
@@ -17,11 +17,11 @@ class SfmlMessages {
     SfmlMessages(const SfmlMessages &) = delete;
     SfmlMessages &operator=(const SfmlMessages &) = delete;
 
-    /// What was said since the last call; it does not go to the log then.
+    /// What was collected since the last call. It does not go to the log any more.
     std::string take();
 
   private:
-    std::streambuf *usual_buffer; // The library's own, which it gets back.
+    std::streambuf *usual_buffer; // SFML's own, which it gets back.
 };
 
 } // namespace sv

@@ -17,8 +17,8 @@ constexpr float square_height = 1.75F; // A square stands higher than its positi
 constexpr float fewest_corners = 3;
 constexpr float most_corners = 10; // So that a circle is visibly a polygon.
 
-/// The one that every figure is drawn through. It lies in main memory alone, so it may outlive the
-/// window; and it is never destroyed, so that a global object may draw when main() is over.
+/// All figures are drawn through this one. It uses no graphics memory, so it may outlive the
+/// window; and it is never destroyed, so that a global object may draw after main().
 sf::CircleShape &sharedPolygon() {
     constexpr std::size_t corners = 30;
     static sf::CircleShape &polygon = *new sf::CircleShape(0, corners);
@@ -26,7 +26,7 @@ sf::CircleShape &sharedPolygon() {
 }
 
 std::size_t circleCorners(float size) {
-    if (!(size > fewest_corners)) // What is no number counts as small.
+    if (!(size > fewest_corners)) // A NaN counts as small.
         return static_cast<std::size_t>(fewest_corners);
     return static_cast<std::size_t>(std::min(size, most_corners));
 }
@@ -60,7 +60,7 @@ void form(sf::CircleShape &polygon, const Figure &figure, Vector pixel) {
     case TRIANGLE:
         return formTriangle(polygon, pixel, figure.size);
     case UNDEFINED_SHAPE:
-        return; // Drawn as the last one left it.
+        return; // Drawn as the previous one left it.
     }
 }
 

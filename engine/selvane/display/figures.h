@@ -1,6 +1,6 @@
 /// Filled figures in the window: circle, square and triangle.
 ///
-/// All are drawn through one polygon that the program keeps, and that keeps its rotation: see
+/// All are drawn through one polygon, which keeps its rotation from figure to figure: see
 /// Shape::draw(). Game-loop thread only.
 #pragma once
 
