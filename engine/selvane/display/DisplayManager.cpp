@@ -4,10 +4,8 @@
 #include "selvane/core/LogManager.h"
 #include "selvane/display/CellBatch.h"
 #include "selvane/display/ScreenCapture.h"
-#include "selvane/display/SfmlMessages.h"
 #include "selvane/display/fontSize.h"
 #include "selvane/display/sfmlColor.h"
-#include "selvane/platform/display.h"
 
 #include <SFML/Graphics/Font.hpp>
 #include <SFML/Graphics/RectangleShape.hpp>
@@ -15,40 +13,16 @@
 #include <SFML/Graphics/Text.hpp>
 #include <algorithm>
 #include <cstdlib>
-#include <new>
 
 namespace sv {
 
 namespace {
 
 constexpr int geometry_log_level = 30;
-constexpr unsigned bits_per_pixel = 32;
-/// Pixels, and characters as well: beyond it graphics cards fail, and some windowing systems end
-/// the program.
-constexpr int longest_side = 16384;
-
-template<typename Made, typename... Arguments>
-std::unique_ptr<Made> makeIfPossible(Arguments &&...arguments) {
-    return std::unique_ptr<Made>(new (std::nothrow) Made(std::forward<Arguments>(arguments)...));
-}
-
-bool isSide(int size) {
-    return 1 <= size && size <= longest_side;
-}
-
-int refuseWindow(const std::string &why) {
-    logFailure("DisplayManager::startUp(): Unable to allocate window!");
-    return logFailure("DisplayManager::startUp(): Note! %s", why.c_str());
-}
 
 /// Exact if both sizes are the same.
 float rescaled(int pixel, int configured, unsigned actual) {
     return static_cast<float>(static_cast<double>(pixel) * configured / actual);
-}
-
-bool loadFont(sf::Font &font, const std::string &filename) {
-    const SfmlMessages messages;
-    return font.loadFromFile(filename);
 }
 
 int nextShake(int scale) {
@@ -80,101 +54,6 @@ int DisplayManager::startUp() {
     Manager::startUp();
     logLine(5, "DisplayManager::startUp(): successfully started.");
     return 0;
-}
-
-int DisplayManager::takeSizes() {
-    const Config &config = Config::getInstance();
-    const int sizes[] = {config.getWindowHorizontalPixels(), config.getWindowVerticalPixels(),
-                         config.getWindowHorizontalChars(), config.getWindowVerticalChars()};
-    // Headless as well: cell sizes and random positions are divided by them.
-    if (!std::all_of(std::begin(sizes), std::end(sizes), isSide))
-        return refuseWindow("Its sides are 1 to " + std::to_string(longest_side) +
-                            " long, in pixels and in characters.");
-    window_horizontal_pixels = sizes[0];
-    window_vertical_pixels = sizes[1];
-    window_horizontal_chars = sizes[2];
-    window_vertical_chars = sizes[3];
-    cell_size = {static_cast<float>(sizes[0]) / static_cast<float>(sizes[2]),
-                 static_cast<float>(sizes[1]) / static_cast<float>(sizes[3])};
-    setCapture(capture != nullptr);
-    return 0;
-}
-
-int DisplayManager::openWindow() {
-    closeAtExit();
-    const Config &config = Config::getInstance();
-    const platform::DisplayCheck display;
-    if (display.obstacle() != nullptr)
-        return refuseWindow(std::string(display.obstacle()) +
-                            " To run without one, put headless:true, into the configuration.");
-    const sf::VideoMode desktop = sf::VideoMode::getDesktopMode();
-    logLine(5, "DisplayManager::startUp(): window resolution (%u, %u) pixels.", desktop.width,
-            desktop.height);
-    // SFML takes the first mode if the one asked for is missing, and does not check that there is
-    // one.
-    if (config.getWindowStyle() == WINDOW_STYLE_FULLSCREEN &&
-        sf::VideoMode::getFullscreenModes().empty())
-        return refuseWindow("The display has no mode for a full screen.");
-
-    const auto width = static_cast<unsigned>(window_horizontal_pixels);
-    const auto height = static_cast<unsigned>(window_vertical_pixels);
-    const std::string title = config.getWindowTitle();
-    p_window = makeIfPossible<sf::RenderWindow>(sf::VideoMode(width, height, bits_per_pixel),
-                                                sf::String::fromUtf8(title.begin(), title.end()),
-                                                static_cast<sf::Uint32>(config.getWindowStyle()));
-    if (!p_window || !p_window->isOpen()) {
-        p_window.reset();
-        return refuseWindow("The windowing library has written why to standard error.");
-    }
-    // A window that comes out larger or smaller than asked for still shows the whole grid.
-    p_window->setView(sf::View({0, 0, static_cast<float>(window_horizontal_pixels),
-                                static_cast<float>(window_vertical_pixels)}));
-    p_window->setMouseCursorVisible(config.getShowMouse());
-    p_window->setVerticalSyncEnabled(true);
-    p_window->setKeyRepeatEnabled(key_repeat);
-    return 0;
-}
-
-int DisplayManager::prepareCells() {
-    const Config &config = Config::getInstance();
-    font = makeIfPossible<sf::Font>();
-    if (!font || !loadFont(*font, config.getFontFile()))
-        return logFailure("DisplayManager::startUp(): Unable to load font from file '%s'.",
-                          config.getFontFile().c_str());
-
-    p_rectangle = makeIfPossible<sf::RectangleShape>(sf::Vector2f(charWidth(), charHeight()));
-    if (!p_rectangle)
-        return logFailure("DisplayManager::startUp(): Unable to allocate rectangle.");
-
-    p_text = makeIfPossible<sf::Text>();
-    if (!p_text)
-        return logFailure("DisplayManager::startUp(): Unable to allocate text.");
-    p_text->setFont(*font);
-    p_text->setStyle(sf::Text::Bold);
-    p_text->setCharacterSize(characterSize(config.getFontScale()));
-    warnIfSizeMisfits(*font, p_text->getCharacterSize());
-
-    window_background_color = config.getWindowBackgroundColor();
-    p_rectangle->setFillColor(colorToSFML(window_background_color));
-    cells = std::make_unique<CellBatch>(*p_window, *p_rectangle, *p_text);
-    return 0;
-}
-
-/// So that a full screen gets its old mode back even if the process ends without a shut-down.
-void DisplayManager::closeAtExit() {
-    static const int registered = std::atexit([] { getInstance().closeWindow(); });
-    static_cast<void>(registered);
-}
-
-void DisplayManager::closeWindow() {
-    // Whatever is in the graphics card's memory is released while the window still exists.
-    cells.reset();
-    p_text.reset();
-    p_rectangle.reset();
-    font.reset();
-    if (p_window)
-        p_window->close();
-    p_window.reset();
 }
 
 void DisplayManager::shutDown() {
@@ -256,8 +135,8 @@ void DisplayManager::shakeCells() {
 }
 
 void DisplayManager::setShake(int new_scale_x, int new_scale_y, int steps) {
-    shake_scale_x = std::clamp(new_scale_x, 0, longest_side);
-    shake_scale_y = std::clamp(new_scale_y, 0, longest_side);
+    shake_scale_x = std::clamp(new_scale_x, 0, MAX_WINDOW_SIDE);
+    shake_scale_y = std::clamp(new_scale_y, 0, MAX_WINDOW_SIDE);
     shake_duration = std::max(steps, 0);
 }
 

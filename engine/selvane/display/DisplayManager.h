@@ -32,6 +32,10 @@ enum Justification : int {
     RIGHT_JUSTIFIED = 2,  ///< The cell after the last character.
 };
 
+/// The most that a side of the window has, in pixels and in characters: beyond it graphics cards
+/// fail, and some windowing systems end the program.
+inline constexpr int MAX_WINDOW_SIDE = 16384;
+
 class DisplayManager : public Manager {
   public:
     static DisplayManager &getInstance();
