@@ -1,6 +1,7 @@
 #include "selvane/splash/Splash.h"
 
 #include "selvane/core/EventKeyboard.h"
+#include "selvane/display/ScreenCapture.h"
 #include "selvane/input/InputManager.h"
 #include "selvane/loop/GameManager.h"
 #include "selvane/platform/ManualTime.h"
@@ -10,7 +11,8 @@
 #include "support/printing.h"
 
 #include <functional>
-#include <utility>
+#include <string>
+#include <vector>
 
 namespace sv {
 namespace {
@@ -24,9 +26,9 @@ class SplashTest : public test::EngineTest {
             game.shutDown();
     }
 
-    void start(const std::string &settings) {
+    void start(const std::string &settings = "") {
         prepareLog(10);
-        writeFile("sv-config.txt", settings + ",");
+        writeFile("sv-config.txt", "headless:true," + settings);
         ASSERT_EQ(game.startUp(), 0);
     }
 
@@ -35,20 +37,30 @@ class SplashTest : public test::EngineTest {
         return found.getCount() == 1 ? found.at(0) : nullptr;
     }
 
+    static bool has(const std::string &text, const char *part) {
+        return text.find(part) != std::string::npos;
+    }
+
     ManualTime time;
     GameManager &game = GameManager::getInstance();
 };
 
-TEST_F(SplashTest, without_a_started_game_there_is_nothing_but_a_word) {
+TEST_F(SplashTest, needs_a_started_game) {
     startLog(10);
     EXPECT_EQ(splash(), -1);
     expectLogged({"splash(): Error! Cannot run splash screen until game manger is started."});
     EXPECT_TRUE(WorldManager::getInstance().getAllObjects(true).isEmpty());
 }
 
-TEST_F(SplashTest, the_sequence_keeps_its_timeline_and_ends_by_itself) {
-    start("headless:true");
+TEST_F(SplashTest, sequence_keeps_its_timeline) {
+    start();
+    captureScreen();
+    std::vector<std::string>
+        screens; // Before each step: what was drawn in the one before the last.
+    std::vector<std::string> colors;
     new Clockwork([&](int step) {
+        screens.push_back(screenText());
+        colors.push_back(screenColors());
         const Object *p_banner = only("Splash");
         const Object *p_creature = only("SplashSelvane");
         // Before this step's own handling: the banner handles its event after this one.
@@ -70,12 +82,23 @@ TEST_F(SplashTest, the_sequence_keeps_its_timeline_and_ends_by_itself) {
     EXPECT_EQ(game.getStepCount(), 90);
     EXPECT_TRUE(game.getGameOver());
     EXPECT_EQ(WorldManager::getInstance().getAllObjects(true).getCount(), 1) << "the clockwork";
+
+    std::string seen; // The spread wings, none, and the creature on the ground.
+    for (std::size_t step = 55; step < 65; ++step)
+        seen += has(screens[step], "####(O)####") ? '#' : has(screens[step], "_-(O)-_") ? '-' : '.';
+    EXPECT_EQ(seen, ".##..#.---") << "it blinks when it lands";
+    EXPECT_TRUE(has(colors[55], "b"));
+    EXPECT_FALSE(has(colors[65], "b"));
+    for (const std::size_t step : {11U, 15U, 16U, 89U}) {
+        EXPECT_EQ(has(screens[step], "__/ /___ /__"), step < 16) << "slanted at " << step;
+        EXPECT_EQ(has(screens[step], "|___| |___|"), step >= 16) << "upright at " << step;
+    }
 }
 
-TEST_F(SplashTest, another_view_and_frame_time_change_the_speed_and_not_the_timing) {
+TEST_F(SplashTest, view_and_frame_time_change_only_speed) {
     const std::pair<const char *, float> frame_times[] = {{"100", 50}, {"1", 1}, {"0", 1}};
     for (const auto &[frame_time, steps] : frame_times) {
-        start(std::string("headless:true,window_horizontal_chars:100,frame_time:") + frame_time);
+        start(std::string("window_horizontal_chars:100,frame_time:") + frame_time + ",");
         const auto *p_banner = new Splash;
         EXPECT_NEAR(p_banner->getVelocity().x, -84.5F / steps, 1e-3F) << frame_time;
         delete p_banner;
@@ -85,8 +108,8 @@ TEST_F(SplashTest, another_view_and_frame_time_change_the_speed_and_not_the_timi
     }
 }
 
-TEST_F(SplashTest, any_key_and_the_end_of_the_game_end_it_at_once_and_leave_nothing_behind) {
-    start("headless:true");
+TEST_F(SplashTest, keys_and_a_closed_window_end_it) {
+    start();
     EventKeyboard key;
     key.setKey(Keyboard::A);
     key.setKeyboardAction(KEY_PRESSED);
