@@ -1,6 +1,9 @@
 #include "selvane/resources/Animation.h"
 
+#include "selvane/core/Config.h"
 #include "selvane/core/LogManager.h"
+#include "selvane/display/DisplayManager.h"
+#include "selvane/display/ScreenCapture.h"
 #include "selvane/resources/ResourceManager.h"
 #include "selvane/resources/Sprite.h"
 #include "support/EngineTest.h"
@@ -9,36 +12,48 @@
 
 namespace {
 
+using sv::Frame;
+using sv::NO_TRANSPARENCY;
+
 constexpr int lowest = std::numeric_limits<int>::min();
 constexpr int highest = std::numeric_limits<int>::max();
 
-/// Draws go to a display that is not started and refuses every character: a draw answers -1 if it
-/// had something to show, and 0 if all of it was transparent or nothing was there.
-constexpr int shown = -1;
-constexpr int nothing_shown = 0;
-
 class Animations : public test::EngineTest {
   protected:
-    Animations() { startLog(); }
+    Animations() {
+        startLog();
+        sv::Config::getInstance().loadConfig("headless:true,");
+        display.startUp();
+        sv::captureScreen();
+    }
 
-    /// As many frames as the text has characters, of one cell each; '.' is transparent.
+    /// As many frames as the text has characters, of one cell each.
     static std::unique_ptr<sv::Sprite> makeSprite(const std::string &cells, int slowdown) {
         auto sprite = std::make_unique<sv::Sprite>(static_cast<int>(cells.size()));
         for (const char c : cells)
-            sprite->addFrame(sv::Frame(1, 1, std::string(1, c)));
-        sprite->setTransparency('.');
+            sprite->addFrame(Frame(1, 1, std::string(1, c)));
         sprite->setSlowdown(slowdown);
         sprite->setLabel(cells);
         return sprite;
     }
 
-    /// One character for each draw: '#' where something was shown.
-    static std::string draw(sv::Animation &animation, int times) {
+    std::string shown() {
+        display.swapBuffers();
+        return sv::screenText();
+    }
+
+    /// What so many draws show, a character for each; '.' is nothing.
+    std::string draw(sv::Animation &animation, int times) {
         std::string seen;
-        for (int i = 0; i < times; ++i)
-            seen += animation.draw({}) == shown ? '#' : '.';
+        for (int i = 0; i < times; ++i) {
+            EXPECT_EQ(animation.draw({}), 0);
+            const std::string text = shown();
+            seen += text.empty() ? "." : text;
+        }
         return seen;
     }
+
+    sv::DisplayManager &display = sv::DisplayManager::getInstance();
 };
 
 class AnimationText : public Animations {
@@ -54,35 +69,93 @@ class AnimationText : public Animations {
 
 } // namespace
 
-TEST_F(Animations, each_frame_stays_for_as_many_draws_as_the_slowdown_says) {
+TEST_F(Animations, frames_stand_around_their_position) {
+    const struct {
+        Frame frame;
+        sv::Vector position;
+        std::string over_marks; // What is seen over eight marks in row 1.
+        char transparency = NO_TRANSPARENCY;
+    } cases[] = {
+        {{1, 1, "a"}, {3, 1}, "\n###a####"},
+        {{3, 3, "abcdefghi"}, {3, 1}, "  abc\n##def###\n  ghi"},
+        {{4, 2, "abcdefgh"}, {3, 1}, "\n##abcd##\n  efgh"}, // From (1.5, 0.5).
+        {{4, 2, "abcdefgh"}, {2.9F, 0.9F}, " abcd\n#efgh###"},
+        {{3, 1, " b "}, {3, 1}, "\n## b ###"},
+        {{3, 1, " b "}, {3, 1}, "\n###b####", ' '},
+        {{2, 2, "abc"}, {3.5F, 1.5F}, "\n###ab###\n   c"},
+        {{2, 1, "abcdef"}, {3.5F, 1}, "\n###ab###"},
+    };
+    for (const auto &[frame, position, over_marks, transparency] : cases) {
+        display.drawString({0, 1}, "########");
+        EXPECT_EQ(frame.draw(position, sv::BLUE, transparency), 0);
+        EXPECT_EQ(shown(), over_marks);
+        EXPECT_NE(sv::screenColors().find('b'), std::string::npos);
+    }
+    display.shutDown();
+    EXPECT_EQ(Frame(3, 1, "abc").draw({}, sv::BLUE, NO_TRANSPARENCY), -1);
+    EXPECT_EQ(logText(), "DisplayManager not started!\n") << "and no second character is tried";
+}
+
+TEST_F(Animations, frames_end_where_their_text_ends) {
+    const std::string text(40, '.'); // Too long to live inside the string object.
+    for (const int width : {highest, 41, 40, 7, 1, 0, -1, lowest})
+        for (const int height : {highest, 7, 1, 0, -1, lowest})
+            EXPECT_EQ(Frame(width, height, text).draw({}, sv::RED, '.'), 0)
+                << width << " x " << height;
+    EXPECT_EQ(shown(), "");
+}
+
+TEST_F(Animations, frames_change_with_the_slowdown) {
     const struct {
         const char *frames;
         int slowdown;
         const char *seen;
+        int index = 0;
+        int count = 0;
     } cases[] = {
-        {".#.", 2, "..##...."},     {"#..", 2, "##....##"},      {".#", 1, ".#.#.#.#"},
-        {".#", 0, ".#.#.#.#"},      {"#", 3, "########"},        {"", 1, "........"},
-        {".#", lowest, ".#.#.#.#"}, {"#.", highest, "########"},
+        {"abc", 2, "aabbccaabb"},
+        {"ab", 1, "ababab"},
+        {"ab", 0, "ababab"},
+        {"a", 3, "aaaa"},
+        {"", 1, "...."},
+        {"ab", lowest, "ababab"},
+        {"ab", highest, "aaaaaa"},
+        {"ab", 1, "aaaa", 0, sv::FROZEN},
+        // A text can set any index and count.
+        {"ab", 1, ".abab", highest},
+        {"ab", 1, "......", lowest},
+        {"ab", 1, "..aba", -2},
+        {"ab", 1, ".abab", 2},
+        {"ab", 1, "abab", 0, highest},
+        {"ab", 1, "aaaa", 0, lowest},
     };
-    for (const auto &c : cases) {
-        const auto sprite = makeSprite(c.frames, c.slowdown);
+    for (const auto &[frames, slowdown, seen, index, count] : cases) {
+        const auto sprite = makeSprite(frames, slowdown);
         sv::Animation animation;
         animation.setSprite(sprite.get());
-        EXPECT_EQ(draw(animation, 8), c.seen) << c.frames << " slowed by " << c.slowdown;
+        animation.setIndex(index);
+        animation.setSlowdownCount(count);
+        EXPECT_EQ(draw(animation, static_cast<int>(std::string(seen).size())), seen)
+            << frames << " slowed by " << slowdown << " from " << index << ", " << count;
     }
 }
 
-TEST_F(Animations, a_new_sprite_begins_at_its_first_frame_and_keeps_the_count) {
-    const auto old_sprite = makeSprite("....", 3);
-    const auto new_sprite = makeSprite("#.", 3);
+TEST_F(Animations, new_sprites_start_over_and_keep_the_count) {
+    const auto old_sprite = makeSprite("abcd", 3);
+    const auto new_sprite = makeSprite("x y", 3);
+    new_sprite->setColor(sv::GREEN);
+    new_sprite->setTransparency(' ');
     sv::Animation animation;
     animation.setSprite(old_sprite.get());
-    draw(animation, 11); // Two draws into the fourth frame.
+    EXPECT_EQ(draw(animation, 11), "aaabbbcccdd");
     animation.setSprite(new_sprite.get());
-    EXPECT_EQ(draw(animation, 4), "#...");
+    EXPECT_EQ(draw(animation, 1), "x");
+    EXPECT_EQ(sv::screenColors(), "g");
+    display.drawCh({}, '#'); // Under the transparent frame.
+    EXPECT_EQ(draw(animation, 4), "#..y");
 }
 
-TEST_F(Animations, a_sprite_that_is_gone_leaves_its_name_alone) {
+TEST_F(Animations, sprites_that_are_gone_leave_their_name) {
     auto sprite = makeSprite("###", 1);
     sv::Animation animation;
     animation.setSprite(sprite.get());
@@ -90,6 +163,7 @@ TEST_F(Animations, a_sprite_that_is_gone_leaves_its_name_alone) {
     sv::Animation copy = animation;
     const std::string text = copy.serialize("ALL");
     sprite.reset();
+    shown();
     for (sv::Animation *p_each : {&animation, &copy}) {
         EXPECT_EQ(p_each->getSprite(), nullptr);
         EXPECT_EQ(draw(*p_each, 2), "..");
@@ -101,55 +175,25 @@ TEST_F(Animations, a_sprite_that_is_gone_leaves_its_name_alone) {
     EXPECT_EQ(draw(copy, 1), "#");
 }
 
-TEST_F(Animations, no_index_and_no_count_leads_astray) {
-    const struct {
-        int index;
-        int count;
-        const char *seen; // With frame 0 shown and frame 1 not.
-    } cases[] = {
-        {highest, 0, ".#.#"}, {lowest, 0, "...."},  {-2, 0, "..#."},
-        {2, 0, ".#.#"},       {0, highest, "#.#."}, {0, lowest, "####"},
-    };
-    const auto sprite = makeSprite("#.", 1);
-    for (const auto &c : cases) {
-        sv::Animation animation;
-        animation.setSprite(sprite.get());
-        animation.setIndex(c.index);
-        animation.setSlowdownCount(c.count);
-        EXPECT_EQ(draw(animation, 4), c.seen) << c.index << ", " << c.count;
-    }
-}
-
-TEST_F(Animations, a_frame_is_drawn_no_further_than_its_text) {
-    const std::string text(40, '.'); // Too long to live inside the string object.
-    for (const int width : {highest, 41, 40, 7, 1, 0, -1, lowest})
-        for (const int height : {highest, 7, 1, 0, -1, lowest})
-            EXPECT_EQ(sv::Frame(width, height, text).draw({}, sv::RED, '.'), nothing_shown)
-                << width << " x " << height;
-    EXPECT_EQ(sv::Frame(2, 1, "..#").draw({}, sv::RED, '.'), nothing_shown);
-    EXPECT_EQ(sv::Frame(2, 2, "..#").draw({}, sv::RED, '.'), shown);
-}
-
-TEST_F(Animations, a_sprite_holds_no_more_frames_than_it_has_room_for) {
+TEST_F(Animations, sprites_hold_a_limited_number_of_frames) {
     sv::Sprite sprite(1);
-    EXPECT_EQ(sprite.addFrame(sv::Frame(1, 1, "a")), 0);
-    EXPECT_EQ(sprite.addFrame(sv::Frame(1, 1, "b")), -1);
+    EXPECT_EQ(sprite.addFrame(Frame(1, 1, "a")), 0);
+    EXPECT_EQ(sprite.addFrame(Frame(1, 1, "b")), -1);
     EXPECT_EQ(sprite.getFrame(0).getString(), "a");
-    for (const int index : {-1, 1, lowest, highest}) {
+    for (const int index : {-1, 1, lowest, highest})
         EXPECT_EQ(sprite.getFrame(index).getString(), "") << index;
-        EXPECT_EQ(sprite.draw(index, {}, 0), nothing_shown) << index;
-    }
-    for (const int count : {highest, -1, lowest}) {
-        sv::Sprite none(count);
-        EXPECT_EQ(none.addFrame(sv::Frame(1, 1, "a")), -1);
+    EXPECT_EQ(sv::Sprite(sv::MAX_FRAMES).getMaxFrameCount(), sv::MAX_FRAMES);
+    EXPECT_EQ(logText(), "");
+    for (const int count : {sv::MAX_FRAMES + 1, -1, lowest}) {
+        EXPECT_EQ(sv::Sprite(count).getMaxFrameCount(), 0);
         EXPECT_EQ(logLines().back(), "Sprite::Sprite(): Error! Unable to allocate " +
                                          std::to_string(count) + " frames.");
     }
 }
 
-TEST_F(Animations, the_box_is_the_sprite_around_the_position_or_just_under_a_cell) {
+TEST_F(Animations, boxes_lie_around_the_position) {
     sv::Animation animation;
-    EXPECT_EQ(animation.draw({}), nothing_shown);
+    EXPECT_EQ(animation.draw({}), 0);
     EXPECT_EQ(animation.getBox(), (sv::Box{{-0.5F, -0.5F}, 0.99F, 0.99F}));
     sv::Sprite sprite(1);
     sprite.setWidth(5);
@@ -158,7 +202,7 @@ TEST_F(Animations, the_box_is_the_sprite_around_the_position_or_just_under_a_cel
     EXPECT_EQ(animation.getBox(), (sv::Box{{-2.5F, -1}, 5, 2}));
 }
 
-TEST_F(AnimationText, is_written_when_something_changed_and_when_asked_for) {
+TEST_F(AnimationText, changes_are_written) {
     sv::Animation animation;
     animation.setSprite(sv::ResourceManager::getInstance().getSprite("square red"));
     const std::string name = "sprite_name:square red,sprite_index:0,";
@@ -183,7 +227,7 @@ TEST_F(AnimationText, is_written_when_something_changed_and_when_asked_for) {
     EXPECT_EQ(animation.serialize(""), name + "sprite_slowdown_count:-1,");
 }
 
-TEST_F(AnimationText, comes_back_as_it_was_written_and_leaves_alone_what_it_does_not_name) {
+TEST_F(AnimationText, texts_are_read_as_written) {
     for (const std::string text :
          {"sprite_name:TIMER: x,sprite_index:0,sprite_slowdown_count:-1,",
           "sprite_name:square red,sprite_index:2147483647,sprite_slowdown_count:2147483647,",
@@ -201,7 +245,7 @@ TEST_F(AnimationText, comes_back_as_it_was_written_and_leaves_alone_what_it_does
     }
 }
 
-TEST_F(AnimationText, says_what_it_reads_and_keeps_its_sprite_if_the_named_one_is_unknown) {
+TEST_F(AnimationText, unknown_sprites_are_logged_and_ignored) {
     sv::Animation animation;
     animation.deserialize("sprite_name:square red,");
     sv::LogManager::getInstance().setLogLevel(20);
