@@ -4,7 +4,7 @@
 
 namespace sv {
 
-Connection::Waiting Connection::waiting() const {
+Connection::Pending Connection::pending() const {
     const int bytes = waitingBytes();
     if (bytes < MESSAGE_LENGTH_BYTES)
         return {bytes < 0 ? Front::UNCOUNTED : Front::INCOMPLETE};
@@ -48,9 +48,9 @@ int Connection::flush() {
 }
 
 bool Connection::isDead() {
-    // In this order: what arrives between the questions is not lost.
+    // In this order, so that a message which arrives between the two calls is not lost.
     return isOpen() && (failure != 0 || (platform::isPeerGone(socket) && !isDrainedByPeer())) &&
-           waiting().front != Front::MESSAGE;
+           pending().front != Front::MESSAGE;
 }
 
 bool Connection::isDrainedByPeer() {
@@ -63,8 +63,8 @@ bool Connection::isDrainedByPeer() {
 
 int Connection::close() {
     unsent.clear();
-    // With bytes unread the system would reset the connection, and what it has not delivered yet
-    // would be lost to a peer that reads on.
+    // With unread bytes the system would reset the connection, and a peer that still reads would
+    // lose what is not delivered yet.
     char unread[4096];
     if (isOpen() && platform::isPeerDone(socket))
         while (platform::receive(socket, unread, sizeof unread) > 0) {

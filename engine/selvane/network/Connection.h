@@ -1,8 +1,8 @@
-/// One TCP connection: the messages that wait in its socket, and what the system has not taken of
-/// those that were sent.
+/// One TCP connection: the messages that wait in its socket, and the sent bytes that the system has
+/// not taken yet.
 ///
-/// Owns the socket and closes it with itself. Says nothing in the log: why sending failed is in
-/// getFailure(), for the other calls in platform::lastSocketError(). Game-loop thread only.
+/// Owns the socket and closes it when destroyed. Logs nothing: getFailure() says why sending
+/// failed, platform::lastSocketError() why another call did. Game-loop thread only.
 #pragma once
 
 #include "selvane/core/Clock.h"
@@ -17,21 +17,21 @@ namespace sv {
 
 class Connection {
   public:
-    /// How the bytes that wait begin.
+    /// What the waiting bytes begin with.
     enum class Front {
-        INCOMPLETE, ///< No whole message yet, maybe nothing at all.
+        INCOMPLETE, ///< Part of a message, or nothing.
         MESSAGE,    ///< A whole message.
-        TOO_SHORT,  ///< A length that does not even count its own field.
+        TOO_SHORT,  ///< A length below that of its own field.
         TOO_LONG,   ///< A length above MAX_MESSAGE_BYTES.
-        UNCOUNTED,  ///< The system would not say how many bytes wait.
-        UNREAD,     ///< The system would not show the length.
+        UNCOUNTED,  ///< Counting the waiting bytes failed.
+        UNREAD,     ///< Reading the length failed.
     };
-    struct Waiting {
+    struct Pending {
         Front front = Front::INCOMPLETE;
-        int length = 0; ///< What the length field says, once it has arrived.
+        int length = 0; ///< The length field's value, once it has arrived.
     };
 
-    /// Takes over the socket. `new_id` tells connections apart whose places in a list change.
+    /// Takes over the socket. `new_id` identifies the connection while its index changes.
     Connection(platform::Socket new_socket, std::uint64_t new_id)
         : socket(new_socket), id(new_id) {}
     ~Connection() { close(); }
@@ -41,33 +41,33 @@ class Connection {
     std::uint64_t getId() const { return id; }
     bool isOpen() const { return socket != platform::no_socket; }
 
-    /// Bytes that wait to be received, or -1.
+    /// Bytes waiting to be received, or -1.
     int waitingBytes() const { return platform::waitingBytes(socket); }
 
-    Waiting waiting() const;
+    Pending pending() const;
 
-    /// Takes `length` bytes; -1 if they are not there. REQUIRES: length > 0.
+    /// Takes `length` bytes. 0, or -1 if fewer wait. REQUIRES: length > 0.
     int receive(std::string &buffer, int length) const;
 
-    /// Whether a message of that size may be sent now.
+    /// Whether a message of that many bytes may be sent now.
     bool hasRoomFor(std::size_t size) const { return unsent.size() + size <= MAX_UNSENT_BYTES; }
 
-    /// Sends a message; what the system does not take at once, later calls of flush() hand over.
-    /// 0, or -1 if the connection has failed, now or earlier. REQUIRES: hasRoomFor its size.
+    /// Sends a message; later calls of flush() hand over what the system does not take at once. 0,
+    /// or -1 if the connection has failed, now or earlier. REQUIRES: hasRoomFor(message.size()).
     int send(const std::string &message);
 
-    /// Hands over what the system takes without waiting; 0, or -1 if the connection has failed.
+    /// Hands over what the system takes without blocking. 0, or -1 if the connection has failed.
     int flush();
 
-    /// The system's code for what made sending fail for good, or 0.
+    /// The system's code for the error that ended sending, or 0.
     int getFailure() const { return failure; }
 
     /// Whether it has failed or its peer is gone, and no whole message waits. A peer that has only
-    /// ended its own side is not gone while it takes what is unsent, some of it at least every
+    /// ended its sending side is not gone while it takes some of what is unsent at least every
     /// platform::peer_patience_ms.
     bool isDead();
 
-    /// Drops what is unsent. 0, or the system's answer if it refused.
+    /// Drops what is unsent. 0, or the system's answer if it fails to close.
     int close();
 
   private:
@@ -76,7 +76,7 @@ class Connection {
     platform::Socket socket;
     std::uint64_t id;
     std::string unsent;
-    std::optional<Clock> drain_clock; // Since a peer that is done sending last took something.
+    std::optional<Clock> drain_clock; // Since a peer that has stopped sending last took bytes.
     int failure = 0;
 };
 

@@ -15,11 +15,11 @@ namespace {
 
 constexpr int default_max_sock = 1;
 constexpr int accept_error = -2;
-// As many peers as a second of steps lets in. In a longer queue an honest one would wait for all
-// those in front of it; refused a place, it is there again a second later.
+// About as many peers as the steps of a second accept. In a longer queue a peer would wait longer
+// than if it were refused and tried again a second later.
 constexpr int backlog = 32;
 
-/// Says in the log what failed, and in a second line the system's reason. Returns -1.
+/// Logs what failed, and in a second line the system's reason. Returns -1.
 int logSocketFailure(const char *what, int code = platform::lastSocketError()) {
     logFailure("NetworkManager::%s returned:", what);
     return logFailure("\t%d - %s", code, platform::socketErrorText(code).c_str());
@@ -71,8 +71,8 @@ int NetworkManager::startUp() {
 
 void NetworkManager::shutDown() {
     // Closing moves the later connections down while the index moves up, so every second one stays
-    // open. It must stay so: a game that counts its goodbyes here gets one for every second
-    // connection, with the indices 0, 1, 2, and the other peers see no end before the next start.
+    // open. It must stay so: games rely on one event for every second connection, with the indices
+    // 0, 1, 2, and on the other peers staying connected until the next start.
     for (int i = 0; i < getNumConnections(); ++i)
         close(i);
     if (isServer())
@@ -132,8 +132,8 @@ int NetworkManager::connect(const std::string &host, int port) {
 }
 
 int NetworkManager::send(const std::string &message, int socket_index) {
-    Connection *p_connection = find(socket_index);
-    if (!p_connection)
+    Connection *connection = find(socket_index);
+    if (!connection)
         return logFailure("NetworkManager::send(): Error! Sock index %d not connected.",
                           socket_index);
     const auto size =
@@ -141,65 +141,65 @@ int NetworkManager::send(const std::string &message, int socket_index) {
     if (size < MESSAGE_LENGTH_BYTES || size > MAX_MESSAGE_BYTES || messageLength(message) != size)
         return logFailure("NetworkManager::send(): Error! Not a message of %d to %d bytes.",
                           MESSAGE_LENGTH_BYTES, MAX_MESSAGE_BYTES);
-    if (!p_connection->hasRoomFor(message.size())) {
+    if (!connection->hasRoomFor(message.size())) {
         logLine(1, "NetworkManager::send(): Warning! Peer of sock index %d reads too slowly.",
                 socket_index);
         return -1;
     }
-    if (p_connection->send(message) != 0)
-        return logSocketFailure("send(): Error! send()", p_connection->getFailure());
+    if (connection->send(message) != 0)
+        return logSocketFailure("send(): Error! send()", connection->getFailure());
     return 0;
 }
 
 int NetworkManager::receive(std::string &buffer, int socket_index) {
-    Connection *p_connection = find(socket_index);
-    if (!p_connection)
+    Connection *connection = find(socket_index);
+    if (!connection)
         return logFailure("NetworkManager::receive(): Error! Sock index %d not connected.",
                           socket_index);
-    const Connection::Waiting waiting = p_connection->waiting();
-    switch (waiting.front) {
+    const Connection::Pending pending = connection->pending();
+    switch (pending.front) {
     case Connection::Front::UNCOUNTED:
         return logUncounted();
     case Connection::Front::INCOMPLETE:
         return 0;
     case Connection::Front::TOO_SHORT:
     case Connection::Front::TOO_LONG:
-        refuse(*p_connection, waiting.length);
+        refuse(*connection, pending.length);
         return -1;
     case Connection::Front::UNREAD:
     case Connection::Front::MESSAGE:
         break;
     }
-    if (waiting.front == Connection::Front::UNREAD ||
-        p_connection->receive(buffer, waiting.length) != 0)
+    if (pending.front == Connection::Front::UNREAD ||
+        connection->receive(buffer, pending.length) != 0)
         return logSocketFailure("receive(): Error! recv()");
-    return waiting.length;
+    return pending.length;
 }
 
 int NetworkManager::close(int socket_index) {
-    Connection *p_connection = find(socket_index);
-    if (!p_connection)
+    Connection *connection = find(socket_index);
+    if (!connection)
         return logFailure("NetworkManager::close(): sock_index (%d) out of range.", socket_index);
-    closeAndTell(*p_connection);
+    closeAndNotify(*connection);
     return 0;
 }
 
 int NetworkManager::isData(int socket_index) const {
-    const Connection *p_connection = find(socket_index);
-    if (!p_connection)
+    const Connection *connection = find(socket_index);
+    if (!connection)
         return logFailure("NetworkManager::isData(): Error! Sock index %d not connected.",
                           socket_index);
-    const int bytes = p_connection->waitingBytes();
+    const int bytes = connection->waitingBytes();
     return bytes < 0 ? logUncounted() : bytes;
 }
 
 int NetworkManager::genDataEvents(int socket_index) {
-    Connection *p_connection = find(socket_index);
-    if (!p_connection)
+    Connection *connection = find(socket_index);
+    if (!connection)
         return 0;
-    const std::uint64_t id = p_connection->getId();
-    const Connection::Waiting waiting = p_connection->waiting();
-    switch (waiting.front) {
+    const std::uint64_t id = connection->getId();
+    const Connection::Pending pending = connection->pending();
+    switch (pending.front) {
     case Connection::Front::UNCOUNTED:
         return logUncounted();
     case Connection::Front::UNREAD:
@@ -207,24 +207,23 @@ int NetworkManager::genDataEvents(int socket_index) {
     case Connection::Front::INCOMPLETE:
         return 0;
     case Connection::Front::TOO_LONG:
-        return refuse(*p_connection, waiting.length);
+        return refuse(*connection, pending.length);
     case Connection::Front::TOO_SHORT:
     case Connection::Front::MESSAGE:
         break;
     }
-    logLine(15, "NetworkManager::genDataEvents(): have full message (%d bytes).", waiting.length);
-    int told = tell(NETWORK_MESSAGE, socket_index, waiting.length);
-    // No receiver has to answer for a length that makes no sense: who ignores it must not be told
-    // of it again and again.
-    p_connection = find(indexOf(id));
-    if (waiting.front == Connection::Front::TOO_SHORT && p_connection)
-        told += refuse(*p_connection, waiting.length);
-    return told;
+    logLine(15, "NetworkManager::genDataEvents(): have full message (%d bytes).", pending.length);
+    int notified = notify(NETWORK_MESSAGE, socket_index, pending.length);
+    // Close it even if no handler did: otherwise the same event would come again and again.
+    connection = find(indexOf(id));
+    if (pending.front == Connection::Front::TOO_SHORT && connection)
+        notified += refuse(*connection, pending.length);
+    return notified;
 }
 
 void NetworkManager::endStep() {
-    // A peer that a handler connects to meanwhile waits for the next step: with one that accepts
-    // and hangs up at once, this step would never end.
+    // Connections that handlers make meanwhile wait for the next step: with a peer that accepts and
+    // hangs up at once, this step would never end.
     const std::uint64_t first_new_id = next_id;
     for (int i = 0; i < getNumConnections();) {
         Connection &connection = *connections[static_cast<std::size_t>(i)];
@@ -232,7 +231,7 @@ void NetworkManager::endStep() {
             return;
         connection.flush();
         if (connection.isDead())
-            closeAndTell(connection);
+            closeAndNotify(connection);
         else
             ++i;
     }
@@ -255,38 +254,37 @@ int NetworkManager::indexOf(std::uint64_t id) const {
     return found == connections.end() ? -1 : static_cast<int>(found - connections.begin());
 }
 
-/// Returns its index when the receivers are through: one that closes a connection moves it, or ends
-/// it.
+/// Returns its index after the event, since a handler that closes connections moves or removes it.
 int NetworkManager::add(std::intptr_t socket, int label) {
     const std::uint64_t id = next_id++;
     connections.push_back(std::make_unique<Connection>(socket, id));
-    tell(label, getNumConnections() - 1);
+    notify(label, getNumConnections() - 1);
     return indexOf(id);
 }
 
-int NetworkManager::tell(int label, int socket_index, int bytes) {
+int NetworkManager::notify(int label, int socket_index, int bytes) {
     const EventNetwork event(label, socket_index, bytes);
     return onEvent(&event);
 }
 
-/// Returns how many objects were told. The connection is gone from the list then.
-int NetworkManager::closeAndTell(Connection &connection) {
+/// Also removes it from the list. Returns the number of objects notified.
+int NetworkManager::closeAndNotify(Connection &connection) {
     const std::uint64_t id = connection.getId();
-    // The systems answer a refusal with -1, which is nothing to speak of: the socket is lost to
-    // the game either way.
+    // A failed close returns -1 and is not worth a line: the socket is lost either way.
     if (connection.close() > 0)
         logSocketFailure("close(): Error! close()");
-    const int told = tell(NETWORK_CLOSED, indexOf(id));
-    // A handler may have moved it, and one that restarted the manager has removed it.
+    const int notified = notify(NETWORK_CLOSED, indexOf(id));
+    // By id: a handler may have moved it, or removed it by restarting the manager.
     std::erase_if(connections, [id](const auto &each) { return each->getId() == id; });
-    return told;
+    return notified;
 }
 
-/// Closes a connection whose peer announced a message of that length; how many were told.
+/// Closes a connection whose peer announced a message of that length. Returns the number of objects
+/// notified.
 int NetworkManager::refuse(Connection &connection, int length) {
     logFailure("NetworkManager::refuse(): Error! Message length %d, closing sock index %d.", length,
                indexOf(connection.getId()));
-    return closeAndTell(connection);
+    return closeAndNotify(connection);
 }
 
 } // namespace sv

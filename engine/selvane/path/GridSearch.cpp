@@ -9,12 +9,12 @@ namespace sv {
 
 namespace {
 
-/// Off the grid to the left or above, a coordinate wraps to one that is beyond any grid.
+/// Left of the grid or above it, a coordinate wraps around to a value beyond any grid.
 Cell beside(Cell cell, int dx, int dy) {
     return {cell.x + static_cast<std::uint32_t>(dx), cell.y + static_cast<std::uint32_t>(dy)};
 }
 
-/// 0 to 8 for the steps from up left to down right.
+/// 0 to 8, from up left to down right.
 constexpr std::uint32_t stepCode(int dx, int dy) {
     return static_cast<std::uint32_t>((dy + 1) * 3 + dx + 1);
 }
@@ -23,7 +23,7 @@ Cell beforeStep(Cell cell, std::uint32_t code) {
     return {cell.x + 1 - code % 3, cell.y + 1 - code / 3};
 }
 
-// Costs and distances stay in single precision: which of two ways costs the same depends on it.
+// Costs and distances stay in single precision: whether two ways cost the same depends on it.
 
 float stepLength(int dx, int dy) {
     return std::sqrt(static_cast<float>(dx * dx + dy * dy));
@@ -35,8 +35,8 @@ float straightLine(Cell from, Cell to) {
     return std::sqrt(dx * dx + dy * dy);
 }
 
-/// What is blocked around a cell. Asks about each neighbour once at most: those beside the cell
-/// decide on the diagonal steps as well, and the answer may be dear.
+/// What is blocked around a cell. Asks about each neighbour at most once: those beside the cell
+/// decide on the diagonal steps too, and the query may be expensive.
 class Surroundings {
   public:
     Surroundings(Cell new_centre, const CellTest &new_is_blocked)
@@ -65,15 +65,15 @@ class Surroundings {
 
 } // namespace
 
-void GridSearch::Free::operator()(Node *p_nodes) const {
-    std::free(p_nodes);
+void GridSearch::Free::operator()(Node *nodes) const {
+    std::free(nodes);
 }
 
 GridSearch::GridSearch(Cell new_size, Cell new_start, Cell new_goal)
     : size(new_size), start(new_start), goal(new_goal) {
     const std::uint64_t cells = std::uint64_t{size.x} * size.y;
-    // All zero is a cell never seen. Of a large block, the system zeroes each page when it is first
-    // touched: a search does not hold up the step in which it starts.
+    // All zero is a cell never seen. The system zeroes each page of a large block when it is first
+    // touched, so that starting a search does not delay its step.
     if (cells > 0 && cells <= MAX_CELLS)
         nodes.reset(static_cast<Node *>(std::calloc(cells, sizeof(Node))));
 }
@@ -93,7 +93,7 @@ bool GridSearch::expand(const CellTest &is_blocked, const CellTest &is_end) {
     return open_count > 0;
 }
 
-/// The start if nothing is open. Closes what it takes.
+/// The start if nothing is open. Closes the cell that it returns.
 Cell GridSearch::takeMostPromising() {
     Cell taken = start;
     while (!candidates.empty()) {
@@ -122,8 +122,8 @@ void GridSearch::openNeighbours(Cell current, const CellTest &is_blocked) {
     }
 }
 
-/// Opens the cell that a step leads to, or leads another way to it if that costs no more: of equal
-/// ways the last one counts.
+/// Opens the cell that a step leads to, or reroutes it if the new way costs no more: of equal ways
+/// the last one counts.
 void GridSearch::open(Cell from, int dx, int dy) {
     constexpr std::uint32_t rank_mask = MAX_CELLS - 1;
     const Cell cell = beside(from, dx, dy);

@@ -13,7 +13,7 @@ namespace sv {
 
 namespace {
 
-/// Whole cells along an extent. One that is beyond every search stays beyond.
+/// Whole cells along an extent, capped at a number that is too large for any search.
 std::uint32_t cellsAlong(float extent) {
     constexpr float most = 2.0F * GridSearch::MAX_CELLS;
     return static_cast<std::uint32_t>(std::min(std::max(0.0F, extent), most));
@@ -24,7 +24,7 @@ Cell worldSize() {
     return {cellsAlong(boundary.horizontal), cellsAlong(boundary.vertical)};
 }
 
-/// False for what is not a number, too.
+/// Also false for NaN.
 bool isInside(Vector position, Cell size) {
     return position.x >= 0 && position.x < static_cast<float>(size.x) && position.y >= 0 &&
            position.y < static_cast<float>(size.y);
@@ -36,8 +36,8 @@ std::uint32_t nearestAlong(float coordinate, std::uint32_t count) {
         std::max(0.0F, std::min(std::floor(coordinate + 0.5F), last)));
 }
 
-/// The nearest, since an object's box lies around its position: it covers the nearest cell, while
-/// the cell to the upper left may be free of it.
+/// The nearest rather than the one to the upper left: an object's box lies around its position, so
+/// that it covers the nearest cell.
 Cell nearestCell(Vector position, Cell size) {
     return {nearestAlong(position.x, size.x), nearestAlong(position.y, size.y)};
 }
@@ -100,8 +100,8 @@ std::vector<Vector> PathFind::getPath() const {
 bool PathFind::isBlocked(Cell cell) const {
     const Box goal{toVector(search.getGoal()), 0, 0};
     const ObjectList touched = WorldManager::getInstance().getCollisions(object, toVector(cell));
-    return std::any_of(touched.begin(), touched.end(), [&](const Object *p_o) {
-        return p_o->getSolidness() == HARD && !boxIntersectsBox(goal, getWorldBox(p_o));
+    return std::any_of(touched.begin(), touched.end(), [&](const Object *obstacle) {
+        return obstacle->getSolidness() == HARD && !boxIntersectsBox(goal, getWorldBox(obstacle));
     });
 }
 

@@ -1,7 +1,7 @@
-/// One search for a path, of an object to a cell or to another object, in the world as large as it
-/// is when the search begins, whatever the boundary becomes.
+/// One search for a path from an object to a cell or to another object. It keeps to the world's
+/// size at its start, even if the boundary changes.
 ///
-/// Its object owns it, the path manager gives it its share of each step. Game-loop thread only.
+/// Its object owns it, and the path manager runs it. Game-loop thread only.
 #pragma once
 
 #include "selvane/core/Vector.h"
@@ -16,20 +16,20 @@ class Object;
 
 class PathFind {
   public:
-    /// A search that makes sense, or null with a line in the log: not from or to outside the world,
-    /// and not to the cell that the object is in (that line at level 5). `p_target` may be null.
+    /// A new search; null with a line in the log if either end is outside the world, or if the
+    /// object is in the goal's cell already (logged at level 5). `p_target` may be null.
     static std::unique_ptr<PathFind> create(Object *p_object, Vector to, const Object *p_target);
 
-    /// From the cell nearest to the object to the one nearest to `to`; to the nearest in the world,
-    /// if they are outside. Borrows both objects.
+    /// From the cell nearest to the object to the one nearest to `to`, or to the nearest cells in
+    /// the world if these are outside. Borrows both objects.
     PathFind(Object *p_object, Vector to, const Object *p_target = nullptr);
     PathFind(Object *p_object, const Object *p_target);
 
-    /// Expands one cell: PATH_FOUND, PATH_SEARCHING, or PATH_NONE, which it is too, with a line in
-    /// the log, if the world is empty or too large (see GridSearch::MAX_CELLS).
+    /// Expands one cell. PATH_FOUND, PATH_SEARCHING or PATH_NONE; also PATH_NONE, with a line in
+    /// the log, if the world is empty or larger than GridSearch::MAX_CELLS.
     ///
-    /// What blocks is what is hard, except what covers the goal. With a target the search ends as
-    /// soon as the object would touch it, if it stood at the goal.
+    /// Hard objects block, except those that cover the goal. With a target, the search ends as soon
+    /// as the object would touch the target if that stood at the goal.
     int cycleOnce();
 
     /// From the start to the goal, cell by cell; empty unless it is found.
@@ -38,7 +38,7 @@ class PathFind {
     Object *getObject() const { return object; }
     const Object *getTarget() const { return target; }
 
-    /// The target is gone: the search goes on to where it was.
+    /// For a deleted target: the search goes on to where that was.
     void forgetTarget() { target = nullptr; }
 
   private:

@@ -13,23 +13,22 @@
 
 namespace sv {
 
-/// The time of one cycle, in whole milliseconds from its making.
+/// The time of one cycle, in whole milliseconds since construction.
 class PathManager::Budget {
   public:
     explicit Budget(int new_limit) : limit(new_limit) {}
 
-    /// Looks at the clock.
-    void spend() {
+    void update() {
         const int split = clock.split();
-        // Set back, it would give the time that has passed a second time: the cycle ends.
+        // A clock set back would grant the elapsed time again, so end the cycle.
         went_back = went_back || split < elapsed;
         elapsed = std::max(elapsed, split);
     }
 
     bool isLeft() const { return !went_back && milliseconds() < limit; }
     bool isExceeded() const { return milliseconds() > limit; }
-    /// With no time at all to spend, a walk ends when everybody had a turn: paths are to be found
-    /// in a game whose frames leave none, too.
+    /// Without any time to spend, each search still gets its turn, so that paths are found even in
+    /// a game whose frames leave no time.
     bool endsWalk() const { return went_back || (limit > 0 && isExceeded()); }
     int getLimit() const { return limit; }
 
@@ -74,30 +73,30 @@ void PathManager::cycle(int milliseconds_left) {
         logLine(5, "PathManager::cycle(): cycle time %d exceeded.", budget.getLimit());
 }
 
-/// One expansion for each search, as long as the budget lasts. One that is added meanwhile waits
-/// for the next walk: handlers that ask again at once could keep this one going for ever.
+/// One expansion for each search while the budget lasts. A search added meanwhile waits for the
+/// next walk: handlers that ask again at once could keep this one going forever.
 void PathManager::walk(Budget &budget) {
     position = 0;
     for (std::size_t turns = searches.size();
          turns > 0 && position < searches.size() && !budget.endsWalk(); --turns) {
-        PathFind *p_search = searches[position++];
-        const int status = p_search->cycleOnce();
+        PathFind *search = searches[position++];
+        const int status = search->cycleOnce();
         if (status != PATH_SEARCHING)
-            deliver(p_search, status);
-        budget.spend();
+            deliver(search, status);
+        budget.update();
     }
 }
 
-/// Drops the search before its object is told: the handler may free it, keep it, or start another
-/// that gets the same address, and may delete the object.
-void PathManager::deliver(PathFind *p_search, int status) {
-    Object *p_o = p_search->getObject();
-    const EventPath result(status, p_search->getPath());
-    remove(p_search);
-    const Object *outer = std::exchange(told, p_o);
+/// Removes the search before its object is notified: the handler may free it, keep it, or start
+/// another at the same address, and may delete the object.
+void PathManager::deliver(PathFind *search, int status) {
+    Object *p_o = search->getObject();
+    const EventPath result(status, search->getPath());
+    remove(search);
+    const Object *outer = std::exchange(notified, p_o);
     const ObjectWatch handlers;
     p_o->eventHandler(&result);
-    told = outer;
+    notified = outer;
 }
 
 std::unique_ptr<PathFind, PathFindDeleter> PathManager::search(Object *p_o, Vector to,
@@ -116,26 +115,26 @@ int PathManager::add(PathFind *p_path_find) {
 }
 
 int PathManager::remove(const PathFind *p_path_find) {
-    const auto is_meant = [&](const PathFind *p_search) { return p_search == p_path_find; };
-    return takeOut(is_meant) > 0 ? 0 : -1;
+    const auto matches = [&](const PathFind *search) { return search == p_path_find; };
+    return removeIf(matches) > 0 ? 0 : -1;
 }
 
 bool PathManager::isPending(const PathFind *p_path_find) const {
     return std::find(searches.begin(), searches.end(), p_path_find) != searches.end();
 }
 
-/// However often one is there. The turn stays with the search that has it.
-std::size_t PathManager::takeOut(const std::function<bool(const PathFind *)> &is_meant) {
+/// Removes every match; `position` stays on the search whose turn is next.
+std::size_t PathManager::removeIf(const std::function<bool(const PathFind *)> &matches) {
     const auto next = searches.begin() + static_cast<std::ptrdiff_t>(position);
-    position -= static_cast<std::size_t>(std::count_if(searches.begin(), next, is_meant));
-    return std::erase_if(searches, is_meant);
+    position -= static_cast<std::size_t>(std::count_if(searches.begin(), next, matches));
+    return std::erase_if(searches, matches);
 }
 
 void PathManager::forget(const Object *p_o) {
-    takeOut([&](const PathFind *p_search) { return p_search->getObject() == p_o; });
-    for (PathFind *p_search : searches)
-        if (p_search->getTarget() == p_o)
-            p_search->forgetTarget();
+    removeIf([&](const PathFind *search) { return search->getObject() == p_o; });
+    for (PathFind *search : searches)
+        if (search->getTarget() == p_o)
+            search->forgetTarget();
 }
 
 } // namespace sv

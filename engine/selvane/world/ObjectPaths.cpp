@@ -22,7 +22,7 @@ int Object::eventHandler(const Event *p_event) {
         setFollowPath(true);
     }
     // A handler may have started the next search before it called this one; that search stays.
-    if (!(isSearching() && PathManager::getInstance().isTelling(this)))
+    if (!(isSearching() && PathManager::getInstance().isNotifying(this)))
         dropPathFind();
     return 1;
 }
