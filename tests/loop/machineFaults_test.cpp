@@ -209,7 +209,7 @@ TEST_F(MachineFaults, a_peer_that_sends_a_byte_a_step_delays_nobody) {
     test::Peer good(network.getPort());
     ASSERT_TRUE(waitUntil([&] { return network.accept() == 1; }));
     std::vector<std::string> heard;
-    new test::Ear([&](const EventNetwork &event) {
+    new test::NetworkListener([&](const EventNetwork &event) {
         std::string message;
         if (network.receive(message, event.getSocketIndex()) > 0)
             heard.emplace_back(messageBody(message));

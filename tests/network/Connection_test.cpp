@@ -9,7 +9,7 @@ namespace {
 
 using test::waitUntil;
 
-TEST(Connections, a_peer_that_is_done_has_to_read_on) {
+TEST(Connections, peers_that_stop_sending_must_read) {
     ASSERT_EQ(platform::startSockets(), 0);
     ManualTime time;
     const platform::Socket listener = platform::listenOn("127.0.0.1", 0, 1);

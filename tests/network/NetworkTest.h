@@ -1,5 +1,4 @@
-/// A started network manager, an object that writes down what it is told, and peers that are plain
-/// sockets.
+/// Plain sockets as peers, and an object that passes network events to a test.
 #pragma once
 
 #include "selvane/core/EventNetwork.h"
@@ -31,7 +30,7 @@ class Peer {
         EXPECT_TRUE(size == 0 || sv::platform::send(socket, bytes.data(), size) == size);
     }
 
-    /// What can be had now; empty at the end too.
+    /// The bytes that wait; also empty at the end of the connection.
     std::string take() const {
         std::string bytes(1 << 16, '\0');
         const int size = sv::platform::receive(socket, bytes.data(), 1 << 16);
@@ -44,7 +43,7 @@ class Peer {
 
     void stopSending() const { test::stopSending(socket); }
 
-    /// With bytes unread this is a reset.
+    /// With unread bytes this resets the connection.
     void close() {
         if (socket != sv::platform::no_socket)
             sv::platform::closeSocket(socket);
@@ -55,20 +54,18 @@ class Peer {
     sv::platform::Socket socket;
 };
 
-/// Hears network events.
-class Ear : public sv::Object {
+class NetworkListener : public sv::Object {
   public:
-    explicit Ear(std::function<void(const sv::EventNetwork &)> new_action)
+    explicit NetworkListener(std::function<void(const sv::EventNetwork &)> new_action)
         : action(std::move(new_action)) {
         EXPECT_EQ(registerInterest(sv::NETWORK_EVENT), 0);
     }
 
     int eventHandler(const sv::Event *p_event) override {
-        const auto *p_network = dynamic_cast<const sv::EventNetwork *>(p_event);
-        if (!p_network)
-            return 0;
-        action(*p_network);
-        return 1;
+        const auto *event = sv::eventCast<sv::EventNetwork>(p_event);
+        if (event)
+            action(*event);
+        return event ? 1 : 0;
     }
 
   private:
@@ -76,6 +73,6 @@ class Ear : public sv::Object {
 };
 
 /// Label, index and bytes of each event.
-using Told = std::vector<std::array<int, 3>>;
+using Events = std::vector<std::array<int, 3>>;
 
 } // namespace test

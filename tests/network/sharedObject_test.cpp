@@ -11,15 +11,15 @@ namespace {
 
 class SharedObject : public test::EngineTest {};
 
-TEST_F(SharedObject, moves_in_another_process_as_in_its_own) {
+TEST_F(SharedObject, moves_alike_in_both_processes) {
     writeFile("sv-config.txt", "headless:true,frame_time:5,");
-    // Two shells and no pipe: not every shell has both its ends at work at once. And one takes away
-    // the quotation marks with which a command line begins.
+    // Two shells rather than a pipe, since not every shell runs both its ends at once. "cd ."
+    // because one removes quotation marks at the start of a command line.
     const auto run = [](const std::string &arguments) {
         return std::system(("cd . && \"" SHARED_BALL "\" " + arguments).c_str());
     };
-    // The guest leaves after its steps, and with it the server; the server's own limit is there
-    // for a guest that never comes.
+    // The guest leaves after its steps, and then the server ends; its own limit is for a guest that
+    // never connects.
     auto served = std::async(std::launch::async, run, "serve 0 4000 > port.txt");
     std::string port;
     ASSERT_TRUE(test::waitUntil([&] {
@@ -28,6 +28,7 @@ TEST_F(SharedObject, moves_in_another_process_as_in_its_own) {
     }));
     ASSERT_EQ(run("join " + std::to_string(std::stoi(port)) + " 300 > seen.txt"), 0) << logText();
     ASSERT_EQ(served.get(), 0) << logText();
+    EXPECT_EQ(logText().find("Not setup as server"), std::string::npos) << "the guest accepts";
 
     std::ifstream seen("seen.txt");
     std::vector<std::pair<double, double>> places;
@@ -35,7 +36,7 @@ TEST_F(SharedObject, moves_in_another_process_as_in_its_own) {
         places.emplace_back(x, y);
     ASSERT_GT(places.size(), 20U);
     for (std::size_t i = 1; i < places.size(); ++i) {
-        // The first message is the whole ball, the second may tell of the same place.
+        // The first message holds the whole ball, and the second may repeat its position.
         const double dx = std::abs(places[i].first - places[i - 1].first);
         ASSERT_TRUE(dx == 0.5 || (i == 1 && dx == 0)) << i << ": " << dx;
         ASSERT_EQ(std::abs(places[i].second - places[i - 1].second), dx / 2) << i;
