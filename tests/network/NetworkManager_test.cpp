@@ -314,6 +314,7 @@ TEST_F(Network, a_failed_connection_keeps_its_first_reason) {
     ASSERT_TRUE(waitUntil([&] { return network.send(makeMessage("x"), 0) == -1; }));
     EXPECT_TRUE(hasLine("NetworkManager::send(): Error! send() returned:\n\t"));
     const std::string reason = logLines().back();
+    EXPECT_NE(reason.rfind("\t0 - ", 0), 0U) << "no reason";
     const std::string longest(MAX_MESSAGE_BYTES - MESSAGE_LENGTH_BYTES, 'x');
     for (int sent = 0; sent <= 2 * MAX_UNSENT_BYTES; sent += MAX_MESSAGE_BYTES) {
         EXPECT_EQ(network.accept(), -1) << "changes the system's last error";

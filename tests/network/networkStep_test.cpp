@@ -58,6 +58,9 @@ TEST_F(NetworkStep, an_unread_message_takes_a_fifth) {
     arrive(makeMessage("read me"));
     runSteps(1);
     EXPECT_EQ(logCount(residual), 0) << "nobody listens";
+    network.setMaxSockets(2);
+    const Peer idle(network.getPort());
+    ASSERT_TRUE(waitUntil([&] { return network.accept() == 1; }));
     int heard = 0;
     spawn<NetworkListener>([&](const EventNetwork &) {
         ++heard;
