@@ -201,6 +201,17 @@ TEST_F(Paths, a_search_notifies_its_object_once) {
     }
 }
 
+TEST_F(Paths, a_foreign_path_ends_the_search) {
+    Object *object = put({0, 0});
+    ASSERT_EQ(object->findPath({5, 0}), 0);
+    EXPECT_EQ(pathOf(object).size(), 6U);
+    ASSERT_EQ(object->findPath({9, 0}), 0);
+    const Waypoints foreign{{0, 1}, {0, 2}};
+    const EventPath event(PATH_FOUND, foreign);
+    EXPECT_EQ(object->eventHandler(&event), 1);
+    EXPECT_EQ(pathOf(object), foreign);
+}
+
 TEST_F(Paths, a_games_search_ends_with_its_object) {
     Witness *doomed_object = putWitness("doomed");
     Witness *other_object = putWitness("other", 5);
@@ -208,6 +219,7 @@ TEST_F(Paths, a_games_search_ends_with_its_object) {
     PathFind other(other_object, {5, 5});
     for (PathFind *search : {&doomed, &other, &doomed})
         ASSERT_EQ(paths.add(search), 0);
+    other_object->setActive(false); // It gets its path all the same.
     delete doomed_object;
     EXPECT_EQ(paths.remove(&doomed), -1);
     paths.cycle(1);
