@@ -116,8 +116,10 @@ class CellBatchTest : public test::WindowTest {
     }
 };
 
-TEST_F(CellBatchTest, a_busy_scrolled_screen_looks_as_if_drawn_character_by_character) {
+TEST_F(CellBatchTest, busy_screens_look_as_drawn_by_characters) {
     startDisplay("window_background_color:blue");
+    DisplayManager::getInstance().swapBuffers();
+    EXPECT_EQ(test::extentOf(sf::Color::Blue, picture()), (test::Extent{0, 0, 1023, 767}));
     Plain plain({12.8F, 32}, 25, sf::Color::Blue);
     for (const Vector corner : {Vector{0, 0}, Vector{3.3F, -2.45F}}) {
         sv::WorldManager::getInstance().setView({corner, 80, 24});
@@ -125,14 +127,14 @@ TEST_F(CellBatchTest, a_busy_scrolled_screen_looks_as_if_drawn_character_by_char
     }
 }
 
-TEST_F(CellBatchTest, every_byte_and_any_number_of_cells_look_as_the_library_draws_them) {
+TEST_F(CellBatchTest, all_bytes_look_as_sfml_draws_them) {
     startDisplay();
     Plain plain({12.8F, 32}, 25, sf::Color::Black);
     expectAlike(plain, drawEveryByte);
     expectAlike(plain, drawManyCells);
 }
 
-TEST_F(CellBatchTest, a_shake_moves_characters_and_not_the_rectangles_behind_them) {
+TEST_F(CellBatchTest, shakes_move_characters_without_their_rectangles) {
     startDisplay("window_background_color:red");
     DisplayManager &display = DisplayManager::getInstance();
     display.setShake(9, 4, 2);
@@ -151,14 +153,14 @@ TEST_F(CellBatchTest, a_shake_moves_characters_and_not_the_rectangles_behind_the
     }
 }
 
-TEST_F(CellBatchTest, cells_of_another_size_keep_their_proportions) {
+TEST_F(CellBatchTest, cells_of_any_size_keep_their_proportions) {
     startDisplay("window_horizontal_pixels:500,window_vertical_pixels:310,"
                  "window_horizontal_chars:37,window_vertical_chars:11,font_scale:1.3");
     Plain plain({500.0F / 37, 310.0F / 11}, 17, sf::Color::Black);
     expectAlike(plain, drawBusyScreen);
 }
 
-TEST_F(CellBatchTest, a_glyph_page_that_grows_in_mid_frame_spoils_nothing) {
+TEST_F(CellBatchTest, font_textures_may_grow_during_a_frame) {
     startDisplay("font_scale:6");
     const sf::Image cold = drawn(by_engine, drawEveryByte);
     EXPECT_EQ(test::difference(cold, drawn(by_engine, drawEveryByte)).levels, 0);
