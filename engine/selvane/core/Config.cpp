@@ -124,7 +124,12 @@ std::string Config::readConfig() {
 }
 
 void Config::loadConfig(const std::string &config) {
-    const std::string text = config.empty() ? readConfig() : config;
+    applyAll(config.empty() ? readConfig() : config);
+    if (config.empty())
+        applyAll(forced);
+}
+
+void Config::applyAll(const std::string &text) {
     for (const Setting &setting : settings()) {
         const std::string value = attributeValue(text, std::string(setting.name.key));
         if (!value.empty())

@@ -26,8 +26,6 @@ inline constexpr int WINDOW_STYLE_FULLSCREEN = 8;
 class Config {
   public:
     static Config &getInstance();
-    Config(const Config &) = delete;
-    Config &operator=(const Config &) = delete;
 
     /// The lines of the configuration file joined with nothing between them, so each setting needs
     /// its comma; without empty lines and those that begin with '#'. Empty if the file cannot be
@@ -38,6 +36,9 @@ class Config {
     /// Applies the settings of `config`, or of the file if it is empty. A key that is absent or has
     /// no value leaves its setting unchanged; text that is not a number reads as 0.
     void loadConfig(const std::string &config);
+
+    /// Settings that win over those of the file, whenever it is read from now on.
+    void forceConfig(const std::string &config) { forced = config; }
 
     /// Writes most settings to the log, at level 1.
     void printConfig() const;
@@ -78,6 +79,7 @@ class Config {
     Config() = default;
 
     static std::span<const Setting> settings();
+    void applyAll(const std::string &text);
     void apply(const Setting &setting, const std::string &value);
     void setWindowBackgroundColor(const std::string &name);
     void setWindowStyle(const std::string &name);
@@ -102,6 +104,7 @@ class Config {
     int grid_width = 20;
     int grid_height = 8;
     bool background_input = true;
+    std::string forced;
 };
 
 } // namespace sv

@@ -29,6 +29,8 @@ int LogManager::startUp() {
 
     const char *variable = std::getenv(LOG_FILE_VARIABLE);
     file_name = variable ? variable : Config::getInstance().getLogFile();
+    if (!forced_file.empty())
+        file_name = forced_file;
     const platform::LogFile opened = platform::openLog(file_name);
     p_f.reset(opened.p_file);
     if (!p_f)
@@ -48,6 +50,11 @@ void LogManager::shutDown() {
     writeLog(5, "LogManager::shutDown(): successfully stopped.");
     p_f.reset();
     extra_files.clear();
+}
+
+void LogManager::reset() {
+    file_name.clear();
+    last_failure = {};
 }
 
 int LogManager::writeLog(int line_level, const char *fmt, ...) {

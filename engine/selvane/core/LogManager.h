@@ -77,6 +77,12 @@ class LogManager : public Manager {
     /// The step count of the following lines.
     void setStepCount(int new_step_count);
 
+    /// The file that the next start opens, whatever environment and configuration say; empty: as
+    /// they say.
+    void setForcedFile(const std::string &name) { forced_file = name; }
+
+    void reset() override;
+
   private:
     friend int logFailure(const char *fmt, ...);
 
@@ -100,6 +106,7 @@ class LogManager : public Manager {
     bool log_step_count = true;
     File p_f; // Null: standard error.
     std::string file_name;
+    std::string forced_file;
     bool warned_write_failed = false;
     bool can_reopen = true; // A new file may replace it when it is deleted.
     // More log files by name, closed with the log. Nothing opens one yet.

@@ -157,6 +157,13 @@ void Manager::forgetEverywhere(const Object *p_o) {
         manager->forget(p_o);
 }
 
+void Manager::resetAll() {
+    NestingLimit::beginSession();
+    // By index: one manager may be the first to ask for another.
+    for (std::size_t i = 0; i < allManagers().size(); ++i)
+        allManagers()[i]->reset();
+}
+
 void Manager::forget(const Object *p_o) {
     for (Interest &interest : interests)
         while (interest.obj_list.remove(p_o) == 0) {

@@ -62,6 +62,11 @@ class Manager {
     /// Removes a destroyed object from every manager, a game's own included.
     static void forgetEverywhere(const Object *p_o);
 
+    /// Forgets what outlives a shut-down, so that the next start is like the process's first. A
+    /// Session calls it at its end, for a game's own managers, too.
+    virtual void reset() {}
+    static void resetAll();
+
   protected:
     Manager();
 

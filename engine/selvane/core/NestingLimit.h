@@ -42,13 +42,17 @@ class NestingLimit {
         return is_reached;
     }
 
-    /// True once: a refusal in every step needs no line in every step.
-    bool isFirstRefusal() { return !std::exchange(is_logged, true); }
+    /// True once a session: a refusal in every step needs no line in every step.
+    bool isFirstRefusal() { return std::exchange(logged_in, session) != session; }
+
+    /// Begins the next session, for every limit.
+    static void beginSession() { ++session; }
 
   private:
     int depth = 0;
     bool is_reached = false;
-    bool is_logged = false;
+    int logged_in = -1; // The session of the last line.
+    static inline int session = 0;
 };
 
 } // namespace sv

@@ -4,6 +4,7 @@
 #include "selvane/core/LogManager.h"
 #include "selvane/display/CellBatch.h"
 #include "selvane/display/ScreenCapture.h"
+#include "selvane/display/figures.h"
 #include "selvane/display/fontSize.h"
 #include "selvane/display/sfmlColor.h"
 
@@ -38,6 +39,7 @@ DisplayManager &DisplayManager::getInstance() {
 
 DisplayManager::DisplayManager() {
     setType("DisplayManager");
+    takeBuiltInSizes();
 }
 
 DisplayManager::~DisplayManager() = default;
@@ -162,6 +164,20 @@ Vector DisplayManager::windowToSpaces(int x, int y) const {
                  : sf::Vector2u(sf::Vector2i(window_horizontal_pixels, window_vertical_pixels));
     return pixelsToSpaces({rescaled(x, window_horizontal_pixels, size.x),
                            rescaled(y, window_vertical_pixels, size.y)});
+}
+
+void DisplayManager::takeBuiltInSizes() {
+    window_horizontal_pixels = 1024;
+    window_vertical_pixels = 768;
+    window_horizontal_chars = 80;
+    window_vertical_chars = 24;
+    cell_size = {12.8F, 32};
+}
+
+void DisplayManager::reset() {
+    takeBuiltInSizes();
+    origin = {};
+    forgetFigures();
 }
 
 void DisplayManager::setCapture(bool is_wanted) {

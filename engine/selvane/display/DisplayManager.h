@@ -110,12 +110,15 @@ class DisplayManager : public Manager {
     /// Null while nothing is captured.
     ScreenCapture *getCapture() const { return capture.get(); }
 
+    void reset() override;
+
     /// Whether what is drawn now goes anywhere.
     bool isDrawing() const;
 
   private:
     DisplayManager();
 
+    void takeBuiltInSizes();
     int takeSizes();
     int openWindow();
     void closeWindow();
@@ -132,11 +135,11 @@ class DisplayManager : public Manager {
     std::unique_ptr<CellBatch> cells;
     std::unique_ptr<ScreenCapture> capture;
 
-    int window_horizontal_pixels = 1024;
-    int window_vertical_pixels = 768;
-    int window_horizontal_chars = 80;
-    int window_vertical_chars = 24;
-    Vector cell_size{12.8F, 32}; // Pixels: the window's divided by its characters.
+    int window_horizontal_pixels = 0;
+    int window_vertical_pixels = 0;
+    int window_horizontal_chars = 0;
+    int window_vertical_chars = 0;
+    Vector cell_size; // Pixels: the window's divided by its characters.
     Vector origin;
     Color window_background_color = BLACK;
     bool key_repeat = true;

@@ -17,10 +17,11 @@ constexpr float square_height = 1.75F; // A square stands higher than its positi
 constexpr float fewest_corners = 3;
 constexpr float most_corners = 10; // So that a circle is visibly a polygon.
 
+constexpr std::size_t corners = 30; // Before the first figure.
+
 /// All figures are drawn through this one. It uses no graphics memory, so it may outlive the
 /// window; and it is never destroyed, so that a global object may draw after main().
 sf::CircleShape &sharedPolygon() {
-    constexpr std::size_t corners = 30;
     static sf::CircleShape &polygon = *new sf::CircleShape(0, corners);
     return polygon;
 }
@@ -105,6 +106,10 @@ void drawFigure(const Figure &figure, Vector pixel) {
         captureFigure(*capture, polygon);
     if (sf::RenderWindow *window = display.getWindow())
         window->draw(polygon);
+}
+
+void forgetFigures() {
+    sharedPolygon() = sf::CircleShape(0, corners);
 }
 
 } // namespace sv

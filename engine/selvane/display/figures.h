@@ -28,4 +28,7 @@ struct Figure {
 /// DisplayManager::isDrawing().
 void drawFigure(const Figure &figure, Vector pixel);
 
+/// The polygon is as before the first figure.
+void forgetFigures();
+
 } // namespace sv

@@ -162,6 +162,13 @@ int GameManager::startUp() {
     return 0;
 }
 
+void GameManager::reset() {
+    setGameOver(false);
+    setStepCount(0);
+    frame_time = default_frame_time;
+    nested_run_is_said = false;
+}
+
 int GameManager::startManagers() {
     for (const Managed &managed : managedInOrder()) {
         if (!isWanted(managed))

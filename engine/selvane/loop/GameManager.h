@@ -45,6 +45,10 @@ class GameManager : public Manager {
     /// The number of the step that is under way; after run(), how many steps it made.
     int getStepCount() const { return step_count; }
 
+    // Called by the engine.
+
+    void reset() override;
+
   private:
     GameManager();
 
@@ -57,7 +61,8 @@ class GameManager : public Manager {
     void setStepCount(int new_step_count);
 
     bool game_over = false;
-    int frame_time = 33;
+    static constexpr int default_frame_time = 33;
+    int frame_time = default_frame_time;
     int step_count = 0;
     bool is_start_failed = false;
     bool is_stopping = false;

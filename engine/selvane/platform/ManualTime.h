@@ -2,8 +2,8 @@
 /// The game loop then runs its steps without pausing, and the result does not depend on the speed
 /// of the machine.
 ///
-/// In use from construction to destruction. Construct it before the engine starts and destroy it
-/// after the engine has shut down. One at a time; game-loop thread only.
+/// In use from construction to destruction, which puts the clock of before back. Construct it before
+/// the engine starts and destroy it after the engine has shut down. Game-loop thread only.
 #pragma once
 
 #include "selvane/platform/system.h"
@@ -16,8 +16,8 @@ namespace sv {
 
 class ManualTime final : public platform::TimeSource {
   public:
-    ManualTime() { platform::setTimeSource(this); }
-    ~ManualTime() { platform::setTimeSource(nullptr); }
+    ManualTime() : before(platform::timeSource()) { platform::setTimeSource(this); }
+    ~ManualTime() { platform::setTimeSource(&before); }
     ManualTime(const ManualTime &) = delete;
     ManualTime &operator=(const ManualTime &) = delete;
 
@@ -68,6 +68,9 @@ class ManualTime final : public platform::TimeSource {
         --open_timer_periods;
         return timer_answer;
     }
+
+  private:
+    platform::TimeSource &before;
 };
 
 } // namespace sv

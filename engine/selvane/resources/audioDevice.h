@@ -11,6 +11,10 @@ namespace sv {
 /// (ALSOFT_DRIVERS=null), which plays into nothing, counts as a device.
 bool hasAudioDevice();
 
+/// While sound is unwanted, this machine counts as one without a device, and nothing is logged
+/// about it.
+void setSoundWanted(bool is_wanted);
+
 /// From now on nothing is loaded or played: the process ends, and SFML's audio, which ends with it,
 /// must not be called any more.
 void giveUpAudio();

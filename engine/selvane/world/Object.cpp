@@ -52,6 +52,10 @@ void warnIfMisspelt(const std::string &event_type) {
 
 } // namespace
 
+void Object::restartIds() {
+    next_id = 1;
+}
+
 Object::Object() : id(takeNextId()) {
     shape.setType(UNDEFINED_SHAPE);
     WorldManager::getInstance().objectCreated(this);

@@ -231,6 +231,9 @@ class Object {
 
     // Called by the engine.
 
+    /// The next object's id is 1 again.
+    static void restartIds();
+
     /// Whether the world may delete it.
     bool isMadeByNew() const;
 

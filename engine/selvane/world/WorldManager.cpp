@@ -22,13 +22,18 @@ namespace {
 constexpr float one_third = 0.33333334F;
 constexpr char by_the_step[] = "The step that is under way does it.";
 
+/// Never destroyed: globals may use the world after main().
+std::set<std::string> &loggedRefusals() {
+    static auto &operations = *new std::set<std::string>;
+    return operations;
+}
+
 /// True while a handler, a draw() or a destructor of an object runs; logged once for each
 /// operation.
 bool isRefusedNow(const char *operation, const char *advice) {
-    static auto &logged = *new std::set<std::string>;
     if (!ObjectWatch::isAny())
         return false;
-    if (logged.insert(operation).second)
+    if (loggedRefusals().insert(operation).second)
         logFailure("WorldManager::%s(): Error! Called from a handler, draw() or destructor of an "
                    "object. Ignored. %s",
                    operation, advice);
@@ -77,6 +82,17 @@ int WorldManager::startUp() {
     warnMadeEarly();
     logLine(5, "WorldManager::startUp(): successfully started.");
     return 0;
+}
+
+void WorldManager::reset() {
+    Object::restartIds();
+    loggedRefusals().clear();
+    early_id = 0;
+    warned_made_early = false;
+    warned_deleted_in_step = false;
+    warned_detached = false;
+    view_following = nullptr;
+    fitToWindow();
 }
 
 void WorldManager::fitToWindow() {

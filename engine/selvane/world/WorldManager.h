@@ -107,6 +107,8 @@ class WorldManager : public Manager {
     /// Sets boundary and view to the window, with a slack of a third.
     void fitToWindow();
 
+    void reset() override;
+
     /// By the constructor of an object, and by its destructor.
     void objectCreated(Object *p_o);
     void objectDestroyed(Object *p_o);
