@@ -4,48 +4,27 @@
 #include "selvane/core/EventMouse.h"
 #include "selvane/core/LogManager.h"
 #include "selvane/display/DisplayManager.h"
+#include "selvane/input/WindowInput.h"
 #include "selvane/input/sfmlKeys.h"
 #include "selvane/loop/GameManager.h"
 
-#include <SFML/Graphics/RenderWindow.hpp>
 #include <SFML/Window/Event.hpp>
-#include <SFML/Window/Keyboard.hpp>
-#include <SFML/Window/Mouse.hpp>
 
 namespace sv {
 
 namespace {
 
-struct Button {
-    sf::Mouse::Button library;
-    EventMouseButton engine;
-};
-
-/// In the order of polling.
-constexpr Button buttons[] = {
-    {sf::Mouse::Left, LEFT}, {sf::Mouse::Right, RIGHT}, {sf::Mouse::Middle, MIDDLE}};
-
-EventMouseButton toEngine(sf::Mouse::Button library) {
-    for (const Button &button : buttons) {
-        if (button.library == library)
-            return button.engine;
-    }
-    return UNDEFINED_MOUSE_BUTTON;
+WindowInput &windowInput() {
+    static WindowInput &instance = *new WindowInput;
+    return instance;
 }
 
-EventMouse mouseEvent(EventMouseAction action, EventMouseButton button, int x, int y) {
+EventMouse mouseEvent(EventMouseAction action, EventMouseButton button, Vector position) {
     EventMouse event;
     event.setMouseAction(action);
     event.setMouseButton(button);
-    event.setMousePosition(DisplayManager::getInstance().windowToSpaces(x, y));
+    event.setMousePosition(position);
     return event;
-}
-
-/// Whether what is held counts: keyboard and mouse themselves are asked, whichever window they
-/// serve.
-bool isHoldingHeard() {
-    return Config::getInstance().getBackgroundInput() ||
-           DisplayManager::getInstance().getWindow()->hasFocus();
 }
 
 } // namespace
@@ -55,7 +34,7 @@ InputManager &InputManager::getInstance() {
     return instance;
 }
 
-InputManager::InputManager() {
+InputManager::InputManager() : source(&windowInput()) {
     setType("InputManager");
 }
 
@@ -94,10 +73,20 @@ void InputManager::shutDown() {
     logLine(5, "InputManager::shutDown(): successfully stopped.");
 }
 
+void InputManager::setSource(InputSource *new_source) {
+    source = new_source ? new_source : &windowInput();
+}
+
+void InputManager::reset() {
+    is_window_closed = false;
+}
+
 void InputManager::getInput() {
-    if (Config::getInstance().getHeadless())
+    const bool is_of_window = source == &windowInput();
+    if (is_of_window && Config::getInstance().getHeadless())
         return;
-    if (DisplayManager::getInstance().getWindow() == nullptr) {
+    source->beginStep();
+    if (source->getState() == InputSource::State::ABSENT) {
         logLine("InputManager::getInput(): DisplayManager unexpectedly returned null window!");
         return;
     }
@@ -105,14 +94,13 @@ void InputManager::getInput() {
         pollKeys();
 }
 
-/// The window as it is now: a handler may have started the display anew, in full screen, say. Null
-/// if there is none any more, and the game is over if it was closed.
-sf::RenderWindow *InputManager::presentWindow() {
-    sf::RenderWindow *p_window = DisplayManager::getInstance().getWindow();
-    if (p_window == nullptr || p_window->isOpen())
-        return p_window;
-    endGame();
-    return nullptr;
+/// Whether there is a window still: a handler may have started the display anew, in full screen,
+/// say. The game is over if it was closed.
+bool InputManager::isWindowOpen() {
+    const InputSource::State state = source->getState();
+    if (state == InputSource::State::CLOSED)
+        endGame();
+    return state == InputSource::State::OPEN;
 }
 
 void InputManager::endGame() {
@@ -123,42 +111,41 @@ void InputManager::endGame() {
 
 /// False if the window has gone, and the step's input with it; so do those that poll.
 bool InputManager::takeQueue() {
-    sf::Event event{};
-    while (sf::RenderWindow *p_window = presentWindow()) {
-        if (!p_window->pollEvent(event))
+    while (isWindowOpen()) {
+        const std::optional<InputItem> item = source->next();
+        if (!item)
             return true;
-        if (event.type == sf::Event::Closed) {
+        if (item->kind == InputItem::Kind::WINDOW_CLOSED) {
             endGame();
             return false;
         }
-        deliver(event);
+        deliver(*item);
     }
     return false;
 }
 
-void InputManager::deliver(const sf::Event &event) {
-    switch (event.type) {
-    case sf::Event::KeyPressed:
-    case sf::Event::KeyReleased: {
-        EventKeyboard key = toEventKeyboard(event);
-        key.setKeyboardAction(event.type == sf::Event::KeyPressed ? KEY_PRESSED : KEY_RELEASED);
+void InputManager::deliver(const InputItem &item) {
+    switch (item.kind) {
+    case InputItem::Kind::WINDOW_CLOSED:
+        break;
+    case InputItem::Kind::KEY_PRESSED:
+    case InputItem::Kind::KEY_RELEASED: {
+        EventKeyboard key = eventOfKey(item.sfml_key);
+        key.setKeyboardAction(item.kind == InputItem::Kind::KEY_PRESSED ? KEY_PRESSED
+                                                                        : KEY_RELEASED);
         onEvent(&key);
         break;
     }
-    case sf::Event::MouseMoved: {
-        const EventMouse moved =
-            mouseEvent(MOVED, UNDEFINED_MOUSE_BUTTON, event.mouseMove.x, event.mouseMove.y);
+    case InputItem::Kind::MOUSE_MOVED: {
+        const EventMouse moved = mouseEvent(MOVED, UNDEFINED_MOUSE_BUTTON, item.mouse);
         onEvent(&moved);
         break;
     }
-    case sf::Event::MouseButtonPressed: {
-        const EventMouse clicked = mouseEvent(CLICKED, toEngine(event.mouseButton.button),
-                                              event.mouseButton.x, event.mouseButton.y);
+    case InputItem::Kind::BUTTON_PRESSED: {
+        const EventMouse clicked = mouseEvent(CLICKED, item.button, item.mouse);
         onEvent(&clicked);
         break;
     }
-    default:
-        break;
     }
 }
 
@@ -166,24 +153,27 @@ EventKeyboard InputManager::toEventKeyboard(const sf::Event &key_event) const {
     return toEventKeyboard(key_event.key);
 }
 
-EventKeyboard InputManager::eventOfKey(int library_key) const {
+EventKeyboard InputManager::eventOfKey(int sfml_key) const {
     EventKeyboard event;
-    event.setKey(toEngineKey(library_key));
+    event.setKey(toEngineKey(sfml_key));
     logLine(15, "InputManager::toEventKeyboard(): Keyboard event '%c' (%d)", event.getKey(),
-            library_key);
+            sfml_key);
     return event;
 }
 
+/// Whether what is held counts, whichever window has the focus.
+bool InputManager::isHoldingHeard() {
+    return Config::getInstance().getBackgroundInput() || source->hasFocus();
+}
+
 bool InputManager::pollMouse() {
-    const sf::Vector2i position =
-        sf::Mouse::getPosition(*DisplayManager::getInstance().getWindow());
-    EventMouse event = mouseEvent(PRESSED, UNDEFINED_MOUSE_BUTTON, position.x, position.y);
-    for (const Button &button : buttons) {
-        if (!sf::Mouse::isButtonPressed(button.library))
+    EventMouse event = mouseEvent(PRESSED, UNDEFINED_MOUSE_BUTTON, source->mousePosition());
+    for (const EventMouseButton button : {LEFT, RIGHT, MIDDLE}) {
+        if (!source->isButtonDown(button))
             continue;
-        event.setMouseButton(button.engine);
+        event.setMouseButton(button);
         onEvent(&event);
-        if (presentWindow() == nullptr)
+        if (!isWindowOpen())
             return false;
     }
     return true;
@@ -192,13 +182,13 @@ bool InputManager::pollMouse() {
 void InputManager::pollKeys() {
     for (const KeyRun &run : polledKeys()) {
         for (int i = 0; i < run.count; ++i) {
-            if (!sf::Keyboard::isKeyPressed(static_cast<sf::Keyboard::Key>(run.library + i)))
+            if (!source->isKeyDown(run.sfml + i))
                 continue;
             EventKeyboard event;
             event.setKey(static_cast<Keyboard::Key>(run.engine + i));
             event.setKeyboardAction(KEY_DOWN);
             onEvent(&event);
-            if (presentWindow() == nullptr)
+            if (!isWindowOpen())
                 return;
         }
     }

@@ -13,10 +13,12 @@
 
 namespace sf {
 class Event;
-class RenderWindow;
-} // namespace sf
+}
 
 namespace sv {
+
+class InputSource;
+struct InputItem;
 
 class InputManager : public Manager {
   public:
@@ -29,12 +31,6 @@ class InputManager : public Manager {
     /// nothing.
     int startUp() override;
     void shutDown() override;
-
-    /// Delivers the input since the last call. A window that was closed, by the person or by the
-    /// game, ends the game, and nothing after that is read in this step. A handler may stop the
-    /// display manager and start it again, in full screen, say: the step's input goes on with the
-    /// new window, and ends if there is none.
-    void getInput();
 
     /// Whether the window was closed since the last start. The game loop forgets it when it runs
     /// again; a game that runs the loop more than once, as a title sequence does, asks here whether
@@ -53,17 +49,34 @@ class InputManager : public Manager {
         return eventOfKey(key_event.code);
     }
 
+    /// Puts another source in place of the window, headless or not; null puts the window back. The
+    /// caller keeps it, and keeps it alive while it is in use.
+    void setSource(InputSource *new_source);
+    InputSource &getSource() { return *source; }
+
+    // Called by the engine.
+
+    /// Delivers the input since the last call. A window that was closed, by the person or by the
+    /// game, ends the game, and nothing after that is read in this step. A handler may stop the
+    /// display manager and start it again, in full screen, say: the step's input goes on with the
+    /// new window, and ends if there is none.
+    void getInput();
+
+    void reset() override;
+
   private:
     InputManager();
 
-    EventKeyboard eventOfKey(int library_key) const;
-    sf::RenderWindow *presentWindow();
+    EventKeyboard eventOfKey(int sfml_key) const;
+    bool isWindowOpen();
     void endGame();
     bool takeQueue();
-    void deliver(const sf::Event &event);
+    void deliver(const InputItem &item);
+    bool isHoldingHeard();
     bool pollMouse();
     void pollKeys();
 
+    InputSource *source;
     bool is_window_closed = false;
 };
 

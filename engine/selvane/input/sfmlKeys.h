@@ -1,4 +1,4 @@
-/// What the windowing library's keys are in the engine, and which of them are polled.
+/// SFML's keys and the engine's, and which of them are polled.
 #pragma once
 
 #include "selvane/core/Keyboard.h"
@@ -7,9 +7,9 @@
 
 namespace sv {
 
-/// Keys that follow each other in the library's numbers and in the engine's.
+/// Keys that follow each other in SFML's numbers and in the engine's.
 struct KeyRun {
-    int library = 0; ///< The first of them.
+    int sfml = 0; ///< The first of them.
     Keyboard::Key engine = Keyboard::UNDEFINED_KEY;
     int count = 1;
 };
@@ -20,7 +20,10 @@ struct KeyRun {
 /// players may have learnt to use either, so it stays.
 std::span<const KeyRun> polledKeys();
 
-/// REQUIRES: library_key is one of the library's keys or its unknown one.
-Keyboard::Key toEngineKey(int library_key);
+/// REQUIRES: sfml_key is one of SFML's keys or its unknown one.
+Keyboard::Key toEngineKey(int sfml_key);
+
+/// The SFML key that arrives as `key`.
+int toSfmlKey(Keyboard::Key key);
 
 } // namespace sv

@@ -1,0 +1,351 @@
+#include "selvane/testing/Session.h"
+
+#include "selvane/core/Config.h"
+#include "selvane/core/EventKeyboard.h"
+#include "selvane/core/EventStep.h"
+#include "selvane/core/LogManager.h"
+#include "selvane/display/DisplayManager.h"
+#include "selvane/display/ScreenCapture.h"
+#include "selvane/input/InputManager.h"
+#include "selvane/loop/GameManager.h"
+#include "selvane/resources/ResourceManager.h"
+#include "selvane/world/spawn.h"
+#include "support/EngineTest.h"
+#include "support/environment.h"
+#ifdef GAME_FOLDER
+#include "game/playGame.h"
+#endif
+
+#include <cstdlib>
+#include <sstream>
+#include <thread>
+
+namespace sv {
+namespace {
+
+/// Walks to the right, and jumps with the space bar.
+class Hero : public Object {
+  public:
+    Hero() {
+        setVelocity({1, 0});
+        registerInterest(KEYBOARD_EVENT);
+        registerInterest(STEP_EVENT);
+    }
+
+    int eventHandler(const Event *p_event) override {
+        if (eventCast<EventStep>(p_event))
+            ++steps;
+        const auto *p_key = eventCast<EventKeyboard>(p_event);
+        if (p_key && p_key->getKey() == Keyboard::SPACE)
+            setPosition(getPosition() + Vector{0, 1});
+        return 1;
+    }
+
+    int draw() override { return DisplayManager::getInstance().drawCh(getPosition(), '@', GREEN); }
+
+    int steps = 0;
+};
+
+/// Writes down what keys and mouse do.
+class Witness : public Object {
+  public:
+    Witness() {
+        registerInterest(KEYBOARD_EVENT);
+        registerInterest(MOUSE_EVENT);
+    }
+
+    int eventHandler(const Event *p_event) override {
+        if (const auto *p_key = eventCast<EventKeyboard>(p_event))
+            seen << "key " << p_key->getKeyboardAction() << ' ' << p_key->getKey() << '\n';
+        if (const auto *p_mouse = eventCast<EventMouse>(p_event))
+            seen << "mouse " << p_mouse->getMouseAction() << ' ' << p_mouse->getMouseButton()
+                 << " at " << p_mouse->getMousePosition().x << ' ' << p_mouse->getMousePosition().y
+                 << '\n';
+        return 1;
+    }
+
+    std::string take() {
+        const std::string text = seen.str();
+        seen.str("");
+        return text;
+    }
+
+  private:
+    std::ostringstream seen;
+};
+
+using SessionTest = test::EngineTest;
+
+GameManager &game() {
+    return GameManager::getInstance();
+}
+
+/// As often as it is asked to; with its own idea of when to stop.
+int runRepeatedly(int times) {
+    if (game().startUp() != 0)
+        return 1;
+    for (int i = 0; i < times; ++i)
+        game().run();
+    game().shutDown();
+    return 7;
+}
+
+TEST_F(SessionTest, plays_parts_of_a_game_step_by_step) {
+    Session session({.columns = 20, .rows = 4});
+    ASSERT_EQ(session.start(), 0);
+    const auto *p_hero = spawn<Hero>();
+    EXPECT_EQ(session.screen(), "");
+    ASSERT_TRUE(session.play(5));
+    EXPECT_EQ(session.screen(), R"(
+      @)");
+    EXPECT_EQ(session.colors(), "\n      g");
+    EXPECT_EQ(p_hero->steps, 5);
+    EXPECT_EQ(game().getStepCount(), 5);
+    EXPECT_EQ(session.objects<Hero>(), std::vector<Hero *>{const_cast<Hero *>(p_hero)});
+    EXPECT_TRUE(session.objects<Witness>().empty());
+    session.pressKey(Keyboard::SPACE);
+    session.play();
+    EXPECT_EQ(session.screen(), "\n\n\n       @") << "pressed and held";
+    logLine("seen by %s", "the test");
+    session.end();
+    EXPECT_EQ(session.exitStatus(), 0);
+    EXPECT_EQ(session.screen(), "\n\n\n       @");
+    EXPECT_NE(session.log().find("seen by the test\n****"), std::string::npos) << session.log();
+    EXPECT_FALSE(session.play());
+    EXPECT_THROW(session.tapKey(Keyboard::A), std::logic_error);
+}
+
+TEST_F(SessionTest, input_comes_as_from_a_window) {
+    Session session;
+    ASSERT_EQ(session.start(), 0);
+    auto *p_witness = spawn<Witness>();
+    const auto seen = [&] {
+        session.play();
+        return p_witness->take();
+    };
+    session.pressKey(Keyboard::B);
+    session.pressKey(Keyboard::B);
+    EXPECT_EQ(seen(), "key 0 37\nkey 2 37\n");
+    EXPECT_EQ(seen(), "key 2 37\n");
+    session.releaseKey(Keyboard::B);
+    session.tapKey(Keyboard::BACKSPACE);
+    EXPECT_EQ(seen(), "key 1 37\nkey 0 72\nkey 1 72\n");
+    session.pressKey(Keyboard::NUM0);
+    session.pressKey(Keyboard::BACKSPACE);
+    session.pressKey(static_cast<Keyboard::Key>(163)); // Delete, which is not polled.
+    EXPECT_EQ(seen(), "key 0 71\nkey 0 72\nkey 0 163\nkey 2 71\nkey 2 72\n");
+    for (const int key : {71, 72, 163})
+        session.releaseKey(static_cast<Keyboard::Key>(key));
+    EXPECT_EQ(seen(), "key 1 71\nkey 1 72\nkey 1 163\n");
+    session.click({3.3F, 4}, RIGHT);
+    EXPECT_EQ(seen(), "mouse 2 -1 at 3.3 4\nmouse 0 1 at 3.3 4\n");
+    session.pressButton();
+    session.moveMouse({-2, 90});
+    EXPECT_EQ(seen(), "mouse 0 0 at 3.3 4\nmouse 2 -1 at -2 90\nmouse 1 0 at -2 90\n");
+    session.releaseButton();
+    EXPECT_EQ(seen(), "");
+}
+
+TEST_F(SessionTest, a_program_runs_the_loop_itself) {
+    Session session([] { return runRepeatedly(3); });
+    EXPECT_TRUE(session.play(3)) << "the start is made with it";
+    EXPECT_EQ(game().getStepCount(), 3);
+    game().setGameOver();
+    session.play();
+    EXPECT_EQ(game().getStepCount(), 0) << "of the second run";
+    EXPECT_EQ(session.exitStatus(), -1);
+    session.closeWindow();
+    EXPECT_FALSE(session.play(5));
+    EXPECT_TRUE(InputManager::getInstance().isWindowClosed());
+    EXPECT_EQ(session.exitStatus(), 7);
+    session.end();
+    EXPECT_EQ(session.exitStatus(), 7);
+    EXPECT_FALSE(InputManager::getInstance().isWindowClosed());
+}
+
+TEST_F(SessionTest, every_program_is_ended) {
+    const auto endless = [] {
+        while (game().isStarted() || game().startUp() == 0)
+            game().run();
+        return 0;
+    };
+    const struct {
+        std::function<int()> program;
+        int status;
+        const char *errors;
+    } cases[] = {
+        {[] { return runRepeatedly(100); }, 7, ""},
+        {[&] { return endless(); }, -1,
+         "Session: Warning! The program goes on without a window, and is ended by an exception.\n"},
+        {[]() -> int {
+             game().startUp();
+             throw std::runtime_error("no level");
+         },
+         -1, "Session: Error! The program has thrown: no level\n"},
+        {[] { return game().startUp(); }, 0, ""},
+        {[] { return 5; }, 5, ""},
+    };
+    for (const auto &c : cases) {
+        int status = 0;
+        test::CapturedErrors errors;
+        try {
+            Session session(c.program);
+            session.play(2);
+            session.end();
+            status = session.exitStatus();
+        } catch (const std::exception &error) {
+            std::cerr << "Session: Error! The program has thrown: " << error.what() << '\n';
+            status = -1;
+        }
+        EXPECT_EQ(errors.take(), c.errors);
+        EXPECT_EQ(status, c.status);
+        EXPECT_FALSE(game().isStarted());
+        EXPECT_FALSE(LogManager::getInstance().isStarted());
+    }
+    { const Session never_begun(endless); }
+}
+
+TEST_F(SessionTest, a_program_that_hangs_ends_the_process) {
+    EXPECT_DEATH(
+        {
+            Session session(
+                [] {
+                    std::this_thread::sleep_for(std::chrono::hours(1));
+                    return 0;
+                },
+                {.patience_s = 1});
+            session.start();
+        },
+        "has neither ended nor come for input in time");
+    EXPECT_DEATH(
+        {
+            Session session([] {
+                game().startUp();
+                while (true) {
+                    try {
+                        game().run();
+                    } catch (...) {
+                    }
+                }
+                return 0;
+            });
+            session.start();
+        },
+        "has caught the exception that was to end it");
+}
+
+/// All that a session shows of a game that leaves nothing as it was.
+std::string wildSession() {
+    std::ostringstream all;
+    Session session({.columns = 30, .rows = 8, .config = "frame_time:20,", .log_level = 2});
+    EXPECT_EQ(session.start(), 0);
+    LogManager &log = LogManager::getInstance();
+    for (const int type : {SQUARE, CIRCLE}) { // A square turns the figures that come after it.
+        Shape shape;
+        shape.setType(type);
+        shape.setSize(300);
+        auto *p_object = new Object;
+        p_object->setShape(shape);
+        p_object->setPosition({5.0F + 10.0F * static_cast<float>(type), 3});
+        all << p_object->getId() << ' ';
+    }
+    auto *p_hero = spawn<Hero>();
+    WorldManager::getInstance().setViewFollowing(p_hero);
+    WorldManager::getInstance().setViewPosition({100, 100});
+    DisplayManager::getInstance().setShake(3, 3, 50);
+    ResourceManager::getInstance().loadSound("missing.wav", "missing");
+    session.pressKey(Keyboard::SPACE);
+    session.play(4);
+    all << Config::getInstance().getFrameTime() << ' ' << session.getTime().now_ms << ' '
+        << std::rand() % 1000 << ' ' << log.getLogLevel() << '\n';
+    log.setLogLevel(9);
+    log.setLogStepCount(true);
+    Config::getInstance().loadConfig("frame_time:7,window_title:Wild,");
+    struct Meddler : Object {
+        ~Meddler() override { WorldManager::getInstance().update(); }
+    };
+    delete spawn<Meddler>();
+    WorldManager::getInstance().markForDelete(spawn<Meddler>());
+    session.play();
+    session.end();
+    all << session.screen() << '\n' << session.colors() << '\n' << session.log();
+    return all.str();
+}
+
+TEST_F(SessionTest, the_hundredth_is_exactly_like_the_first) {
+    const auto &log = LogManager::getInstance();
+    const auto here = std::filesystem::current_path();
+    prepareLog(3);
+    test::setEnvironment(LOG_FILE_VARIABLE, "not/this/one.log");
+    const std::string first = wildSession();
+    EXPECT_NE(first.find('#'), std::string::npos) << first;
+    for (int round = 1; round < 100; ++round)
+        ASSERT_EQ(wildSession(), first) << round;
+    EXPECT_EQ(log.getLogLevel(), 3);
+    EXPECT_FALSE(log.getLogStepCount());
+    EXPECT_EQ(log.getFileName(), "");
+    EXPECT_EQ(Config::getInstance().getFrameTime(), 33);
+    EXPECT_EQ(Config::getInstance().getWindowTitle(), "Selvane");
+    EXPECT_FALSE(Config::getInstance().getHeadless());
+    EXPECT_EQ(DisplayManager::getInstance().getHorizontal(), 80);
+    EXPECT_EQ(DisplayManager::getInstance().getCapture(), nullptr);
+    EXPECT_EQ(&platform::timeSource(), &platform::systemTimeSource());
+    EXPECT_EQ(std::filesystem::current_path(), here);
+    EXPECT_TRUE(std::filesystem::is_empty(here));
+    EXPECT_EQ(Object().getId(), 1);
+}
+
+TEST_F(SessionTest, runs_where_it_is_told_and_as_configured) {
+    std::filesystem::create_directory("game");
+    writeFile("game/sv-config.txt",
+              "window_horizontal_chars:50,\nwindow_vertical_chars:40,\nheadless:false,\n"
+              "random_seed:9,\nframe_time:50,\nlogfile:gone.log,\n");
+    writeFile("game/dot.txt", "1\n1\n1\n1\nwhite\n*\nend\neof\n");
+    const auto randomOf = [](int seed) {
+        Session session({.seed = seed, .rows = 10, .folder = "game"});
+        EXPECT_EQ(session.start(), 0);
+        EXPECT_EQ(WorldManager::getInstance().getBoundary(), (Box{{0, 0}, 50, 10}));
+        session.play(3);
+        EXPECT_EQ(session.getTime().now_ms, 150);
+        EXPECT_TRUE(std::filesystem::exists("dot.txt"));
+        return std::rand();
+    };
+    EXPECT_EQ(randomOf(1), randomOf(1));
+    EXPECT_NE(randomOf(1), randomOf(2));
+    EXPECT_FALSE(std::filesystem::exists("dot.txt"));
+    EXPECT_FALSE(std::filesystem::exists("game/gone.log"));
+    EXPECT_THROW(Session({.folder = "nowhere"}), std::filesystem::filesystem_error);
+}
+
+#ifdef GAME_FOLDER
+TEST_F(SessionTest, plays_the_whole_game) {
+    test::setEnvironment(CONFIG_FILE_VARIABLE, GAME_FOLDER "/game/sv-config.txt");
+    std::string title;
+    for (int round = 0; round < 2; ++round) {
+        Session session(playGame, {.folder = GAME_FOLDER});
+        ASSERT_TRUE(session.play(200)) << "the title sequence, which runs the loop for itself";
+        EXPECT_NE(session.screen(), "");
+        EXPECT_EQ(std::exchange(title, session.screen()), round == 0 ? "" : session.screen());
+        session.tapKey(Keyboard::Q);
+        EXPECT_FALSE(session.play(100));
+        EXPECT_EQ(session.exitStatus(), 0);
+    }
+}
+#endif
+
+TEST_F(SessionTest, there_is_one_at_a_time) {
+    const Session session;
+    EXPECT_THROW(Session(), std::logic_error);
+}
+
+TEST_F(SessionTest, a_failed_start_is_reported) {
+    Session session({.config = "window_horizontal_chars:0,"});
+    test::CapturedErrors errors;
+    EXPECT_EQ(session.start(), -1);
+    EXPECT_TRUE(errors.take().starts_with("Selvane did not start. Its sides are 1 to 16384 long"));
+    EXPECT_EQ(session.exitStatus(), 1);
+    EXPECT_NE(session.log().find("Error starting display manager!"), std::string::npos);
+}
+
+} // namespace
+} // namespace sv
