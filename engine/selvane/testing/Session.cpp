@@ -91,9 +91,9 @@ class Session::Play {
     bool is_begun = false;
 };
 
-Session::Session(const SessionOptions &options) : Session(runEngine, options) {}
+Session::Session(const SessionOptions &options) : Session(options, runEngine) {}
 
-Session::Session(std::function<int()> program, const SessionOptions &options)
+Session::Session(const SessionOptions &options, std::function<int()> program)
     : p_play(std::make_unique<Play>(std::move(program), options)) {}
 
 Session::~Session() {

@@ -21,9 +21,11 @@
 #include "selvane/world/Object.h"
 #include "selvane/world/WorldManager.h"
 
+#include <concepts>
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace sv {
@@ -43,10 +45,12 @@ class Session {
     /// The engine alone: what is in the world, the test spawns.
     explicit Session(const SessionOptions &options = {});
 
-    /// A whole program, as its main() would be: it starts, runs and stops the engine itself, as
-    /// often as it likes. Throws std::logic_error if the engine is started or there is another
-    /// session.
-    explicit Session(std::function<int()> program, const SessionOptions &options = {});
+    /// A whole program, a function that does what its main() does and returns its exit status: it
+    /// starts, runs and stops the engine itself, as often as it likes. Throws std::logic_error if
+    /// the engine is started or there is another session.
+    template<std::invocable Program>
+    explicit Session(Program program, const SessionOptions &options = {})
+        : Session(options, std::function<int()>(std::move(program))) {}
 
     ~Session();
     Session(const Session &) = delete;
@@ -110,6 +114,7 @@ class Session {
   private:
     class Play;
 
+    Session(const SessionOptions &options, std::function<int()> program);
     Play &current();
 
     std::unique_ptr<Play> p_play; // Null when the session has ended, of which this remains:
