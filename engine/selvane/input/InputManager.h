@@ -1,11 +1,10 @@
-/// Turns the window's input into events once a step: what happened since the last step, from the
-/// window's queue, and what is held down, from the state of keyboard and mouse. A held key thus
-/// gives an event in every step, and the system's key repeat is off while this manager runs. What
-/// is held counts even while another window has the focus, unless the configuration's
-/// "background_input" is false.
+/// Turns input into events once a step: what happened since the last step, and which keys and
+/// buttons are held. A held key thus gives an event in every step, and the system's key repeat is
+/// off while this manager runs. What is held counts even while another window has the focus, unless
+/// the configuration's "background_input" is false.
 ///
-/// Starts after the display manager, whose window it reads. Game-loop thread only, which must be
-/// the one that opened the window.
+/// Input comes from the display manager's window, which must be started before, or from an
+/// InputSource in its place. Game-loop thread only, which must be the one that opened the window.
 #pragma once
 
 #include "selvane/core/EventKeyboard.h"
@@ -24,7 +23,7 @@ class InputManager : public Manager {
   public:
     static InputManager &getInstance();
 
-    /// True for "sv-keyboard" and "sv-mouse" alone.
+    /// True only for "sv-keyboard" and "sv-mouse".
     bool isValid(const std::string &event_type) const override;
 
     /// 0, or -1 if the display manager is not started. Without a window it starts, and reads
@@ -32,9 +31,8 @@ class InputManager : public Manager {
     int startUp() override;
     void shutDown() override;
 
-    /// Whether the window was closed since the last start. The game loop forgets it when it runs
-    /// again; a game that runs the loop more than once, as a title sequence does, asks here whether
-    /// to go on.
+    /// Whether the window was closed since the last start. A game that calls run() more than once,
+    /// as one with a title sequence does, asks here whether to go on: run() begins anew.
     bool isWindowClosed() const { return is_window_closed; }
 
     /// The key of a key press or release as an event; its action is the caller's to set.

@@ -32,7 +32,7 @@ EventMouseButton toEngineButton(sf::Mouse::Button button) {
     }
 }
 
-/// None for what no object hears of.
+/// None for events that no object is sent.
 std::optional<InputItem> toItem(const sf::Event &event) {
     using Kind = InputItem::Kind;
     switch (event.type) {
@@ -57,10 +57,10 @@ std::optional<InputItem> toItem(const sf::Event &event) {
 } // namespace
 
 InputSource::State WindowInput::getState() {
-    const sf::RenderWindow *p_window = window();
-    if (!p_window)
+    const sf::RenderWindow *present = window();
+    if (!present)
         return State::ABSENT;
-    return p_window->isOpen() ? State::OPEN : State::CLOSED;
+    return present->isOpen() ? State::OPEN : State::CLOSED;
 }
 
 std::optional<InputItem> WindowInput::next() {

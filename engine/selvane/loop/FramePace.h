@@ -1,8 +1,8 @@
 /// Keeps the game loop at its rate: how long the network and the path finding may take of a step,
 /// and how long the loop sleeps at its end. A step that overslept shortens the next one.
 ///
-/// The wall clock may be set at any moment: whatever it says, no step sleeps longer than one frame
-/// and path finding never gets more than one.
+/// The wall clock may be set at any moment: even then no step sleeps longer than one frame and path
+/// finding never gets more than one.
 #pragma once
 
 #include <cstdint>
@@ -23,8 +23,8 @@ class FramePace {
     /// step. 0 or less when nothing is left.
     int pathBudget(int split) const;
 
-    /// Sleeps out the step that began with the clock's last restart. Says in the log when a step
-    /// took too long, except the first, and except one right after an oversleep.
+    /// Sleeps until the end of the step that began with the clock's last restart. Logs a step that
+    /// took too long, except the first one and one right after an oversleep.
     void endStep(const Clock &clock, int step_count);
 
   private:

@@ -32,7 +32,7 @@ constexpr unsigned timer_period_ms = 1;
 constexpr int unseeded = -1;
 constexpr char standard_error[] = "/dev/stderr";
 
-/// A manager between the log, which is up before it and longer, and the game loop.
+/// A manager that starts after the log and stops before it.
 struct Managed {
     Manager &manager;
     const char *name;
@@ -69,7 +69,7 @@ void logWorkingDirectory() {
     logLine(1, "  %s", directory.empty() ? "(full path too long)" : directory.c_str());
 }
 
-/// For a person: without the operation that said it.
+/// For a person: without the name of the function that logged it.
 std::string_view asSentence(std::string_view failure) {
     for (const std::string_view before : {"(): ", "Note! "}) {
         const std::size_t found = failure.find(before);
@@ -79,7 +79,7 @@ std::string_view asSentence(std::string_view failure) {
     return failure;
 }
 
-/// The log has the reason already. Standard error gets it, too, unless it has it from the log: who
+/// The log has the reason already. Standard error gets it too, unless it is the log: a person who
 /// starts a game from a terminal looks there.
 int failStart(const char *manager) {
     LogManager &log = LogManager::getInstance();
@@ -133,7 +133,7 @@ int GameManager::startUp() {
     [[maybe_unused]] static const int registered = std::atexit([] { getInstance().endAtExit(); });
     if (is_start_failed)
         shutDown();
-    is_start_failed = true; // Until it has not.
+    is_start_failed = true; // Until all of it has been done.
     is_stop_wanted = false;
     is_stopped_by_run = false;
     Config &config = Config::getInstance();
@@ -153,8 +153,7 @@ int GameManager::startUp() {
     fitWorldToWindow();
     seedRandom();
     if (platform::timeSource().beginTimerPeriod(timer_period_ms) == platform::timer_period_refused)
-        logLine(1, "GameManager()::startUp(): Warning!  timeBeginPeriod() cannot accept 1 "
-                   "msec.");
+        logLine(1, "GameManager()::startUp(): Warning!  timeBeginPeriod() cannot accept 1 msec.");
     setGameOver(false);
     is_start_failed = false;
     Manager::startUp();
@@ -166,7 +165,7 @@ void GameManager::reset() {
     setGameOver(false);
     setStepCount(0);
     frame_time = default_frame_time;
-    nested_run_is_said = false;
+    warned_nested_run = false;
 }
 
 int GameManager::startManagers() {
@@ -182,7 +181,7 @@ int GameManager::startManagers() {
 
 void GameManager::shutDown() {
     if (is_stopping)
-        return; // A destructor asks for what is under way.
+        return; // A destructor asks for it while it is being done.
     setGameOver();
     if (ObjectWatch::isAny())
         is_stop_wanted = true;
@@ -190,8 +189,8 @@ void GameManager::shutDown() {
         stopManagers();
 }
 
-/// At the end of the process no handler is running any more, even if one has called exit(), and
-/// nobody else does what it has asked for.
+/// At the end of the process no handler runs any more, even if one has called exit(), and no run()
+/// does what it has asked for.
 void GameManager::endAtExit() {
     ObjectWatch::endAll();
     if (is_stop_wanted)
@@ -227,13 +226,13 @@ void GameManager::run() {
         return;
     }
     if (ObjectWatch::isAny()) {
-        if (!std::exchange(nested_run_is_said, true))
+        if (!std::exchange(warned_nested_run, true))
             logFailure("GameManager::run(): Error! Called from a handler, draw() or destructor of "
                        "an object. Ignored. The loop that called it goes on.");
         return;
     }
-    // A handler that calls exit() never returns: globals whose destructors come after this are free
-    // to stop the engine. For the others there is endAtExit().
+    // A handler that calls exit() never returns. Destructors of globals that run after this may
+    // stop the engine; endAtExit() does it for the others.
     [[maybe_unused]] static const int registered = std::atexit(ObjectWatch::endAll);
     if (!is_stop_wanted)
         runLoop();
@@ -280,16 +279,15 @@ void GameManager::serviceNetwork(const Clock &clock, const FramePace &pace) {
     const int begin = clock.split();
     const std::int64_t deadline = begin + pace.networkBudget();
     while (true) {
-        bool any_told = false;
+        bool any_sent = false;
         for (int i = 0; i < network.getNumConnections(); ++i)
-            any_told |= network.genDataEvents(i) > 0;
-        if (!any_told)
+            any_sent |= network.genDataEvents(i) > 0;
+        if (!any_sent)
             return;
         const int split = clock.split();
-        // A clock set back meanwhile would put the deadline off: it counts as reached.
+        // A clock set back meanwhile would postpone the deadline, so treat it as reached.
         if (split >= deadline || split < begin) {
-            logLine("GameManager::run(): Warning! Residual network "
-                    "data.");
+            logLine("GameManager::run(): Warning! Residual network data.");
             return;
         }
     }

@@ -1,7 +1,7 @@
-/// Starts every other manager, runs the game loop at a fixed rate, and stops the managers again:
-/// its source holds the only list of who starts and stops when.
+/// Starts every other manager, runs the game loop at a fixed rate, and stops the managers again.
+/// Its source holds the only list of what starts and stops when.
 ///
-/// Delivers the step event. Everything, engine and game, runs inside run(), on one thread.
+/// Delivers the step event. Engine and game run inside run(), on one thread.
 #pragma once
 
 #include "selvane/core/Manager.h"
@@ -15,7 +15,7 @@ class GameManager : public Manager {
   public:
     static GameManager &getInstance();
 
-    /// True for "sv-step" alone.
+    /// True only for "sv-step".
     bool isValid(const std::string &event_type) const override;
 
     /// Loads the configuration and starts the managers. 0, or -1 with the reason in the log and on
@@ -23,26 +23,26 @@ class GameManager : public Manager {
     /// next try, stops them.
     int startUp() override;
 
-    /// Stops the managers, last started first, and with them ends the game. Called from a handler,
-    /// a draw() or a destructor of an object it ends the game, and run() stops the managers when
-    /// the step has ended; without a run(), a later call does. Not to be called from an object's
-    /// constructor, which would go on with a deleted object: setGameOver() is.
+    /// Stops the managers, last started first, and ends the game. Called from a handler, a draw()
+    /// or a destructor of an object it ends the game, and run() stops the managers after the step;
+    /// without a run(), a later call does. Must not be called from an object's constructor, which
+    /// would go on with a deleted object: call setGameOver() there.
     void shutDown() override;
 
     /// Runs step after step until the game is over. May be called again: each call begins at step
-    /// 0. Returns at once, with a line in the log, if the engine is not started, or from a handler.
+    /// 0. Returns at once, with a line in the log, if the engine is not started or from a handler.
     void run();
 
-    /// Ends the loop after the step that is under way: that step still updates, draws and sleeps.
-    /// The next run() begins with a game that is not over, whatever was set before it: a game that
-    /// cannot begin does not call run().
+    /// Ends the loop after the current step, which still updates, draws and sleeps. run() begins
+    /// with a game that is not over, whatever was set before it: a game that cannot begin must not
+    /// call run().
     void setGameOver(bool new_game_over = true);
     bool getGameOver() const { return game_over; }
 
     /// Milliseconds that a step should take.
     int getFrameTime() const { return frame_time; }
 
-    /// The number of the step that is under way; after run(), how many steps it made.
+    /// The number of the current step; after run(), how many steps it made.
     int getStepCount() const { return step_count; }
 
     // Called by the engine.
@@ -66,9 +66,9 @@ class GameManager : public Manager {
     int step_count = 0;
     bool is_start_failed = false;
     bool is_stopping = false;
-    bool is_stop_wanted = false; // By a handler: run() does it.
+    bool is_stop_wanted = false; // By a handler, for run() to do.
     bool is_stopped_by_run = false;
-    bool nested_run_is_said = false;
+    bool warned_nested_run = false;
 };
 
 } // namespace sv

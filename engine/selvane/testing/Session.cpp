@@ -94,7 +94,7 @@ class Session::Play {
 Session::Session(const SessionOptions &options) : Session(options, runEngine) {}
 
 Session::Session(const SessionOptions &options, std::function<int()> program)
-    : p_play(std::make_unique<Play>(std::move(program), options)) {}
+    : under_way(std::make_unique<Play>(std::move(program), options)) {}
 
 Session::~Session() {
     try {
@@ -107,29 +107,29 @@ Session::~Session() {
 }
 
 int Session::start() {
-    if (p_play && !p_play->is_begun)
-        p_play->resume();
+    if (under_way && !under_way->is_begun)
+        under_way->resume();
     return hasEnded() ? -1 : 0;
 }
 
 bool Session::play(int steps) {
     start();
     for (int step = 0; step < steps && !hasEnded(); ++step)
-        p_play->resume();
+        under_way->resume();
     return !hasEnded();
 }
 
 void Session::end() {
-    if (!p_play)
+    if (!under_way)
         return;
     std::exception_ptr failure;
     try {
-        p_play->leave();
+        under_way->leave();
     } catch (...) {
         failure = std::current_exception();
     }
     remains = {screen(), colors(), log(), exitStatus()};
-    p_play.reset();
+    under_way.reset();
     if (failure)
         std::rethrow_exception(failure);
 }
@@ -170,15 +170,15 @@ void Session::closeWindow() {
 }
 
 std::string Session::screen() const {
-    return p_play ? screenText() : remains.screen;
+    return under_way ? screenText() : remains.screen;
 }
 
 std::string Session::colors() const {
-    return p_play ? screenColors() : remains.colors;
+    return under_way ? screenColors() : remains.colors;
 }
 
 std::string Session::log() const {
-    return p_play ? p_play->engine.logText() : remains.log;
+    return under_way ? under_way->engine.logText() : remains.log;
 }
 
 ManualTime &Session::getTime() {
@@ -186,17 +186,17 @@ ManualTime &Session::getTime() {
 }
 
 bool Session::hasEnded() const {
-    return !p_play || p_play->lockstep.hasEnded();
+    return !under_way || under_way->lockstep.hasEnded();
 }
 
 int Session::exitStatus() const {
-    return p_play ? p_play->lockstep.getStatus() : remains.status;
+    return under_way ? under_way->lockstep.getStatus() : remains.status;
 }
 
 Session::Play &Session::current() {
-    if (!p_play)
+    if (!under_way)
         throw std::logic_error("Session: it has ended.");
-    return *p_play;
+    return *under_way;
 }
 
 } // namespace sv

@@ -97,9 +97,9 @@ class Session {
     template<typename SomeObject>
     static std::vector<SomeObject *> objects(bool include_inactive = false) {
         std::vector<SomeObject *> found;
-        for (Object *p_o : WorldManager::getInstance().getAllObjects(include_inactive))
-            if (auto *p_some = dynamic_cast<SomeObject *>(p_o))
-                found.push_back(p_some);
+        for (Object *object : WorldManager::getInstance().getAllObjects(include_inactive))
+            if (auto *one = dynamic_cast<SomeObject *>(object))
+                found.push_back(one);
         return found;
     }
 
@@ -117,7 +117,7 @@ class Session {
     Session(const SessionOptions &options, std::function<int()> program);
     Play &current();
 
-    std::unique_ptr<Play> p_play; // Null when the session has ended, of which this remains:
+    std::unique_ptr<Play> under_way; // Null when the session has ended, of which this remains:
     struct {
         std::string screen, colors, log;
         int status = -1;
