@@ -25,7 +25,7 @@ class Log : public test::EngineTest {
     LogManager &log = LogManager::getInstance();
 };
 
-TEST_F(Log, a_line_is_time_step_count_and_message) {
+TEST_F(Log, lines_have_time_step_count_and_message) {
     const struct {
         bool with_time, with_step;
         int step;
@@ -47,20 +47,15 @@ TEST_F(Log, a_line_is_time_step_count_and_message) {
         EXPECT_EQ(logLines().back(), c.line);
     }
     log.setLogTimeString(true);
-    const auto last_line = [&] {
+    for (const char *shown : {"07:08:09", "07:08:10", "(time error)", "07:08:10"}) {
+        time.local_second = std::string(shown).back() == '9' ? 9 : 10;
+        time.local_time_fails = shown[0] == '(';
         log.writeLog("message");
-        return logLines().back();
-    };
-    EXPECT_EQ(last_line(), "07:08:09 message");
-    time.local_second = 10;
-    EXPECT_EQ(last_line(), "07:08:10 message");
-    time.local_time_fails = true;
-    EXPECT_EQ(last_line(), "(time error) message");
-    time.local_time_fails = false;
-    EXPECT_EQ(last_line(), "07:08:10 message");
+        EXPECT_EQ(logLines().back(), shown + std::string(" message"));
+    }
 }
 
-TEST_F(Log, a_process_begins_with_level_0_and_both_prefixes) {
+TEST_F(Log, defaults_are_level_0_and_both_prefixes) {
     ManualTime time;
     EXPECT_EQ(errorsOf([&] {
                   log.writeLog(1, "one");
@@ -69,17 +64,20 @@ TEST_F(Log, a_process_begins_with_level_0_and_both_prefixes) {
               "07:08:09    0 two\n");
 }
 
-TEST_F(Log, a_line_above_the_level_is_dropped) {
+TEST_F(Log, lines_above_the_level_are_dropped) {
     const struct {
         int log_level, line_level;
         bool written;
     } cases[] = {{0, 0, true}, {0, 1, false}, {5, 5, true}, {5, 6, false}, {-1, 0, false}};
+    const std::string raw = "100 % of %s and %n";
     startLog();
     for (const auto &c : cases) {
         log.setLogLevel(c.log_level);
         EXPECT_EQ(log.writeLog(c.line_level, "%s", "hi"), c.written ? 2 : 0);
+        EXPECT_EQ(log.writeLog(c.line_level, raw), c.written ? static_cast<int>(raw.size()) : 0);
         EXPECT_EQ(log.writeLog("always"), 6);
-        EXPECT_EQ(said(), c.written ? "hi\nalways\n" : "always\n")
+        EXPECT_EQ(log.writeLog(raw), static_cast<int>(raw.size()));
+        EXPECT_EQ(said(), (c.written ? "hi\n" + raw + "\n" : "") + "always\n" + raw + "\n")
             << c.line_level << " at " << c.log_level;
     }
 }
@@ -93,24 +91,15 @@ TEST_F(Log, a_line_is_in_the_file_at_once) {
     EXPECT_EQ(logText(), "one 1\ntwo\n");
 }
 
-TEST_F(Log, a_string_is_written_as_it_is) {
-    const std::string text = "100 % of %s and %n";
-    startLog();
-    EXPECT_EQ(log.writeLog(text), static_cast<int>(text.size()));
-    EXPECT_EQ(log.writeLog(0, text), static_cast<int>(text.size()));
-    EXPECT_EQ(log.writeLog(1, text), 0);
-    EXPECT_EQ(logText(), text + "\n" + text + "\n");
-}
-
-TEST_F(Log, another_programs_is_kept_and_both_go_on) {
+TEST_F(Log, another_programs_log_is_kept) {
     const std::string warning = "LogManager::startUp(): Warning! Another running program writes "
                                 "the log 'selvane.log' too. SELVANE_LOG can name another file "
                                 "for this one.\n";
-    std::FILE *p_others = platform::openLog("selvane.log").p_file; // As that program does.
-    ASSERT_NE(p_others, nullptr);
+    std::FILE *other = platform::openLog("selvane.log").p_file; // As that program does.
+    ASSERT_TRUE(other);
     const auto other_writes = [&](const char *line) {
-        std::fputs(line, p_others);
-        std::fflush(p_others);
+        std::fputs(line, other);
+        std::fflush(other);
     };
     other_writes("other 1\n");
     EXPECT_EQ(errorsOf([] { startLog(); }), warning);
@@ -118,7 +107,7 @@ TEST_F(Log, another_programs_is_kept_and_both_go_on) {
     other_writes("other 2\n");
     log.writeLog("own 2");
     EXPECT_EQ(logText(), "other 1\n" + warning + "own 1\nother 2\nown 2\n");
-    std::fclose(p_others);
+    std::fclose(other);
     log.shutDown();
     EXPECT_EQ(errorsOf([] { startLog(); }), "");
     EXPECT_EQ(logText(), "");
@@ -136,18 +125,49 @@ TEST_F(Log, a_file_that_cannot_be_opened_fails_the_start) {
     }
 }
 
-TEST_F(Log, a_disk_that_is_full_fails_the_line) {
+TEST_F(Log, a_full_disk_is_reported_once) {
     if (!std::filesystem::exists("/dev/full"))
         GTEST_SKIP() << "no /dev/full here";
     test::setEnvironment(LOG_FILE_VARIABLE, "/dev/full");
-    startLog();
-    EXPECT_EQ(log.writeLog("message"), -1);
-    EXPECT_EQ(log.writeLog(1, "dropped"), 0);
-    log.setFlush(false);
-    EXPECT_EQ(log.writeLog(std::string("message")), -1);
+    for (const bool do_flush : {true, false}) {
+        EXPECT_EQ(errorsOf([&] {
+                      startLog();
+                      log.setFlush(do_flush);
+                      EXPECT_EQ(log.writeLog("message"), -1);
+                      EXPECT_EQ(log.writeLog(1, "dropped"), 0);
+                      EXPECT_EQ(log.writeLog(std::string("message")), -1);
+                      log.shutDown();
+                  }),
+                  "LogManager::writeLog(): Warning! Unable to write the log file: No space left on "
+                  "device.\n");
+    }
 }
 
-TEST_F(Log, the_variable_wins_over_the_configuration_and_that_over_the_default) {
+TEST_F(Log, a_deleted_log_goes_on_in_a_new_file) {
+    startLog();
+    const std::string deleted =
+        "LogManager::writeLog(): Warning! The log file 'selvane.log' was deleted. ";
+    const auto expect_after_two_lines = [&](const std::string &errors, const std::string &text) {
+        EXPECT_EQ(errorsOf([&] {
+                      log.writeLog("one");
+                      log.writeLog("two");
+                  }),
+                  errors);
+        EXPECT_EQ(logText(), text);
+    };
+    std::error_code refused;
+    for (int i = 0; i < 2; ++i) {
+        if (!std::filesystem::remove("selvane.log", refused))
+            GTEST_SKIP() << "files that are open stay here";
+        expect_after_two_lines(deleted + "The log goes on in a new one.\n", "one\ntwo\n");
+    }
+    std::filesystem::remove("selvane.log");
+    writeFile("selvane.log", "another program's");
+    expect_after_two_lines(deleted + "No other can be made: File exists.\n", "another program's");
+    expect_after_two_lines("", "another program's");
+}
+
+TEST_F(Log, the_variable_wins_over_the_configuration) {
     Config::getInstance().loadConfig("logfile:configured.log,");
     startLog();
     EXPECT_TRUE(std::filesystem::exists("configured.log"));
@@ -158,7 +178,7 @@ TEST_F(Log, the_variable_wins_over_the_configuration_and_that_over_the_default) 
     EXPECT_FALSE(std::filesystem::exists("selvane.log"));
 }
 
-TEST_F(Log, a_stop_ends_the_file_and_a_new_start_empties_it) {
+TEST_F(Log, a_new_start_empties_the_file) {
     startLog(5);
     EXPECT_EQ(log.startUp(), -1);
     EXPECT_EQ(errorsOf([&] { log.shutDown(); }), "");
@@ -171,9 +191,9 @@ TEST_F(Log, a_stop_ends_the_file_and_a_new_start_empties_it) {
     EXPECT_EQ(logText(), "LogManager::startUp(): successfully started.\n");
 }
 
-class LogLevel : public test::EngineTest {};
+using LogLevel = test::EngineTest;
 
-TEST_F(LogLevel, is_the_variables_at_first_and_nobody_elses_after) {
+TEST_F(LogLevel, begins_with_the_variable) {
     test::setEnvironment(LOG_LEVEL_VARIABLE, "7");
     LogManager &log = LogManager::getInstance();
     EXPECT_EQ(log.getLogLevel(), 7);

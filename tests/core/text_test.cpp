@@ -1,6 +1,8 @@
 #include "selvane/core/text.h"
 
+#include "selvane/core/Color.h"
 #include "selvane/core/LogManager.h"
+#include "selvane/core/attributes.h"
 #include "support/EngineTest.h"
 
 #include <climits>
@@ -11,9 +13,9 @@ namespace {
 
 constexpr float infinite = std::numeric_limits<float>::infinity();
 
-class Match : public test::EngineTest {};
+class Text : public test::EngineTest {};
 
-TEST_F(Match, finds_the_value_of_a_key) {
+TEST_F(Text, match_finds_the_value_of_a_key) {
     const struct {
         const char *text, *key, *value;
     } cases[] = {
@@ -23,55 +25,51 @@ TEST_F(Match, finds_the_value_of_a_key) {
         {"ab:1,b:2", "b", "2"},  {",,a:1,,b:2", "b", "2"},
         {":a:1", "a", "1"},      {"a:1,::,b:2", "a", "1"},
         {"a:1,::,b:2", "b", ""}, // An element of colons alone ends the text.
-        {":", "", ""},           {"  ", "a", ""},
+        {"", "a", "1"},          // An empty text is the one before.
+        {" ", "a", ""},          {"", "a", ""},
     };
     for (const auto &c : cases)
         EXPECT_EQ(match(c.text, c.key), c.value) << c.key << " in '" << c.text << "'";
 }
 
-TEST_F(Match, an_empty_text_asks_the_last_one_again) {
-    EXPECT_EQ(match("", "a"), "");
-    EXPECT_EQ(match("a:1,b:2", "b"), "2");
-    EXPECT_EQ(match("", "a"), "1");
-    EXPECT_EQ(match("", "b"), "2");
-    EXPECT_EQ(match(" ", "a"), "") << "blanks are a text of their own";
-    EXPECT_EQ(match("", "a"), "");
-}
-
-TEST_F(Match, a_text_that_comes_again_is_told_of_again) {
+TEST_F(Text, match_logs_every_parse) {
     startLog(0);
-    EXPECT_EQ(match("a:1", "a"), "1");
-    EXPECT_EQ(match(":", "a"), "") << "an end of the parse is kept, too";
-    EXPECT_EQ(match("a:1", "a"), "1");
-    LogManager::getInstance().setLogLevel(25);
-    match("a:1", "a");
-    EXPECT_EQ(logCount("match(): parsed."), 1);
-}
-
-TEST_F(Match, tells_how_it_parsed_and_at_its_highest_level_every_comparison) {
-    startLog(25);
     match("a: 1,b", "b");
-    EXPECT_EQ(logText(), "match(\"a: 1,b\", \"b\")\n"
-                         "match(): number of elements allocated is 2\n"
-                         "\titem number 0\n\tkey a\n\tval 1\n"
-                         "\titem number 1\n\tkey b\n\tval \n"
-                         "match(): parsed.\n"
-                         "match(): Looking for match 'b' among 2 items.\n");
+    EXPECT_EQ(said(), "");
+    LogManager::getInstance().setLogLevel(25);
+    match("a: 1,b", "b");
+    EXPECT_EQ(said(), "match(\"a: 1,b\", \"b\")\n"
+                      "match(): number of elements allocated is 2\n"
+                      "\titem number 0\n\tkey a\n\tval 1\n"
+                      "\titem number 1\n\tkey b\n\tval \n"
+                      "match(): parsed.\n"
+                      "match(): Looking for match 'b' among 2 items.\n");
     LogManager::getInstance().setLogLevel(28);
+    match("::,b:2", "b");
     match("a:1,b", "b");
     expectLogged({"\t0  a : 1", "\t1  b : ", "match(): 0: a == b?", "match(): 1: b == b?"});
-    EXPECT_NE(logText().find("\n\tp_element is 'a:1' ("), std::string::npos);
-    EXPECT_NE(logText().find("\n\ttoken is 'a' ("), std::string::npos);
-    match("::,b:2", "b");
-    EXPECT_NE(logText().find("\n\tp_element is '::' ("), std::string::npos);
-    EXPECT_NE(logText().find("\n\ttoken is '' ("), std::string::npos);
+    for (const char *line : {"\n\tp_element is 'a:1' (", "\n\ttoken is 'a' (", "\n\ttoken is '' ("})
+        EXPECT_NE(logText().find(line), std::string::npos) << line;
 }
 
-TEST(ParseInt, reads_the_integer_at_the_start) {
+TEST_F(Text, attribute_text_is_kept_exactly) {
     const struct {
-        const char *text;
-        int value;
+        const char *text, *key, *value;
     } cases[] = {
+        {"id:1,view_string: High  score: ,", "view_string", " High  score: "},
+        {"a:1,a:2,", "a", "1"},
+        {"\n a :1,", "a", "1"},
+        {"aa:1,a:2,", "a", "2"},
+        {"b:a:1,", "a", ""},
+        {"a:,b:2", "a", ""},
+        {",,", "", ""},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(attributeText(c.text, c.key), c.value) << c.key << " in '" << c.text << "'";
+}
+
+TEST_F(Text, integers_are_read_at_the_start) {
+    const std::pair<const char *, int> cases[] = {
         {"20headless", 20},
         {" \t+7", 7},
         {"x1", 0},
@@ -82,40 +80,55 @@ TEST(ParseInt, reads_the_integer_at_the_start) {
         {"+99999999999999999999", INT_MAX},
         {" -99999999999999999999", INT_MIN},
     };
-    for (const auto &c : cases)
-        EXPECT_EQ(parseInt(c.text), c.value) << "'" << c.text << "'";
+    for (const auto &[text, value] : cases)
+        EXPECT_EQ(parseInt(text), value) << "'" << text << "'";
 }
 
-TEST(ParseFloat, reads_the_number_at_the_start) {
-    const struct {
-        const char *text;
-        float value;
-    } cases[] = {
-        {"", 0},         {" 2.5cells", 2.5F}, {"1e3", 1000},
-        {"3e38", 3e38F}, {"4e38", infinite},  {"-1E999", -infinite},
-        {"1e-999", 0},   {"inf", infinite},   {"-Infinity", -infinite},
-    };
-    for (const auto &c : cases)
-        EXPECT_EQ(parseFloat(c.text), c.value) << "'" << c.text << "'";
-    EXPECT_TRUE(std::isnan(parseFloat("nan")));
+TEST_F(Text, floats_are_read_at_the_start) {
     const std::string zeros(400, '0');
-    EXPECT_EQ(parseFloat("-0." + zeros + "1"), 0);
-    EXPECT_EQ(parseFloat("1" + zeros + "e-50"), infinite);
-    EXPECT_EQ(parseFloat("-1" + zeros + "e-99999999999"), 0);
-    EXPECT_EQ(parseFloat("0." + zeros + "1e400"), 0.1F);
+    const std::pair<std::string, float> cases[] = {
+        {"", 0},
+        {" 2.5cells", 2.5F},
+        {"1e3", 1000},
+        {"3e38", 3e38F},
+        {"4e38", infinite},
+        {"-1E999", -infinite},
+        {"1e-999", 0},
+        {"-Infinity", -infinite},
+        {"-0." + zeros + "1", 0},
+        {"1" + zeros + "e-50", infinite},
+        {"-1" + zeros + "e-99999999999", 0},
+        {"0." + zeros + "1e400", 0.1F},
+    };
+    for (const auto &[text, value] : cases)
+        EXPECT_EQ(parseFloat(text), value) << "'" << text << "'";
+    EXPECT_TRUE(std::isnan(parseFloat("nan")));
 }
 
-TEST(ToString, writes_floats_in_six_digits_at_most) {
-    const struct {
-        float value;
-        const char *text;
-    } cases[] = {
+TEST_F(Text, floats_are_written_with_six_digits) {
+    const std::pair<float, const char *> cases[] = {
         {2, "2"},        {-0.5F, "-0.5"},  {1.0F / 3, "0.333333"}, {100000, "100000"},
         {1e6F, "1e+06"}, {1e-5F, "1e-05"}, {infinite, "inf"},
     };
-    for (const auto &c : cases)
-        EXPECT_EQ(toString(c.value), c.text);
-    EXPECT_EQ(toString(INT_MIN), "-2147483648");
+    for (const auto &[value, text] : cases)
+        EXPECT_EQ(toString(value), text);
+}
+
+TEST_F(Text, colors_have_names) {
+    startLog(5);
+    unsigned char r = 1;
+    unsigned char g = 2;
+    unsigned char b = 3;
+    for (const int number : {-1, int{CUSTOM}, 9}) {
+        colorToRGB(Color(number), r, g, b);
+        EXPECT_EQ(colorToString(Color(number)), "Unknown color");
+    }
+    EXPECT_EQ(r * 100 + g * 10 + b, 123) << "changed by what is not a colour";
+    EXPECT_EQ(logText(), "colorToRGB(): Color -1 not supported.\n"
+                         "colorToRGB(): Color 9 not supported.\n");
+    EXPECT_EQ(colorToString(YELLOW), "Yellow");
+    EXPECT_EQ(colorFromName("yellow"), YELLOW);
+    EXPECT_EQ(colorFromName("Yellow"), std::nullopt);
 }
 
 } // namespace

@@ -112,5 +112,27 @@ TEST_F(Pace, an_oversleep_is_taken_from_the_paths_share_too) {
     EXPECT_EQ(pace.pathBudget(0), 12); // 95 % of 13.
 }
 
+TEST_F(Pace, the_clock_wraps_after_71_minutes) {
+    const struct {
+        long long start_ms, end_ms;
+        int split;
+    } cases[] = {
+        {3'794'313, 3'794'318, 5'000}, // Over the wrap.
+        {0, 40 * 60'000, -1'894'967'296},
+        {0, 72 * 60'000, 25'032'704},
+        {5'000, 4'993, -7'000}, // Set back.
+        {24 * hour_ms - 1, 24 * hour_ms + 1, 2'000},
+        {31 * 24 * hour_ms - 10, 5, 1'659'607'704}, // Into the next month.
+    };
+    for (const auto &c : cases) {
+        time.now_ms = c.start_ms;
+        Clock clock;
+        time.now_ms = c.end_ms;
+        EXPECT_EQ(clock.split(), c.split);
+        EXPECT_EQ(clock.delta(), static_cast<unsigned>(c.split));
+        EXPECT_EQ(clock.split(), 0) << "not restarted";
+    }
+}
+
 } // namespace
 } // namespace sv

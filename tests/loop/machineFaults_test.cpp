@@ -13,9 +13,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <optional>
-#include <sstream>
 
 namespace sv {
 
@@ -74,76 +71,6 @@ class MachineFaults : public test::EngineTest {
     NetworkManager &network = NetworkManager::getInstance();
     ManualTime time;
 };
-
-TEST_F(MachineFaults, what_is_no_text_is_no_configuration) {
-    std::filesystem::create_directory("folder");
-    writeFile("program", std::string("\x7f"
-                                     "ELF\2\1\1\0\0\nheadless:true,frame_time:5,",
-                                     36));
-    writeFile("endless", "headless:true,frame_time:5," + std::string(MAX_CONFIG_BYTES, 'x'));
-    std::vector<std::string> names{"program", "endless"};
-    if (std::ifstream("folder").is_open()) // Some systems open no folder.
-        names.emplace_back("folder");
-    if (std::filesystem::exists("/dev/zero"))
-        names.emplace_back("/dev/zero");
-    prepareLog();
-    for (const std::string &name : names) {
-        test::setEnvironment(CONFIG_FILE_VARIABLE, name);
-        test::CapturedErrors errors;
-        Config::getInstance().loadConfig("");
-        EXPECT_EQ(errors.take(), "Config::readConfig(): Warning! '" + name +
-                                     "' is no text of at most 65536 bytes. Ignored.\n");
-        EXPECT_EQ(Config::getInstance().getFrameTime(), 33) << name;
-    }
-    writeFile("longest", "frame_time:5,#" + std::string(MAX_CONFIG_BYTES - 14, 'x'));
-    test::setEnvironment(CONFIG_FILE_VARIABLE, "longest");
-    Config::getInstance().loadConfig("");
-    EXPECT_EQ(Config::getInstance().getFrameTime(), 5);
-}
-
-TEST_F(MachineFaults, a_full_disk_is_said_once_and_the_game_goes_on) {
-    if (!std::filesystem::exists("/dev/full"))
-        GTEST_SKIP() << "no /dev/full here";
-    const std::string warning = "LogManager::writeLog(): Warning! Unable to write the log file: "
-                                "No space left on device.\n";
-    test::setEnvironment(LOG_FILE_VARIABLE, "/dev/full");
-    for (const bool do_flush : {true, false}) {
-        test::CapturedErrors errors;
-        ASSERT_EQ(start(), 0);
-        LogManager::getInstance().setFlush(do_flush);
-        runSteps(3, [](int step) { LogManager::getInstance().writeLog("step %d", step); });
-        EXPECT_EQ(game.getStepCount(), 3);
-        game.shutDown();
-        EXPECT_EQ(errors.take(), warning) << do_flush;
-    }
-}
-
-TEST_F(MachineFaults, a_log_that_is_deleted_goes_on_in_a_new_file) {
-    std::filesystem::create_directory("logs");
-    test::setEnvironment(LOG_FILE_VARIABLE, "logs/game.log");
-    ASSERT_EQ(start(), 0);
-    const std::string deleted =
-        "LogManager::writeLog(): Warning! The log file 'logs/game.log' was deleted. ";
-    const std::string goes_on = deleted + "The log goes on in a new one.\n";
-    const auto expect_end = [&](const std::string &warning, const std::string &text) {
-        test::CapturedErrors errors;
-        runSteps(2, [](int step) { LogManager::getInstance().writeLog("step %d", step); });
-        EXPECT_EQ(errors.take(), warning);
-        std::ostringstream log;
-        log << std::ifstream("logs/game.log").rdbuf();
-        EXPECT_EQ(log.str(), text);
-    };
-    std::error_code refused;
-    if (!std::filesystem::remove("logs/game.log", refused))
-        GTEST_SKIP() << "files that are open stay here";
-    expect_end(goes_on, "step 1\nstep 2\n");
-    std::filesystem::remove("logs/game.log");
-    expect_end(goes_on, "step 1\nstep 2\n");
-    std::filesystem::remove("logs/game.log");
-    writeFile("logs/game.log", "another game's");
-    expect_end(deleted + "No other can be made: File exists.\n", "another game's");
-    expect_end("", "another game's");
-}
 
 TEST_F(MachineFaults, in_a_folder_that_takes_no_files_the_log_is_missed_and_may_go_elsewhere) {
     if (!std::filesystem::exists("/proc/self"))
