@@ -3,6 +3,8 @@
 #include "selvane/world/ViewObject.h"
 #include "support/WorldTest.h"
 
+#include <sstream>
+
 namespace sv {
 namespace {
 
@@ -11,7 +13,7 @@ class SerializationTest : public test::WorldTest {
     Object *p_o = new Object;
 };
 
-TEST_F(SerializationTest, a_new_object_writes_everything_and_then_nothing) {
+TEST_F(SerializationTest, new_objects_write_everything_once) {
     const std::string text =
         "id:1,is_active:true,is_visible:true,event_count:0,box-corner-x:-0.5,box-corner-y:-0.5,"
         "box-horizontal:0.99,box-vertical:0.99,pos-x:1,pos-y:1,type:(Undefined),sprite_name:,"
@@ -24,7 +26,7 @@ TEST_F(SerializationTest, a_new_object_writes_everything_and_then_nothing) {
     EXPECT_EQ(p_o->serialize("ALL"), text);
 }
 
-TEST_F(SerializationTest, the_selector_chooses_by_names_with_commas) {
+TEST_F(SerializationTest, selectors_name_attributes_with_commas) {
     const struct {
         const char *selector;
         const char *text;
@@ -33,6 +35,8 @@ TEST_F(SerializationTest, the_selector_chooses_by_names_with_commas) {
         {"POSITION", ""},
         {"POSITION,SPEED", "pos-x:1,pos-y:1,"},
         {"FOLLOW_PATH,", "follow_path:false,path:,path_index:0,"},
+        {"PATH,", "path:,path_index:0,"},
+        {"ALL,", ""},
     };
     for (const auto &c : cases)
         EXPECT_EQ(p_o->serialize(c.selector), c.text) << c.selector;
@@ -41,7 +45,7 @@ TEST_F(SerializationTest, the_selector_chooses_by_names_with_commas) {
     EXPECT_TRUE(p_o->isModified(Attribute::ID)) << "what was not written stays modified";
 }
 
-TEST_F(SerializationTest, only_what_changed_travels) {
+TEST_F(SerializationTest, only_changes_are_written) {
     p_o->serialize("ALL");
     p_o->setPosition({2.5F, 1});
     p_o->setVelocity({0, -2});
@@ -54,7 +58,7 @@ TEST_F(SerializationTest, only_what_changed_travels) {
     EXPECT_FALSE(p_o->isModified());
 }
 
-TEST_F(SerializationTest, a_text_makes_the_round_trip_as_it_was_written) {
+TEST_F(SerializationTest, texts_make_the_round_trip) {
     const std::string text =
         "id:7,is_active:true,is_visible:true,event_count:3,event_name[0]:TIMER: tick,"
         "event_name[1]:sv-step,event_name[2]:sv-step,box-corner-x:-2,box-corner-y:-1,"
@@ -62,19 +66,30 @@ TEST_F(SerializationTest, a_text_makes_the_round_trip_as_it_was_written) {
         "sprite_name:,sprite_index:2,sprite_slowdown_count:-1,altitude:4,solidness:2,no_soft:true,"
         "x_direction:0.6,y_direction:0.8,speed:1.5,x_acceleration:0.1,y_acceleration:1e-07,shape:1,"
         "size:12.5,color:3,opacity:128,follow_path:true,path:1 2|3.5 -4|1e+06 0,path_index:0,"
-        "avoid_collisions:true,";
+        "avoid_collisions:false,";
+    p_o->setPath({{{70, 1}}, 4}); // What it had is replaced.
+    p_o->registerInterest("other");
+    LogManager::getInstance().setLogLevel(20);
     EXPECT_EQ(p_o->deserialize(text), 0);
     EXPECT_EQ(p_o->serialize("ALL"), text);
-    // The same over what an object already had.
-    p_o->setPath({{{70, 1}}, 4});
-    p_o->registerInterest("other");
-    p_o->deserialize(text);
-    EXPECT_EQ(p_o->serialize("DIRECTION,EVENTS,PATH,"),
-              "event_count:3,event_name[0]:TIMER: tick,event_name[1]:sv-step,event_name[2]:sv-step,"
-              "x_direction:0.6,y_direction:0.8,path:1 2|3.5 -4|1e+06 0,path_index:0,");
+    expectLogged({"Object::deserialize(): id is 7", "Object::deserialize(): is_active is true",
+                  "Object::deserialize(): event_name[0] is 'TIMER: tick'",
+                  "Object::deserialize(): pos-y is -3.25", "Object::deserialize(): size is '12.5'",
+                  "Object::deserialize(): type is square red: the second"});
+    const std::pair<const char *, const char *> changes[] = {
+        {"no_soft:false,avoid_collisions:true,", "no_soft:false,avoid_collisions:true,"},
+        {"y_direction:-0.5,", "x_direction:0.6,y_direction:-0.5,"},
+        {"x_acceleration:3,", "x_acceleration:3,y_acceleration:1e-07,"},
+        {"opacity:256,", "shape:1,size:12.5,color:3,opacity:255,"},
+        {"opacity:-1,", "shape:1,size:12.5,color:3,opacity:0,"},
+    };
+    for (const auto &[change, written] : changes) {
+        p_o->deserialize(change);
+        EXPECT_EQ(p_o->serialize(""), written);
+    }
 }
 
-TEST_F(SerializationTest, what_is_read_changes_what_is_filed) {
+TEST_F(SerializationTest, setters_file_what_is_read) {
     p_o->deserialize("altitude:0,type:Saucer,");
     EXPECT_EQ(world.getSceneGraph().visibleObjects(0).getCount(), 1);
     EXPECT_EQ(world.objectsOfType("Saucer").getCount(), 1);
@@ -85,33 +100,41 @@ TEST_F(SerializationTest, what_is_read_changes_what_is_filed) {
     EXPECT_EQ(p_o->getBox(), (Box{{0, -1}, 0, 2})) << "in whole cells";
 }
 
-TEST_F(SerializationTest, values_that_are_missing_or_no_sense_leave_theirs_alone) {
+TEST_F(SerializationTest, invalid_values_change_nothing) {
     const std::string before = p_o->serialize("ALL");
-    // An empty text is nothing, and not the text before it once more.
-    for (const char *text :
-         {":::", "pos-x:5,", "", "pos-y:5,", "box-corner-x:3,", "pos-x:nan,pos-y:1,", "speed:inf,",
-          "speed:3e38,x_direction:-1e10,y_acceleration:1.1e9,", "size:nan,", "shape:77,",
-          "altitude:99,", "solidness:2147483648,", "id:,", "type:,", "event_count:-5,",
-          "no_such_key:1,"}) {
+    const std::string incomplete = "position not complete, so ignoring.";
+    // An empty text must not read the text before it again.
+    const std::pair<const char *, std::string> cases[] = {
+        {":::", ""},
+        {"pos-x:5,", incomplete},
+        {"", ""},
+        {"pos-y:-1e99,", "pos-y is out of range (-inf), so ignoring.\n" + incomplete},
+        {"pos-x:nan,pos-y:1,", "pos-x is out of range (nan), so ignoring."},
+        {"pos-x:2e9,pos-y:3e9,", "pos-x is out of range (2e+09), so ignoring.\n"
+                                 "pos-y is out of range (3e+09), so ignoring."},
+        {"box-corner-x:3,", "box not complete, so ignoring."},
+        {"speed:inf,", "speed is out of range (inf), so ignoring."},
+        {"speed:3e38,", "speed is out of range (3e+38), so ignoring."},
+        {"x_direction:-1e10,", "x_direction is out of range (-1e+10), so ignoring."},
+        {"y_acceleration:1.1e9,", "y_acceleration is out of range (1.1e+09), so ignoring."},
+        {"size:nan,", "size is out of range (nan), so ignoring."},
+        {"shape:,altitude:,id:,type:,event_count:-5,no_such_key:1,", ""},
+    };
+    for (const auto &[text, logged] : cases) {
+        std::string lines;
+        std::istringstream parts(logged);
+        for (std::string line; std::getline(parts, line);)
+            lines += "Object::deserialize(): " + line + "\n";
+        said();
         p_o->deserialize(text);
-        EXPECT_EQ(p_o->serialize("ALL"), before) << "'" << text << "'";
+        EXPECT_EQ(said(), lines) << text;
+        EXPECT_EQ(p_o->serialize("ALL"), before) << text;
     }
-    EXPECT_EQ(logCount("Object::deserialize(): position not complete, so ignoring."), 2);
-    EXPECT_EQ(logCount("Object::deserialize(): box not complete, so ignoring."), 1);
-    expectLogged({"Object::deserialize(): pos-x is out of range (nan), so ignoring.",
-                  "Object::deserialize(): speed is out of range (inf), so ignoring.",
-                  "Object::deserialize(): x_direction is out of range (-1e+10), so ignoring.",
-                  "Object::deserialize(): size is out of range (nan), so ignoring."});
-    said();
-    p_o->deserialize("pos-y:-1e99,");
-    p_o->deserialize("pos-x:2e9,pos-y:3e9,");
-    EXPECT_EQ(said(), "Object::deserialize(): pos-y is out of range (-inf), so ignoring.\n"
-                      "Object::deserialize(): position not complete, so ignoring.\n"
-                      "Object::deserialize(): pos-x is out of range (2e+09), so ignoring.\n"
-                      "Object::deserialize(): pos-y is out of range (3e+09), so ignoring.\n");
+    p_o->deserialize("shape:77,altitude:99,solidness:2147483648,"); // The setters refuse those.
+    EXPECT_EQ(p_o->serialize("ALL"), before);
 }
 
-TEST_F(SerializationTest, hostile_counts_and_names_register_no_more_than_fits) {
+TEST_F(SerializationTest, hostile_counts_register_at_most_a_hundred) {
     std::string text = "event_count:1000000000,";
     for (int i = 0; i < 150; i += 2)
         text += "event_name[" + std::to_string(i) + "]:e,";
@@ -121,31 +144,23 @@ TEST_F(SerializationTest, hostile_counts_and_names_register_no_more_than_fits) {
     EXPECT_TRUE(p_o->getInterests().empty());
 }
 
-TEST_F(SerializationTest, waypoints_of_no_sense_are_skipped_and_told) {
-    std::string text = "path:1 2|34|nan 1|5 6|1 1e10|";
+TEST_F(SerializationTest, malformed_waypoints_are_skipped) {
+    std::string text = "path: 1 2|34|nan 1|3  \t4 |\n5 6|1 1e10|";
     for (int i = 0; i < 100; ++i)
         text += "7|";
-    p_o->deserialize(text + ",");
-    const std::vector<Vector> expected{{1, 2}, {5, 6}};
-    EXPECT_EQ(p_o->getPath().waypoints, expected);
+    p_o->deserialize(text + " ,");
+    const std::vector<Vector> expected{{1, 2}, {3, 4}, {5, 6}};
+    EXPECT_EQ(p_o->getPath().waypoints, expected) << "blanks around numbers do not count";
     p_o->deserialize("path: \t,");
     EXPECT_EQ(p_o->getPath().waypoints, expected) << "as empty as without the blanks";
-    EXPECT_EQ(logCount("Object::deserialize(): malformed node 34."), 1);
-    EXPECT_EQ(logCount("Object::deserialize(): malformed node nan 1."), 1);
+    expectLogged({"Object::deserialize(): malformed node 34.",
+                  "Object::deserialize(): malformed node nan 1.",
+                  "Object::deserialize(): malformed nodes besides these: 3. Not added."});
     EXPECT_EQ(logCount("Object::deserialize(): malformed node 7."), 97);
     EXPECT_EQ(logCount("\tNot added."), 100);
-    expectLogged({"Object::deserialize(): malformed nodes besides these: 3. Not added."});
 }
 
-TEST_F(SerializationTest, blanks_around_a_waypoints_numbers_do_not_count) {
-    p_o->deserialize("path: 1 2|3  \t4 | 5 6|\n7 8| ,");
-    EXPECT_EQ(p_o->getPath().waypoints, (std::vector<Vector>{{1, 2}, {3, 4}, {5, 6}, {7, 8}}));
-    p_o->deserialize("path: 1|2 | |3 4,");
-    EXPECT_EQ(p_o->getPath().waypoints, (std::vector<Vector>{{3, 4}}));
-    EXPECT_EQ(logCount("\tNot added."), 3);
-}
-
-TEST_F(SerializationTest, no_text_forges_a_line_of_the_log) {
+TEST_F(SerializationTest, texts_forge_no_log_lines) {
     LogManager::getInstance().setLogLevel(28);
     const std::string forged = "\xC3\xA4\nforged\x1b[2J\r\t\x7f";
     std::string text = "event_count:1,event_name[0]:" + forged + "," + forged + ":" + forged + ",";
@@ -163,36 +178,6 @@ TEST_F(SerializationTest, no_text_forges_a_line_of_the_log) {
         EXPECT_TRUE(line.rfind('\t') == std::string::npos || line.rfind('\t') == 0) << line;
     }
     expectLogged({"Object::deserialize(): type is \xC3\xA4?forged?[2J???"});
-}
-
-TEST_F(SerializationTest, the_log_tells_what_was_read) {
-    LogManager::getInstance().setLogLevel(20);
-    p_o->deserialize("id:7,is_active:yes,event_count:1,event_name[0]:a b,pos-x:1.234,size:12.5,");
-    expectLogged({"Object::deserialize(): id is 7", "Object::deserialize(): is_active is yes",
-                  "Object::deserialize(): event_name[0] is 'a b'",
-                  "Object::deserialize(): pos-x is 1.23", "Object::deserialize(): size is '12.5'"});
-}
-
-TEST_F(SerializationTest, a_view_object_travels_with_its_label_and_place) {
-    auto *p_view = new ViewObject;
-    p_view->serialize("ALL");
-    EXPECT_FALSE(p_view->isModified());
-    p_view->setDrawValue(false);
-    EXPECT_EQ(p_view->serialize(""), "") << "the switch alone does not count";
-    p_view->setViewString("TIMER: left");
-    p_view->setValue(-3);
-    p_view->setBorder(false);
-    p_view->setLocation(BOTTOM_LEFT);
-    const std::string text = p_view->serialize("");
-    EXPECT_EQ(text, "pos-x:13.3333,pos-y:23,view_string:TIMER: left,view_value:-3,"
-                    "view_border:false,view_location:6,");
-    p_view->setBox({{0, 0}, 0, 0}); // The box travels in whole cells.
-    auto *p_copy = new ViewObject;
-    p_copy->deserialize(p_view->serialize("ALL"));
-    EXPECT_EQ(p_copy->serialize("ALL"), p_view->serialize("ALL"));
-    p_copy->deserialize("view_location:9,view_value:99999999999,");
-    EXPECT_EQ(p_copy->getLocation(), BOTTOM_LEFT);
-    EXPECT_EQ(p_copy->serialize("VALUE,"), "view_value:2147483647,");
 }
 
 } // namespace

@@ -37,7 +37,7 @@ class ShapeTest : public test::WindowTest {
         return picture();
     }
 
-    /// What the library makes of a polygon.
+    /// The same polygon drawn by SFML.
     static sf::Image frame(std::size_t corners, float radius, float rotation, sf::Vector2f position,
                            sf::Color color = sf::Color::White) {
         sv::DisplayManager::getInstance().swapBuffers();
@@ -56,7 +56,7 @@ class ShapeTest : public test::WindowTest {
     }
 };
 
-TEST_F(ShapeTest, a_circle_is_a_polygon_of_three_to_ten_corners) {
+TEST_F(ShapeTest, circles_have_three_to_ten_corners) {
     startDisplay();
     struct {
         float size;
@@ -70,7 +70,7 @@ TEST_F(ShapeTest, a_circle_is_a_polygon_of_three_to_ten_corners) {
     expectSame(frame(Shape()), frame(10, 24, 0, pixel - sf::Vector2f(12, 12)));
 }
 
-TEST_F(ShapeTest, the_first_square_turns_every_figure_after_it_and_one_of_no_type_is_as_the_last) {
+TEST_F(ShapeTest, the_first_square_turns_later_figures) {
     startDisplay();
     const sf::Vector2f up_and_left = pixel - sf::Vector2f(12, 12);
     expectSame(frame(make(sv::TRIANGLE, 24)), frame(3, 12, 0, up_and_left));
@@ -82,14 +82,18 @@ TEST_F(ShapeTest, the_first_square_turns_every_figure_after_it_and_one_of_no_typ
     Shape undefined = make(sv::UNDEFINED_SHAPE, 7);
     undefined.setColor(sv::CYAN);
     expectSame(frame(undefined), frame(10, 24, 45, up_and_left, sf::Color::Cyan));
+    // An object without a figure does not.
+    sv::DisplayManager::getInstance().swapBuffers();
+    sv::Object().draw();
+    EXPECT_EQ(test::extentOf(sf::Color::Cyan, picture()), test::Extent());
 }
 
-TEST_F(ShapeTest, a_squares_size_is_divided_by_the_font_scale) {
+TEST_F(ShapeTest, squares_are_divided_by_the_font_scale) {
     startDisplay("font_scale:0.5");
     expectSame(frame(make(sv::SQUARE, 10)), frame(4, 20, 45, pixel + sf::Vector2f(5, -10 / 1.75F)));
 }
 
-TEST_F(ShapeTest, a_custom_colour_shows_the_last_components_it_was_given) {
+TEST_F(ShapeTest, custom_colours_show_the_last_components) {
     startDisplay();
     const sf::Vector2f position = pixel - sf::Vector2f(20, 20);
     Shape shape = make(sv::CIRCLE, 40);
@@ -106,7 +110,7 @@ TEST_F(ShapeTest, a_custom_colour_shows_the_last_components_it_was_given) {
     expectSame(frame(shape), frame(10, 40, 0, position, sf::Color(0, 0, 255, 100)));
 }
 
-TEST_F(ShapeTest, a_size_that_is_no_length_draws_without_harm) {
+TEST_F(ShapeTest, invalid_sizes_are_drawn_without_harm) {
     startDisplay();
     constexpr float infinite = std::numeric_limits<float>::infinity();
     for (const float size :
@@ -117,7 +121,7 @@ TEST_F(ShapeTest, a_size_that_is_no_length_draws_without_harm) {
     EXPECT_EQ(sv::DisplayManager::getInstance().swapBuffers(), 0);
 }
 
-TEST_F(ShapeTest, says_what_it_refuses_and_where_it_is_drawn) {
+TEST_F(ShapeTest, refusals_and_drawing_are_logged) {
     startLog(20);
     Shape shape;
     for (const int type : {3, -2})

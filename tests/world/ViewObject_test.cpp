@@ -1,46 +1,88 @@
 #include "selvane/world/ViewObject.h"
 
+#include "selvane/core/Config.h"
 #include "selvane/core/EventView.h"
 #include "selvane/core/LogManager.h"
-#include "selvane/world/WorldManager.h"
-#include "support/EngineTest.h"
-#include "support/printing.h"
+#include "selvane/display/DisplayManager.h"
+#include "selvane/display/ScreenCapture.h"
+#include "selvane/world/spawn.h"
+#include "support/WorldTest.h"
 
 #include <limits>
 
 namespace sv {
 namespace {
 
-class ViewObjectTest : public test::EngineTest {
+class ViewObjectTest : public test::WorldTest {
   protected:
     ViewObjectTest() {
-        startLog(1);
-        world.startUp();
-        world.setBoundary({{0, 0}, 200, 100});
+        // The middles of the sixths of 78 columns are columns too.
+        Config::getInstance().loadConfig("headless:true,window_horizontal_chars:78,");
+        captureScreen();
+        EXPECT_EQ(DisplayManager::getInstance().startUp(), 0);
         world.setView({{0, 0}, 78, 24});
     }
+    ~ViewObjectTest() override { DisplayManager::getInstance().shutDown(); }
 
-    ~ViewObjectTest() override { world.shutDown(); }
+    static ViewObject *make(const std::string &label, int value = 0) {
+        auto *p_label = spawn<ViewObject>();
+        p_label->setViewString(label);
+        p_label->setValue(value);
+        return p_label;
+    }
 
-    WorldManager &world = WorldManager::getInstance();
+    std::string shown() {
+        world.draw();
+        DisplayManager::getInstance().swapBuffers();
+        return screenText();
+    }
 };
 
-TEST_F(ViewObjectTest, events_change_the_value_of_those_that_carry_their_tag) {
-    auto *p_points = new ViewObject;
-    auto *p_lives = new ViewObject;
-    p_points->setViewString("Points");
-    p_lives->setViewString("Lives");
-    p_lives->setValue(3);
+TEST_F(ViewObjectTest, labels_show_in_nine_places) {
+    std::vector<ViewObject *> labels;
+    for (int location = TOP_LEFT; location <= BOTTOM_RIGHT; ++location) {
+        labels.push_back(make("P" + std::to_string(location), location * 11));
+        labels.back()->setLocation(location);
+    }
+    const std::string top =
+        "          ------                    -------                   -------\n";
+    const std::string edge =
+        "          -------                   -------                   -------";
+    const std::string gap(8, '\n');
+    EXPECT_EQ(shown(),
+              top + "         | P0 0 |                  | P1 11 |                 | P2 22 |\n" +
+                  top + gap + edge +
+                  "\n         | P3 33 |                 | P4 44 |                 | P5 55 |\n" +
+                  edge + gap + edge +
+                  "\n         | P6 66 |                 | P7 77 |                 | P8 88 |\n" +
+                  edge);
+    for (ViewObject *p_label : labels)
+        p_label->setBorder(false);
+    labels[0]->setPosition({3, 4});
+    labels[0]->setBorder(true);
+    labels[0]->setDrawValue(false);
+    labels[0]->setColor(CYAN);
+    world.setView({{50, 60}, 78, 24}); // Labels stay where they are while the world scrolls.
+    EXPECT_EQ(shown(), "                                     P1 11                     P2 22\n\n\n"
+                       " ----\n"
+                       "| P0 |\n"
+                       " ----\n\n\n\n\n\n"
+                       "           P3 33                     P4 44                     P5 55" +
+                           std::string(12, '\n') +
+                           "           P6 66                     P7 77                     P8 88");
+    EXPECT_NE(screenColors().find("c cc c\n"), std::string::npos) << screenColors();
+}
+
+TEST_F(ViewObjectTest, events_change_values_by_tag) {
+    ViewObject *p_points = make("Points");
+    ViewObject *p_lives = make("Lives", 3);
     constexpr int most = std::numeric_limits<int>::max();
-    const struct {
-        EventView event;
-        int points;
-    } cases[] = {{{"Points", 20, true}, 20},  {{"Points", -5, true}, 15},
-                 {{"Points", 7, false}, 7},   {{"points", 99, false}, 7},
-                 {{"Points ", 99, false}, 7}, {{"Points", most, true}, most}};
-    for (const auto &c : cases) {
-        EXPECT_EQ(world.onEvent(&c.event), 2);
-        EXPECT_EQ(p_points->getValue(), c.points);
+    const std::pair<EventView, int> cases[] = {
+        {{"Points", 20, true}, 20}, {{"Points", -5, true}, 15},  {{"Points", 7, false}, 7},
+        {{"points", 99, false}, 7}, {{"Points ", 99, false}, 7}, {{"Points", most, true}, most}};
+    for (const auto &[event, points] : cases) {
+        EXPECT_EQ(world.onEvent(&event), 2);
+        EXPECT_EQ(p_points->getValue(), points);
         EXPECT_EQ(p_lives->getValue(), 3);
     }
     Event impostor;
@@ -48,8 +90,8 @@ TEST_F(ViewObjectTest, events_change_the_value_of_those_that_carry_their_tag) {
     EXPECT_EQ(p_points->eventHandler(&impostor), 0);
 }
 
-TEST_F(ViewObjectTest, attributes_have_numbers_of_their_own_in_each_class) {
-    auto *p_label = new ViewObject;
+TEST_F(ViewObjectTest, attributes_have_numbers_in_each_class) {
+    ViewObject *p_label = make("");
     const Object &object = *p_label;
     p_label->serialize("ALL");
     p_label->setColor(RED);
@@ -60,10 +102,9 @@ TEST_F(ViewObjectTest, attributes_have_numbers_of_their_own_in_each_class) {
     }
 }
 
-TEST_F(ViewObjectTest, a_place_that_is_none_is_refused_and_a_free_place_has_no_row) {
-    auto *p_label = new ViewObject;
+TEST_F(ViewObjectTest, unknown_locations_are_refused) {
+    ViewObject *p_label = make("");
     const Vector top_center{39, 1};
-    EXPECT_EQ(p_label->getPosition(), top_center);
     for (const int location : {9, -1}) {
         p_label->setLocation(location);
         EXPECT_EQ(p_label->getPosition(), top_center);
@@ -73,9 +114,31 @@ TEST_F(ViewObjectTest, a_place_that_is_none_is_refused_and_a_free_place_has_no_r
     p_label->setPosition(top_center);
     EXPECT_EQ(p_label->getLocation(), TOP_CENTER) << "where it is: it keeps its location";
     p_label->setPosition({5, 22});
-    p_label->setBorder(false);
-    EXPECT_EQ(p_label->getPosition(), (Vector{5, 22}));
     EXPECT_EQ(p_label->getLocation(), FREE_PLACEMENT);
+}
+
+TEST_F(ViewObjectTest, attributes_make_the_round_trip) {
+    ViewObject *p_label = make("");
+    EXPECT_EQ(p_label->serialize("ALTITUDE,SOLIDNESS,"), "altitude:4,solidness:2,");
+    p_label->serialize("ALL");
+    EXPECT_FALSE(p_label->isModified());
+    p_label->setDrawValue(false);
+    EXPECT_EQ(p_label->serialize(""), "") << "the switch alone does not count";
+    p_label->deserialize("view_string:,view_value:,");
+    EXPECT_EQ(p_label->serialize(""), "");
+    const std::string text = "view_string:TIMER: left,view_value:-3,view_border:false,view_color:6,"
+                             "view_location:6,";
+    LogManager::getInstance().setLogLevel(10);
+    p_label->deserialize(text);
+    expectLogged({"ViewObject::deserialize(): view_string is TIMER: left",
+                  "ViewObject::deserialize(): value is -3",
+                  "ViewObject::deserialize(): border is false"});
+    EXPECT_EQ(p_label->serialize(""), "pos-x:13,pos-y:23," + text);
+    p_label->deserialize("view_string:TIMER: left,");
+    EXPECT_EQ(p_label->serialize(""), "view_string:TIMER: left,") << "a label is always sent on";
+    p_label->deserialize("view_draw_value:true,view_location:9,view_value:99999999999,");
+    EXPECT_EQ(p_label->serialize("LOCATION,VALUE,DRAW_VALUE,"),
+              "view_value:2147483647,view_location:6,view_draw_value:true,");
 }
 
 } // namespace
