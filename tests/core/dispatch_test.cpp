@@ -79,11 +79,7 @@ TEST_F(Dispatch, handlers_may_change_the_receivers) {
     EXPECT_EQ(sendDuring([&] { add(c); }), "a ac");
     EXPECT_EQ(sendDuring([&] { c.setActive(false); }), "a a");
     c.setActive(true);
-    const auto drop_and_add = [&] {
-        drop(a);
-        add(a);
-    };
-    EXPECT_EQ(sendDuring(drop_and_add), "ac ca");
+    EXPECT_EQ(sendDuring([&] { drop(a), add(a); }), "ac ca");
     const auto move_rows_in_memory = [&] {
         for (int i = 1; i < MAX_EVENTS; ++i)
             add(a, "t" + std::to_string(i));

@@ -1,4 +1,4 @@
-// What a search in a text does when there is no memory for it.
+// match() without memory.
 
 #include "selvane/core/text.h"
 #include "support/EngineTest.h"
@@ -9,12 +9,12 @@ namespace {
 
 class MatchMemory : public test::EngineTest {};
 
-TEST_F(MatchMemory, that_is_missing_is_told_and_finds_nothing) {
+TEST_F(MatchMemory, missing_memory_is_logged) {
     const std::string value(100, 'x');
     const std::string text = "a:1,b:" + value;
     const std::string key = "b";
     startLog();
-    int granted = 0; // Blocks, from the first search of the process on.
+    int granted = 0; // Blocks of memory.
     for (std::string found; found != value; ++granted) {
         test::failAfter(granted);
         found = match(text, key);

@@ -1,7 +1,6 @@
 #include "selvane/world/Object.h"
 
 #include "selvane/core/Event.h"
-#include "selvane/core/EventPath.h"
 #include "selvane/core/LogManager.h"
 #include "selvane/loop/GameManager.h"
 #include "selvane/resources/ResourceManager.h"
@@ -129,6 +128,10 @@ TEST_F(ObjectTest, interests_go_to_their_manager) {
     Event event;
     event.setType("game event");
     EXPECT_EQ(world.onEvent(&event), MAX_OBJ_EVENTS - 2);
+    EXPECT_EQ(p_o->unregisterInterest("game event"), 0);
+    EXPECT_EQ(p_o->getInterests().front(), "sv-step");
+    EXPECT_EQ(p_o->getInterests().back(), "sv-custom-network");
+    EXPECT_EQ(world.onEvent(&event), MAX_OBJ_EVENTS - 3);
     delete p_o;
     EXPECT_EQ(world.onEvent(&event), 0);
 }
@@ -148,13 +151,6 @@ TEST_F(ObjectTest, misspelt_events_get_a_warning) {
         event.setType(type);
         EXPECT_EQ(world.onEvent(&event), 1);
     }
-}
-
-TEST_F(ObjectTest, unregistering_keeps_the_order) {
-    Object *p_o = new Object;
-    p_o->deserialize("event_count:3,event_name[0]:a,event_name[1]:b,event_name[2]:c,");
-    EXPECT_EQ(p_o->unregisterInterest("b"), 0);
-    EXPECT_EQ(p_o->getInterests(), (std::vector<std::string>{"a", "c"}));
 }
 
 TEST_F(ObjectTest, acceleration_comes_after_the_move) {
@@ -193,20 +189,11 @@ TEST_F(ObjectTest, paths_are_followed_without_overshooting) {
     }
 }
 
-TEST_F(ObjectTest, found_paths_are_followed) {
-    auto *p_o = new Object;
-    const EventPath none(PATH_NONE, {{9, 9}});
-    EXPECT_EQ(p_o->eventHandler(&none), 1);
-    EXPECT_FALSE(p_o->getFollowPath());
-    const EventPath found(PATH_FOUND, {{1, 4}, {1, 5}});
-    EXPECT_EQ(p_o->eventHandler(&found), 1);
-    EXPECT_TRUE(p_o->getFollowPath());
-    EXPECT_EQ(p_o->getDirection(), (Vector{0, 1}));
-
+TEST_F(ObjectTest, false_path_events_are_refused) {
     Event impostor;
     impostor.setType(PATH_EVENT);
-    EXPECT_EQ(p_o->eventHandler(&impostor), 0);
-    EXPECT_EQ(logCount("Object::eventHandler(): Error! Dynamic cast to EventPath failed."), 1);
+    EXPECT_EQ((new Object)->eventHandler(&impostor), 0);
+    expectLogged({"Object::eventHandler(): Error! Dynamic cast to EventPath failed."});
 }
 
 /// Does something where its path takes it.
@@ -278,11 +265,6 @@ TEST_F(ObjectTest, direction_changes_where_the_path_turns) {
         turns += p_o->isModified(Attribute::DIRECTION) ? 't' : '-';
     }
     EXPECT_EQ(turns, "--t-t");
-    p_o->setPath({{{4, 3}}, 0});
-    p_o->setFollowPath(true);
-    p_o->serialize("ALL");
-    world.update();
-    EXPECT_EQ(p_o->serialize(""), "follow_path:false,path:,path_index:0,");
     p_o->setDirection({0, 0});
     EXPECT_TRUE(p_o->isModified(Attribute::DIRECTION)) << "the setter does not compare";
 }

@@ -85,7 +85,7 @@ TEST_F(ShapeTest, the_first_square_turns_later_figures) {
     // An object without a figure does not.
     sv::DisplayManager::getInstance().swapBuffers();
     sv::Object().draw();
-    EXPECT_EQ(test::extentOf(sf::Color::Cyan, picture()), test::Extent());
+    EXPECT_EQ(test::extentOf(sf::Color::White, picture()), test::Extent());
 }
 
 TEST_F(ShapeTest, squares_are_divided_by_the_font_scale) {

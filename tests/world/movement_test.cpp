@@ -86,15 +86,16 @@ TEST_F(MovementTest, normals_show_the_side_or_corner) {
         EXPECT_EQ(getNormal(Box::cell(), c.position, c.velocity, wall), c.normal);
 }
 
-// Each pass scales what the passes before it have left. The first mover reaches 8, 8, 10, 11.25,
-// 11.95, 12.3 and 12.9 cells along its way, and so is found behind the wall; the second only with
-// its last pass. The third is hit at 11 and then never leaves its start. A bisection would have
-// found all of them before the wall.
+// Each pass scales what the earlier passes have left. The first mover gets 8, 8, 10, 11.25, 11.95,
+// 12.3 and 12.9 cells far, behind the wall. The sixth pass leaves the second one at 14.5, before
+// its wall, the seventh at 21.5, just behind it, and an eighth would take it to 32. The third is
+// hit at 11 and then never leaves its start. A bisection would find the first and the third before
+// the wall.
 TEST_F(MovementTest, seven_passes_find_the_last_free_position) {
     const Box point{{0, 0}, 0, 0};
     const Box wall{{10, -1}, 2, 2};
     EXPECT_EQ(getNormal(point, {0, 0}, {16, 0}, wall), (Vector{1, 0}));
-    EXPECT_EQ(getNormal(point, {0, 0}, {16, 0}, {{10, -1}, 2.5F, 2}), (Vector{1, 0}));
+    EXPECT_EQ(getNormal(point, {0, 0}, {8, 0}, {{17, -1}, 3, 2}), (Vector{1, 0}));
     EXPECT_EQ(getNormal(point, {0, 0}, {22, 0}, wall), (Vector{0, 0}));
     expectLogged({"getNormal(): collision not detected. Returning (0,0)."});
 }
@@ -204,20 +205,18 @@ TEST_F(MovementTest, leaving_the_world_sends_one_event) {
 
 TEST_F(MovementTest, the_view_stays_inside_the_boundary) {
     const struct {
-        const char *what;
         Vector centre;
         Box view;
         Vector corner;
     } cases[] = {
-        {"in the middle", {50, 50}, {{0, 0}, 20, 10}, {40, 45}},
-        {"at the far corner", {99, 99}, {{0, 0}, 20, 10}, {80, 90}},
-        {"at the near corner", {1, 1}, {{5, 5}, 20, 10}, {0, 0}},
-        {"larger than the boundary", {50, 50}, {{3, 3}, 200, 300}, {0, 0}},
+        {{50, 50}, {{0, 0}, 20, 10}, {40, 45}},
+        {{99, 99}, {{0, 0}, 20, 10}, {80, 90}},
+        {{1, 1}, {{5, 5}, 20, 10}, {0, 0}},
+        {{50, 50}, {{3, 3}, 200, 300}, {0, 0}}, // Larger than the boundary.
     };
     for (const auto &c : cases)
         EXPECT_EQ(viewAround(c.centre, c.view, {{0, 0}, 100, 100}),
-                  (Box{c.corner, c.view.horizontal, c.view.vertical}))
-            << c.what;
+                  (Box{c.corner, c.view.horizontal, c.view.vertical}));
 }
 
 TEST_F(MovementTest, the_view_follows_beyond_the_slack) {
