@@ -56,18 +56,6 @@ class Animations : public test::EngineTest {
     sv::DisplayManager &display = sv::DisplayManager::getInstance();
 };
 
-class AnimationText : public Animations {
-  protected:
-    AnimationText() {
-        auto &resources = sv::ResourceManager::getInstance();
-        resources.startUp();
-        writeFile("spr.txt", "3\n1\n1\n2\nred\na\nb\nc\n");
-        resources.loadSprite("spr.txt", "square red");
-        resources.loadSprite("spr.txt", "TIMER: x");
-        said();
-    }
-};
-
 } // namespace
 
 TEST_F(Animations, frames_stand_around_their_position) {
@@ -141,12 +129,15 @@ TEST_F(Animations, frames_change_with_the_slowdown) {
 
 TEST_F(Animations, new_sprites_start_over_and_keep_the_count) {
     const auto old_sprite = makeSprite("abcd", 3);
+    old_sprite->setWidth(5);
+    old_sprite->setHeight(2);
     const auto new_sprite = makeSprite("x y", 3);
     new_sprite->setColor(sv::GREEN);
     new_sprite->setTransparency(' ');
     sv::Animation animation;
     animation.setSprite(old_sprite.get());
     EXPECT_EQ(draw(animation, 11), "aaabbbcccdd");
+    EXPECT_EQ(animation.getBox(), (sv::Box{{-2.5F, -1}, 5, 2}));
     animation.setSprite(new_sprite.get());
     EXPECT_EQ(draw(animation, 1), "x");
     EXPECT_EQ(sv::screenColors(), "g");
@@ -167,7 +158,7 @@ TEST_F(Animations, sprites_that_are_gone_leave_their_name) {
         EXPECT_EQ(p_each->getSprite(), nullptr);
         EXPECT_EQ(draw(*p_each, 2), "..");
         EXPECT_EQ(p_each->serialize("ALL"), text);
-        EXPECT_EQ(p_each->getBox(), sv::Animation().getBox());
+        EXPECT_EQ(p_each->getBox(), sv::Box::cell());
     }
     sprite = makeSprite("#", 1);
     copy.setSprite(sprite.get());
@@ -190,21 +181,11 @@ TEST_F(Animations, sprites_hold_a_limited_number_of_frames) {
     }
 }
 
-TEST_F(Animations, boxes_lie_around_the_position) {
+TEST_F(Animations, changes_are_written) {
+    const auto sprite = makeSprite("abc", 2);
     sv::Animation animation;
-    EXPECT_EQ(animation.draw({}), 0);
-    EXPECT_EQ(animation.getBox(), (sv::Box{{-0.5F, -0.5F}, 0.99F, 0.99F}));
-    sv::Sprite sprite(1);
-    sprite.setWidth(5);
-    sprite.setHeight(2);
-    animation.setSprite(&sprite);
-    EXPECT_EQ(animation.getBox(), (sv::Box{{-2.5F, -1}, 5, 2}));
-}
-
-TEST_F(AnimationText, changes_are_written) {
-    sv::Animation animation;
-    animation.setSprite(sv::ResourceManager::getInstance().getSprite("square red"));
-    const std::string name = "sprite_name:square red,sprite_index:0,";
+    animation.setSprite(sprite.get());
+    const std::string name = "sprite_name:abc,sprite_index:0,";
     const std::string text = name + "sprite_slowdown_count:0,";
     EXPECT_EQ(animation.serialize("POSITION,"), "");
     EXPECT_EQ(animation.serialize(""), text);
@@ -212,7 +193,7 @@ TEST_F(AnimationText, changes_are_written) {
     EXPECT_EQ(animation.serialize("POSITION,ANIMATION,"), text);
 
     animation.setIndex(0);
-    animation.setName("square red");
+    animation.setName("abc");
     EXPECT_EQ(animation.serialize(""), "") << "nothing differs";
     animation.draw({});
     EXPECT_EQ(animation.serialize(""), name + "sprite_slowdown_count:1,");
@@ -224,7 +205,13 @@ TEST_F(AnimationText, changes_are_written) {
     EXPECT_EQ(animation.serialize(""), name + "sprite_slowdown_count:-1,");
 }
 
-TEST_F(AnimationText, texts_are_read_as_written) {
+TEST_F(Animations, texts_are_read_as_written) {
+    auto &resources = sv::ResourceManager::getInstance();
+    resources.startUp();
+    writeFile("spr.txt", "3\n1\n1\n2\nred\na\nb\nc\n");
+    resources.loadSprite("spr.txt", "square red");
+    resources.loadSprite("spr.txt", "TIMER: x");
+    said();
     sv::Animation animation;
     for (const std::string text :
          {"sprite_name:TIMER: x,sprite_index:0,sprite_slowdown_count:-1,",

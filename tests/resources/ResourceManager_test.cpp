@@ -10,7 +10,6 @@
 #include <algorithm>
 #include <cstring>
 #include <filesystem>
-#include <vector>
 
 namespace {
 
@@ -234,19 +233,15 @@ TEST_F(Resources, restarts_begin_with_empty_stores) {
 TEST_F(Resources, silent_machines_log_it_once) {
     test::setEnvironment("ALSOFT_DRIVERS", "there-is-none");
     test::CapturedErrors errors;
-    {
-        std::vector<sv::Sound> sounds(100);
-        std::vector<sv::Music> tracks(50);
-        for (sv::Sound &sound : sounds) {
-            ASSERT_EQ(sound.loadSound("beep.wav"), 0);
-            sound.play(true);
-        }
-        for (sv::Music &track : tracks) {
-            ASSERT_EQ(track.loadMusic("beep.wav"), 0);
-            track.play(true);
-        }
-        sounds[0].stop();
-        tracks[0].stop();
+    for (int i = 0; i < 50; ++i) {
+        sv::Sound sound;
+        ASSERT_EQ(sound.loadSound("beep.wav"), 0);
+        sound.play(true);
+        sound.stop();
+        sv::Music track;
+        ASSERT_EQ(track.loadMusic("beep.wav"), 0);
+        track.play(true);
+        track.stop();
     }
     const std::string on_screen = errors.take();
     EXPECT_LT(std::count(on_screen.begin(), on_screen.end(), '\n'), 20);
