@@ -3,12 +3,12 @@
 #include "selvane/input/InputManager.h"
 
 #include "selvane/core/Config.h"
-#include "selvane/core/EventKeyboard.h"
-#include "selvane/core/EventMouse.h"
 #include "selvane/core/LogManager.h"
 #include "selvane/display/DisplayManager.h"
 #include "selvane/loop/GameManager.h"
-#include "selvane/world/Object.h"
+#include "selvane/testing/Session.h"
+#include "selvane/world/spawn.h"
+#include "support/InputWitness.h"
 #include "support/WindowTest.h"
 #include "support/waitUntil.h"
 
@@ -16,43 +16,15 @@
 #include <SFML/Window/Event.hpp>
 #include <algorithm>
 #include <chrono>
-#include <functional>
 #include <iterator>
-#include <sstream>
 #include <thread>
 #include <utility>
 
 namespace {
 
 using sv::DisplayManager;
-using sv::EventKeyboard;
-using sv::EventMouse;
 using sv::InputManager;
 using Lines = std::vector<std::string>;
-
-/// Writes down every event that it is told of.
-class Witness : public sv::Object {
-  public:
-    int eventHandler(const sv::Event *p_event) override {
-        std::ostringstream text;
-        if (const auto *key = dynamic_cast<const EventKeyboard *>(p_event)) {
-            const char *const actions[] = {"pressed ", "released ", "down "};
-            text << actions[key->getKeyboardAction()] << key->getKey();
-        } else if (const auto *mouse = dynamic_cast<const EventMouse *>(p_event)) {
-            const char *const actions[] = {"clicked ", "held ", "moved "};
-            const sv::Vector at = mouse->getMousePosition();
-            text << actions[mouse->getMouseAction()] << mouse->getMouseButton() << " at " << at.x
-                 << " " << at.y;
-        }
-        seen.push_back(text.str());
-        if (on_event)
-            on_event(seen.back());
-        return 1;
-    }
-
-    Lines seen;
-    std::function<void(const std::string &event)> on_event;
-};
 
 class InputManagerTest : public test::WindowTest {
   protected:
@@ -99,10 +71,10 @@ class InputManagerTest : public test::WindowTest {
         return seen;
     }
 
-    Witness witness;
+    test::InputWitness witness;
 };
 
-TEST_F(InputManagerTest, a_held_key_is_pressed_once_then_down_in_every_step_then_released) {
+TEST_F(InputManagerTest, a_held_key_gives_an_event_each_step) {
     startInput();
     startLog(15);
     server->pressKey("b");
@@ -119,7 +91,7 @@ TEST_F(InputManagerTest, a_held_key_is_pressed_once_then_down_in_every_step_then
     EXPECT_EQ(stepWith("released 52"), (Lines{"pressed 52", "released 52"}));
 }
 
-TEST_F(InputManagerTest, every_key_has_its_number_and_nearly_all_give_events_while_held) {
+TEST_F(InputManagerTest, every_key_has_its_number) {
     startInput();
     std::vector<std::pair<std::string, int>> keys;
     for (const char *name : {"space",     "Return",    "Escape",      "Tab",        "Left",
@@ -128,7 +100,7 @@ TEST_F(InputManagerTest, every_key_has_its_number_and_nearly_all_give_events_whi
                              "equal",     "backslash", "KP_Multiply", "apostrophe", "semicolon",
                              "Control_L", "Control_R", "Shift_L",     "Shift_R",    "F1"})
         keys.emplace_back(name, keys.size());
-    // The last four have the library's numbers above the engine's.
+    // The last four have the SFML's numbers above the engine's.
     const std::pair<std::string, int> others[] = {
         {"F10", 33},    {"F11", 34},     {"F12", 35},       {"a", 36},         {"z", 61},
         {"1", 62},      {"9", 70},       {"0", 71},         {"BackSpace", 72}, {"Scroll_Lock", 96},
@@ -150,21 +122,26 @@ TEST_F(InputManagerTest, every_key_has_its_number_and_nearly_all_give_events_whi
     }
 }
 
-TEST_F(InputManagerTest, held_keys_are_told_in_one_fixed_order) {
-    startInput();
-    const char *const names[] = {"0", "z", "F1", "Shift_L", "space", "Up"};
-    for (const char *name : names)
-        server->pressKey(name);
-    stepWith("pressed 6");
-    EXPECT_EQ(step(),
-              (Lines{"down 6", "down 0", "down 22", "down 24", "down 61", "down 71", "down 72"}));
-    for (const char *name : names)
-        server->releaseKey(name);
-    stepWith("released 6");
-    EXPECT_EQ(step(), Lines());
+TEST_F(InputManagerTest, held_keys_and_buttons_come_in_order) {
+    sv::Session session;
+    ASSERT_EQ(session.start(), 0);
+    auto *listener = sv::spawn<test::InputWitness>();
+    listener->registerInterest(sv::KEYBOARD_EVENT);
+    listener->registerInterest(sv::MOUSE_EVENT);
+    session.moveMouse({-2, 90});
+    for (const auto button : {sv::MIDDLE, sv::RIGHT, sv::LEFT})
+        session.pressButton(button);
+    for (const int key : {71, 61, 24, 22, 0, 6})
+        session.pressKey(static_cast<sv::Keyboard::Key>(key));
+    session.play();
+    listener->take();
+    session.play();
+    EXPECT_EQ(listener->take(),
+              (Lines{"held 0 at -2 90", "held 1 at -2 90", "held 2 at -2 90", "down 6", "down 0",
+                     "down 22", "down 24", "down 61", "down 71", "down 72"}));
 }
 
-TEST_F(InputManagerTest, a_held_key_is_not_pressed_again_by_the_systems_key_repeat) {
+TEST_F(InputManagerTest, key_repeat_is_off) {
     startInput({"r", "-ardelay", "20", "-arinterval", "10"});
     server->pressKey("b");
     stepWith("pressed 37");
@@ -202,22 +179,7 @@ TEST_F(InputManagerTest, mouse_events_carry_the_cell_of_the_window) {
     server->releaseButton(8);
 }
 
-TEST_F(InputManagerTest, two_held_buttons_give_two_events_in_a_step_at_one_place) {
-    startInput();
-    server->movePointer(200, 200);
-    server->pressButton(3);
-    server->pressButton(1);
-    stepWith("clicked 0 at 10 5");
-    EXPECT_EQ(step(), (Lines{"held 0 at 10 5", "held 1 at 10 5"}));
-    // Dragged out of the window, which keeps hearing of it.
-    server->movePointer(-40, 480);
-    EXPECT_EQ(stepWith("moved -1 at -2 12"),
-              (Lines{"moved -1 at -2 12", "held 0 at -2 12", "held 1 at -2 12"}));
-    server->releaseButton(1);
-    server->releaseButton(3);
-}
-
-TEST_F(InputManagerTest, what_is_held_for_another_window_counts_only_by_default) {
+TEST_F(InputManagerTest, background_input_counts_unless_configured_off) {
     startInput();
     const Lines held{"held 0 at 2.5 3.25", "down 37"};
     server->movePointer(50, 130);
@@ -240,7 +202,7 @@ TEST_F(InputManagerTest, what_is_held_for_another_window_counts_only_by_default)
     server->releaseButton(1);
 }
 
-TEST_F(InputManagerTest, the_mouse_is_in_the_right_cell_when_the_window_has_another_size) {
+TEST_F(InputManagerTest, a_resized_window_keeps_its_cells) {
     startInput();
     server->resizeWindow(800, 200);
     // The far corner: 799 / 2 and 199 * 2 pixels of the window that was configured.
@@ -252,7 +214,7 @@ TEST_F(InputManagerTest, the_mouse_is_in_the_right_cell_when_the_window_has_anot
     server->releaseButton(1);
 }
 
-TEST_F(InputManagerTest, a_closed_window_ends_the_game_and_skips_the_rest_of_the_steps_input) {
+TEST_F(InputManagerTest, a_closed_window_ends_game_and_input) {
     startInput();
     startLog(1);
     sv::GameManager::getInstance().setGameOver(false);
@@ -292,7 +254,7 @@ TEST_F(InputManagerTest, a_window_that_the_game_closes_ends_the_game) {
     EXPECT_TRUE(input().isWindowClosed());
 }
 
-TEST_F(InputManagerTest, a_display_started_anew_by_a_handler_is_read_at_once) {
+TEST_F(InputManagerTest, a_restarted_display_is_read_at_once) {
     startInput({"r", "-ardelay", "20", "-arinterval", "10"});
     const auto restart = [](const std::string &style) {
         DisplayManager::getInstance().shutDown();
@@ -331,7 +293,7 @@ TEST_F(InputManagerTest, a_display_started_anew_by_a_handler_is_read_at_once) {
     server->releaseKey("b");
 }
 
-TEST_F(InputManagerTest, a_display_stopped_by_a_handler_ends_the_steps_input) {
+TEST_F(InputManagerTest, a_stopped_display_ends_the_steps_input) {
     startInput();
     startLog(1);
     witness.on_event = [](const std::string &event) {
@@ -350,20 +312,7 @@ TEST_F(InputManagerTest, a_display_stopped_by_a_handler_ends_the_steps_input) {
     EXPECT_FALSE(input().isWindowClosed());
 }
 
-TEST_F(InputManagerTest, closing_the_window_ends_the_game_loop) {
-    server.emplace();
-    writeFile("sv-config.txt", std::string("frame_time:1,\nfont_file:") + test::FONT + ",\n");
-    sv::GameManager &game = sv::GameManager::getInstance();
-    ASSERT_EQ(game.startUp(), 0);
-    EXPECT_FALSE(input().isWindowClosed());
-    ASSERT_TRUE(server->enterWindow());
-    server->closeWindow();
-    game.run(); // For ever, if the close is lost.
-    EXPECT_TRUE(input().isWindowClosed());
-    game.shutDown();
-}
-
-TEST_F(InputManagerTest, a_game_that_reads_the_window_itself_gets_the_engines_keys) {
+TEST_F(InputManagerTest, games_may_convert_sfml_keys_themselves) {
     startLog(15);
     sf::Event event{};
     event.type = sf::Event::KeyPressed;
@@ -374,41 +323,38 @@ TEST_F(InputManagerTest, a_game_that_reads_the_window_itself_gets_the_engines_ke
     EXPECT_EQ(logLines(), (Lines{line, line}));
 }
 
-TEST_F(InputManagerTest, it_needs_the_display_manager_and_says_what_it_does_to_key_repeat) {
-    server.emplace();
-    configure("");
+TEST_F(InputManagerTest, starts_with_a_window_without_one_and_headless) {
+    const auto expect_log = [&](int answer, const std::string &lines) {
+        said();
+        EXPECT_EQ(input().startUp(), answer);
+        input().getInput();
+        EXPECT_EQ(said(), lines);
+        if (input().isStarted())
+            input().shutDown();
+    };
+    const std::string started = "InputManager::startUp(): successfully started.\n";
+    const std::string start = "InputManager::startUp(): ";
     startLog(5);
-    EXPECT_EQ(input().startUp(), -1) << "no display yet";
-    ASSERT_EQ(DisplayManager::getInstance().startUp(), 0);
-    const std::string before = logText();
+    expect_log(-1, start + "Error starting InputManager. DisplayManager must be started first.\n"
+                           "InputManager::getInput(): DisplayManager unexpectedly returned null "
+                           "window!\n");
+    startDisplay();
+    expect_log(0, start + "Keyboard repeated disabled.\n" + started);
+    EXPECT_EQ(said(), "InputManager::shutDown(): Keyboard repeat enabled.\n"
+                      "InputManager::shutDown(): successfully stopped.\n");
     ASSERT_EQ(input().startUp(), 0);
-    EXPECT_EQ(input().startUp(), -1) << "started already";
-    input().shutDown();
-    EXPECT_EQ(logLines().front(), "InputManager::startUp(): Error starting InputManager. "
-                                  "DisplayManager must be started first.");
-    EXPECT_EQ(logText(), before +
-                             "InputManager::startUp(): Keyboard repeated disabled.\n"
-                             "InputManager::startUp(): successfully started.\n"
-                             "InputManager::startup(): Warning! InputManager already started.\n"
-                             "InputManager::shutDown(): Keyboard repeat enabled.\n"
-                             "InputManager::shutDown(): successfully stopped.\n");
-}
-
-TEST_F(InputManagerTest, without_a_window_it_starts_and_reads_nothing) {
+    expect_log(-1, "InputManager::startup(): Warning! InputManager already started.\n");
+    DisplayManager::getInstance().shutDown();
     sv::Config::getInstance().loadConfig("headless:true");
     ASSERT_EQ(DisplayManager::getInstance().startUp(), 0);
-    startLog(1);
-    ASSERT_EQ(input().startUp(), 0);
-    input().getInput();
-    input().shutDown();
+    expect_log(0, start + "not doing input since in headless mode.\n" + started);
     sv::Config::getInstance().loadConfig("headless:false");
-    ASSERT_EQ(input().startUp(), 0);
-    input().getInput();
-    EXPECT_EQ(logText(), "InputManager::startUp(): not doing input since in headless mode.\n"
-                         "InputManager::startUp(): Warning - DisplayManager unexpectedly returned "
-                         "null window! Cannot disable keyboard repeat.\n"
-                         "InputManager::getInput(): DisplayManager unexpectedly returned null "
-                         "window!\n");
+    expect_log(0, start +
+                      "Warning - DisplayManager unexpectedly returned null window! Cannot "
+                      "disable keyboard repeat.\n" +
+                      started +
+                      "InputManager::getInput(): DisplayManager unexpectedly returned null "
+                      "window!\n");
 }
 
 } // namespace

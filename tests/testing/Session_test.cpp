@@ -36,8 +36,8 @@ class Hero : public Object {
     int eventHandler(const Event *p_event) override {
         if (eventCast<EventStep>(p_event))
             ++steps;
-        const auto *p_key = eventCast<EventKeyboard>(p_event);
-        if (p_key && p_key->getKey() == Keyboard::SPACE)
+        const auto *key = eventCast<EventKeyboard>(p_event);
+        if (key && key->getKey() == Keyboard::SPACE)
             setPosition(getPosition() + Vector{0, 1});
         return 1;
     }
@@ -66,15 +66,15 @@ int runRepeatedly(int times) {
 TEST_F(SessionTest, plays_parts_of_a_game_step_by_step) {
     Session session({.columns = 20, .rows = 4});
     ASSERT_EQ(session.start(), 0);
-    const auto *p_hero = spawn<Hero>();
+    const auto *hero = spawn<Hero>();
     EXPECT_EQ(session.screen(), "");
     ASSERT_TRUE(session.play(5));
     EXPECT_EQ(session.screen(), R"(
       @)");
     EXPECT_EQ(session.colors(), "\n      g");
-    EXPECT_EQ(p_hero->steps, 5);
+    EXPECT_EQ(hero->steps, 5);
     EXPECT_EQ(game().getStepCount(), 5);
-    EXPECT_EQ(session.objects<Hero>(), std::vector<Hero *>{const_cast<Hero *>(p_hero)});
+    EXPECT_EQ(session.objects<Hero>(), std::vector<Hero *>{const_cast<Hero *>(hero)});
     EXPECT_TRUE(session.objects<test::InputWitness>().empty());
     session.pressKey(Keyboard::SPACE);
     session.play();
@@ -92,12 +92,12 @@ TEST_F(SessionTest, input_comes_as_from_a_window) {
     using Lines = std::vector<std::string>;
     Session session;
     ASSERT_EQ(session.start(), 0);
-    auto *p_witness = spawn<test::InputWitness>();
-    p_witness->registerInterest(KEYBOARD_EVENT);
-    p_witness->registerInterest(MOUSE_EVENT);
+    auto *witness = spawn<test::InputWitness>();
+    witness->registerInterest(KEYBOARD_EVENT);
+    witness->registerInterest(MOUSE_EVENT);
     const auto expect_step = [&](const Lines &expected) {
         session.play();
-        EXPECT_EQ(p_witness->take(), expected);
+        EXPECT_EQ(witness->take(), expected);
     };
     session.pressKey(Keyboard::B);
     session.pressKey(Keyboard::B);
@@ -220,13 +220,13 @@ std::string wildSession() {
         Shape shape;
         shape.setType(type);
         shape.setSize(300);
-        auto *p_object = new Object;
-        p_object->setShape(shape);
-        p_object->setPosition({5.0F + 10.0F * static_cast<float>(type), 3});
-        all << p_object->getId() << ' ';
+        auto *object = new Object;
+        object->setShape(shape);
+        object->setPosition({5.0F + 10.0F * static_cast<float>(type), 3});
+        all << object->getId() << ' ';
     }
-    auto *p_hero = spawn<Hero>();
-    WorldManager::getInstance().setViewFollowing(p_hero);
+    auto *hero = spawn<Hero>();
+    WorldManager::getInstance().setViewFollowing(hero);
     WorldManager::getInstance().setViewPosition({100, 100});
     DisplayManager::getInstance().setShake(3, 3, 50);
     ResourceManager::getInstance().loadSound("missing.wav", "missing");
