@@ -167,6 +167,7 @@ TEST_F(DisplayManagerTest, impossible_sizes_are_refused) {
 TEST_F(DisplayManagerTest, unsuitable_fonts_are_logged) {
     server.emplace();
     startLog();
+    writeFile("noise.ttf", std::string(5000, 'x'));
     std::filesystem::create_directory("folder.ttf");
     // One letter, eight pixels high.
     writeFile("letter.bdf",
@@ -194,6 +195,7 @@ TEST_F(DisplayManagerTest, unsuitable_fonts_are_logged) {
         {"font_file:missing.ttf", unable("missing.ttf"),
          "SFML: Failed to load font \"missing.ttf\""},
         {"font_file:folder.ttf", unable("folder.ttf")},
+        {"font_file:noise.ttf", unable("noise.ttf")},
         {"font_file:letter.bdf", "", "SFML: Failed to set bitmap font size to "},
         {"font_scale:0", "Warning! Font scale 0 makes text 0 pixels high. Using 1.\n"},
         {"font_scale:nan", "Warning! Font scale nan makes text nan pixels high. Using 1.\n"},
