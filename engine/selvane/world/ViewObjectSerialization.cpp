@@ -7,6 +7,27 @@
 
 namespace sv {
 
+namespace {
+
+/// The log names a value without the "view_" of its key.
+const char *loggedName(const char *key) {
+    return key + sizeof("view_") - 1;
+}
+
+template<auto SET, typename Number = int>
+void readInt(ViewObject &object, const AttributeReader &reader, const char *key) {
+    if (const auto number = reader.readInt(key, loggedName(key)))
+        (object.*SET)(static_cast<Number>(*number));
+}
+
+template<auto SET>
+void readBool(ViewObject &object, const AttributeReader &reader, const char *key) {
+    if (const auto flag = reader.readBool(key, loggedName(key)))
+        (object.*SET)(*flag);
+}
+
+} // namespace
+
 struct ViewObject::AttributeText {
     ViewAttribute attribute;
     const char *name;
@@ -29,33 +50,18 @@ std::span<const ViewObject::AttributeText> ViewObject::attributeTexts() {
              o.setModified(VIEW_STRING); // Also if it is the same.
          }},
         {VALUE, "VALUE,", "view_value", [](const ViewObject &o) { return toString(o.value); },
-         [](ViewObject &o, const AttributeReader &reader, const char *key) {
-             if (const auto value = reader.readInt(key, "value"))
-                 o.setValue(*value);
-         }},
+         readInt<&ViewObject::setValue>},
         {BORDER, "BORDER,", "view_border",
          [](const ViewObject &o) { return boolToString(o.border); },
-         [](ViewObject &o, const AttributeReader &reader, const char *key) {
-             if (const auto border = reader.readBool(key, "border"))
-                 o.setBorder(*border);
-         }},
+         readBool<&ViewObject::setBorder>},
         {COLOR, "COLOR,", "view_color", [](const ViewObject &o) { return toString(int{o.color}); },
-         [](ViewObject &o, const AttributeReader &reader, const char *key) {
-             if (const auto color = reader.readInt(key, "color"))
-                 o.setColor(static_cast<Color>(*color));
-         }},
+         readInt<&ViewObject::setColor, Color>},
         {LOCATION, "LOCATION,", "view_location",
          [](const ViewObject &o) { return toString(o.location); },
-         [](ViewObject &o, const AttributeReader &reader, const char *key) {
-             if (const auto location = reader.readInt(key, "location"))
-                 o.setLocation(*location);
-         }},
+         readInt<&ViewObject::setLocation>},
         {DRAW_VALUE, "DRAW_VALUE,", "view_draw_value",
          [](const ViewObject &o) { return boolToString(o.draw_value); },
-         [](ViewObject &o, const AttributeReader &reader, const char *key) {
-             if (const auto draw_value = reader.readBool(key, "draw_value"))
-                 o.setDrawValue(*draw_value);
-         }},
+         readBool<&ViewObject::setDrawValue>},
     };
     return table;
 }
