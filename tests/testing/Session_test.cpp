@@ -216,14 +216,15 @@ std::string wildSession() {
     Session session({.columns = 30, .rows = 8, .config = "frame_time:20,", .log_level = 2});
     EXPECT_EQ(session.start(), 0);
     LogManager &log = LogManager::getInstance();
-    for (const int type : {SQUARE, CIRCLE}) { // A square turns the figures that come after it.
+    for (const int type : {TRIANGLE, SQUARE}) { // A square turns the figures of the next frames.
         Shape shape;
         shape.setType(type);
         shape.setSize(300);
-        auto *object = new Object;
+        auto *object = spawn<Object>();
         object->setShape(shape);
-        object->setPosition({5.0F + 10.0F * static_cast<float>(type), 3});
-        all << object->getId() << ' ';
+        object->setPosition({10, 3});
+        session.play();
+        all << object->getId() << '\n' << session.screen() << '\n';
     }
     auto *hero = spawn<Hero>();
     WorldManager::getInstance().setViewFollowing(hero);
@@ -251,12 +252,20 @@ std::string wildSession() {
 TEST_F(SessionTest, the_hundredth_is_exactly_like_the_first) {
     const auto &log = LogManager::getInstance();
     const auto here = std::filesystem::current_path();
+    for (const char *variable : {"TMPDIR", "TMP"})
+        test::setEnvironment(variable, here.string());
     prepareLog(3);
+    std::srand(5);
     test::setEnvironment(LOG_FILE_VARIABLE, "not/this/one.log");
     const std::string first = wildSession();
+    const int random = std::rand();
     EXPECT_NE(first.find('#'), std::string::npos) << first;
     for (int round = 1; round < 100; ++round)
         ASSERT_EQ(wildSession(), first) << round;
+    std::srand(5);
+    { const Session idle; }
+    EXPECT_EQ(std::rand(), random);
+    EXPECT_EQ(game().getStepCount(), 0);
     EXPECT_EQ(log.getLogLevel(), 3);
     EXPECT_FALSE(log.getLogStepCount());
     EXPECT_EQ(log.getFileName(), "");
@@ -269,6 +278,8 @@ TEST_F(SessionTest, the_hundredth_is_exactly_like_the_first) {
     EXPECT_EQ(std::filesystem::current_path(), here);
     EXPECT_TRUE(std::filesystem::is_empty(here));
     EXPECT_EQ(Object().getId(), 1);
+    for (const char *variable : {"TMPDIR", "TMP"})
+        test::clearEnvironment(variable);
 }
 
 TEST_F(SessionTest, runs_where_it_is_told_and_as_configured) {
