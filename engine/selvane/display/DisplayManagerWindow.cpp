@@ -67,7 +67,7 @@ int DisplayManager::openWindow() {
     closeAtExit();
     const Config &config = Config::getInstance();
     const platform::DisplayCheck display;
-    if (display.obstacle() != nullptr)
+    if (display.obstacle())
         return refuseWindow(std::string(display.obstacle()) +
                             " To run without one, put headless:true, into the configuration.");
     const sf::VideoMode desktop = sf::VideoMode::getDesktopMode();

@@ -69,14 +69,14 @@ void Music::stop() {
         music->stop();
 }
 
-void play(Music *p_music, bool loop) {
-    if (p_music)
-        p_music->play(loop);
+void play(Music *music, bool loop) {
+    if (music)
+        music->play(loop);
 }
 
-void stop(Music *p_music) {
-    if (p_music)
-        p_music->stop();
+void stop(Music *music) {
+    if (music)
+        music->stop();
 }
 
 } // namespace sv

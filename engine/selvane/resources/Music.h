@@ -40,7 +40,7 @@ class Music : public Resource {
 
 /// Play and stop a track as its own functions do. They do nothing for null, which getMusic()
 /// returns for an unknown label.
-void play(Music *p_music, bool loop = false);
-void stop(Music *p_music);
+void play(Music *music, bool loop = false);
+void stop(Music *music);
 
 } // namespace sv

@@ -96,9 +96,9 @@ void Sound::stop() {
         voice->sound.stop();
 }
 
-void play(Sound *p_sound, bool loop) {
-    if (p_sound)
-        p_sound->play(loop);
+void play(Sound *sound, bool loop) {
+    if (sound)
+        sound->play(loop);
 }
 
 } // namespace sv

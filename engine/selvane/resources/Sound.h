@@ -43,6 +43,6 @@ class Sound : public Resource {
 
 /// Plays a sound as Sound::play does. Does nothing for null, which getSound() returns for an
 /// unknown label.
-void play(Sound *p_sound, bool loop = false);
+void play(Sound *sound, bool loop = false);
 
 } // namespace sv

@@ -111,9 +111,9 @@ Lines readData(std::istream &file, const std::string &delimiter) {
     return lines;
 }
 
-int matchLineInt(Lines *p_lines, const char *token) {
+int matchLineInt(Lines *lines, const char *token) {
     int found = no_value;
-    takeMatches(*p_lines, token, [&](const Line &line) {
+    takeMatches(*lines, token, [&](const Line &line) {
         if (found != no_value)
             logLine(1, "matchLineInt(): Warning! '%s' matches multiple lines.", line.text.c_str());
         found = parseInt(valueOf(line, token));
@@ -121,9 +121,9 @@ int matchLineInt(Lines *p_lines, const char *token) {
     return found;
 }
 
-std::string matchLineStr(Lines *p_lines, const char *token) {
+std::string matchLineStr(Lines *lines, const char *token) {
     std::string found;
-    takeMatches(*p_lines, token, [&](const Line &line) {
+    takeMatches(*lines, token, [&](const Line &line) {
         if (!found.empty())
             logLine(1, "matchLineStr(): Warning! '%s' matches multiple lines.", line.text.c_str());
         found = valueOf(line, token);
@@ -131,10 +131,10 @@ std::string matchLineStr(Lines *p_lines, const char *token) {
     return found;
 }
 
-Frame readFrame(Lines *p_lines, int width, int height, int first_line) {
+Frame readFrame(Lines *lines, int width, int height, int first_line) {
     std::string rows;
     int line = first_line;
-    if (!takeRows(*p_lines, width, height, line, rows) || !takeFrameEnd(*p_lines, line))
+    if (!takeRows(*lines, width, height, line, rows) || !takeFrameEnd(*lines, line))
         return {};
     return {width, height, rows};
 }

@@ -50,15 +50,15 @@ Lines readData(std::istream &file, const std::string &delimiter);
 ///
 /// Throws KeyWithoutValue for a line that is only the key: the caller that knows the file's name
 /// reports it.
-int matchLineInt(Lines *p_lines, const char *token);
+int matchLineInt(Lines *lines, const char *token);
 
 /// The text behind a key, as matchLineInt; empty if there is none.
-std::string matchLineStr(Lines *p_lines, const char *token);
+std::string matchLineStr(Lines *lines, const char *token);
 
 /// Removes one frame from the front of the list: `height` rows of `width` characters and a line
 /// "end". Returns the empty frame, with log lines, if there is something else. `first_line` is for
 /// the messages.
-Frame readFrame(Lines *p_lines, int width, int height, int first_line);
+Frame readFrame(Lines *lines, int width, int height, int first_line);
 
 struct SpriteHeader {
     int frames = 0;

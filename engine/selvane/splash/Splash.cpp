@@ -36,9 +36,9 @@ int splash() {
     // A closed window ends the loop while the parts still exist. They are found by their class: a
     // game may have types of the same names.
     WorldManager &world = WorldManager::getInstance();
-    for (Object *p_o : world.getAllObjects(true))
-        if (dynamic_cast<SplashPart *>(p_o))
-            world.markForDelete(p_o);
+    for (Object *object : world.getAllObjects(true))
+        if (dynamic_cast<SplashPart *>(object))
+            world.markForDelete(object);
     world.deleteMarked();
     logLine(10, "splash(): Finished.");
     return 0;
