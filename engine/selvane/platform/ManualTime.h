@@ -2,8 +2,8 @@
 /// The game loop then runs its steps without pausing, and the result does not depend on the speed
 /// of the machine.
 ///
-/// In use from construction to destruction, which puts the clock of before back. Construct it before
-/// the engine starts and destroy it after the engine has shut down. Game-loop thread only.
+/// In use from construction to destruction, which puts the clock of before back. Construct it
+/// before the engine starts and destroy it after the engine has shut down. Game-loop thread only.
 #pragma once
 
 #include "selvane/platform/system.h"
