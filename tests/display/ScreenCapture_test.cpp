@@ -21,10 +21,11 @@ void drawFigures() {
         shape.setType(type);
         shape.draw({7.0F * static_cast<float>(type), 4});
     }
-    shape.setAlpha(0);
-    shape.draw({0, 0});
     shape.setSize(0);
-    shape.draw({0, 0});
+    shape.draw({7, 0});
+    shape.setSize(60);
+    shape.setAlpha(0);
+    shape.draw({7, 1});
 }
 
 void drawScene() {
@@ -33,7 +34,7 @@ void drawScene() {
     display.drawString({101, 51}, "left out", LEFT_JUSTIFIED, RED);
     display.drawString({106, 51}, "over ", LEFT_JUSTIFIED, CYAN);
     display.drawString({119, 50}, "cut", LEFT_JUSTIFIED, BLACK);
-    display.drawString({103.4F, 51.6F}, "a\tb\xC3\x1f~", LEFT_JUSTIFIED, CUSTOM);
+    display.drawString({102.6F, 51.6F}, "a\tb\xC3\x1f~", LEFT_JUSTIFIED, CUSTOM);
     display.drawCh({115, 51}, '*', 1, 2, 3);
     display.drawCh({99, 51}, 'x');
     display.drawCh({100, 60}, 'x');
@@ -58,6 +59,12 @@ TEST_F(ScreenCaptureTest, reads_the_same_with_and_without_window) {
         EXPECT_EQ(screenText(), "") << "not shown yet";
         EXPECT_EQ(display.swapBuffers(), 0);
         EXPECT_EQ(screenText(), scenes);
+        drawScene();
+        display.swapBuffers();
+        display.swapBuffers();
+        EXPECT_EQ(screenText(), "") << "each frame begins empty";
+        drawScene();
+        display.swapBuffers();
         EXPECT_EQ(screenColors(), "                   k\n rrrr cccc     *\n   w wwww");
         display.shutDown();
         EXPECT_EQ(screenText(), scenes);
@@ -93,6 +100,7 @@ TEST_F(ScreenCaptureTest, headless_draws_only_while_capturing) {
     startLog(5);
     captureScreen();
     EXPECT_EQ(display.drawCh({1, 1}, 'x'), -1) << "not started";
+    EXPECT_FALSE(display.isDrawing());
     for (const bool is_wanted : {true, false}) {
         display.startUp();
         captureScreen(is_wanted);
