@@ -16,6 +16,7 @@
 #include "selvane/core/LogManager.h"
 #include "selvane/core/ObjectList.h"
 #include "selvane/core/Vector.h"
+#include "selvane/core/random.h"
 #include "selvane/core/text.h"
 #include "selvane/display/DisplayManager.h"
 #include "selvane/input/InputManager.h"

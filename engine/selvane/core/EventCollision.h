@@ -22,6 +22,14 @@ class EventCollision : public Event {
     void setObject1(Object *new_obj1) { obj1 = new_obj1; }
     Object *getObject2() const { return obj2; }
     void setObject2(Object *new_obj2) { obj2 = new_obj2; }
+
+    /// The object that `me` has collided with; null if `me` is neither of the two.
+    Object *other(const Object *me) const {
+        if (me == obj1)
+            return obj2;
+        return me == obj2 ? obj1 : nullptr;
+    }
+
     Vector getPosition() const { return pos; }
     void setPosition(Vector new_pos) { pos = new_pos; }
 

@@ -10,6 +10,11 @@ struct Vector {
     float y = 0;
 
     friend constexpr bool operator==(Vector, Vector) = default;
+
+    constexpr Vector &operator+=(Vector other) { return *this = {x + other.x, y + other.y}; }
+    constexpr Vector &operator-=(Vector other) { return *this = {x - other.x, y - other.y}; }
+    constexpr Vector &operator*=(float factor) { return *this = {x * factor, y * factor}; }
+    constexpr Vector &operator/=(float divisor) { return *this = {x / divisor, y / divisor}; }
 };
 
 constexpr Vector operator+(Vector a, Vector b) {
@@ -20,8 +25,20 @@ constexpr Vector operator-(Vector a, Vector b) {
     return {a.x - b.x, a.y - b.y};
 }
 
+constexpr Vector operator-(Vector v) {
+    return {-v.x, -v.y};
+}
+
 constexpr Vector operator*(Vector v, float factor) {
     return {v.x * factor, v.y * factor};
+}
+
+constexpr Vector operator*(float factor, Vector v) {
+    return v * factor;
+}
+
+constexpr Vector operator/(Vector v, float divisor) {
+    return {v.x / divisor, v.y / divisor};
 }
 
 /// Whether neither component is infinite or NaN.

@@ -199,6 +199,9 @@ class Object {
     int findPath(Vector to);
     int findPath(const Object *target);
 
+    /// Whether a search is under way: its "sv-path" event is still to come.
+    bool isSearching() const;
+
     /// Cancels its search for a path, if there is one: no event will come.
     void dropPathFind();
 
@@ -259,7 +262,6 @@ class Object {
     void turn(Vector new_direction);
     bool takeWaypoint(Object *const &self);
     void dropPassed() const;
-    bool isSearching() const;
     int startSearch(Vector to, const Object *target);
     void warnIfNotMoving();
 
