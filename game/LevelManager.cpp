@@ -29,23 +29,15 @@ bool isOnButton(sv::Vector click, sv::Vector button) {
 /// the game at once, whatever the verdict. The button is retired by name because it may be
 /// inactive.
 void clearStage(Button *button) {
-    retire(sv::WorldManager::getInstance().getAllObjects());
-    retire(button);
+    sv::WorldManager &world = sv::WorldManager::getInstance();
+    for (sv::Object *object : world.getAllObjects())
+        world.retire(object);
+    world.retire(button);
     if (current_timer)
         current_timer->setActive(false);
 }
 
 } // namespace
-
-void retire(sv::Object *object) {
-    object->setActive(false);
-    sv::WorldManager::getInstance().markForDelete(object);
-}
-
-void retire(const sv::ObjectList &objects) {
-    for (sv::Object *object : objects)
-        retire(object);
-}
 
 LevelManager &LevelManager::getInstance() {
     static LevelManager instance;

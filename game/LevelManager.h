@@ -60,8 +60,3 @@ class LevelManager : public sv::Manager {
 
 inline constexpr int LAST_LEVEL = 3;
 
-// Takes objects out of the game: makes them inactive and marks them for deletion. A marked object
-// lives until the end of the step and, if active, would answer one more click.
-
-void retire(sv::Object *object);
-void retire(const sv::ObjectList &objects);

@@ -5,6 +5,7 @@
 #include "game/random.h"
 #include "game/resources.h"
 #include "selvane/core/Event.h"
+#include "selvane/world/WorldManager.h"
 
 #include <cmath>
 
@@ -53,7 +54,7 @@ void Shape::hit(const sv::EventMouse *mouse_event) {
         level_manager.addHit();
     else
         level_manager.addMiss();
-    retire(this);
+    sv::WorldManager::getInstance().retire(this); // Or it would answer one more click.
 }
 
 void Shape::updateSprite() {

@@ -5,6 +5,7 @@
 #include "selvane/core/Color.h"
 #include "selvane/core/Config.h"
 #include "selvane/core/Event.h"
+#include "selvane/core/EventAnimationEnd.h"
 #include "selvane/core/EventCollision.h"
 #include "selvane/core/EventKeyboard.h"
 #include "selvane/core/EventMouse.h"

@@ -7,10 +7,13 @@ namespace sv {
 
 namespace {
 
-constexpr const char *engine_events[] = {
-    UNDEFINED_EVENT,     STEP_EVENT, KEYBOARD_EVENT, MOUSE_EVENT,          COLLISION_EVENT,
-    OUT_EVENT,           PATH_EVENT, NETWORK_EVENT,  CUSTOM_NETWORK_EVENT, KEYBOARD_NETWORK_EVENT,
-    MOUSE_NETWORK_EVENT, VIEW_EVENT};
+constexpr const char *engine_events[] = {UNDEFINED_EVENT,      STEP_EVENT,
+                                         KEYBOARD_EVENT,       MOUSE_EVENT,
+                                         COLLISION_EVENT,      OUT_EVENT,
+                                         PATH_EVENT,           NETWORK_EVENT,
+                                         CUSTOM_NETWORK_EVENT, KEYBOARD_NETWORK_EVENT,
+                                         MOUSE_NETWORK_EVENT,  VIEW_EVENT,
+                                         ANIMATION_END_EVENT};
 
 } // namespace
 

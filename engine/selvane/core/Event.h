@@ -22,6 +22,7 @@ inline constexpr char CUSTOM_NETWORK_EVENT[] = "sv-custom-network";
 inline constexpr char KEYBOARD_NETWORK_EVENT[] = "sv-keyboard-network";
 inline constexpr char MOUSE_NETWORK_EVENT[] = "sv-mouse-network";
 inline constexpr char VIEW_EVENT[] = "sv-view";
+inline constexpr char ANIMATION_END_EVENT[] = "sv-animation-end";
 
 /// Whether a type is in the list above; "sv-undefined" is, although no manager delivers it.
 bool isEngineEvent(const std::string &type);

@@ -12,6 +12,8 @@ namespace sv {
 
 namespace {
 
+bool are_all_held = false;
+
 /// Stores the new value; whether it differs from the old one.
 template<typename T>
 bool replace(T &value, const T &new_value) {
@@ -27,6 +29,7 @@ void Animation::setSprite(Sprite *new_sprite) {
         setName(new_sprite->getLabel());
     sprite = new_sprite ? new_sprite->getHandle() : nullptr;
     modified = true;
+    has_ended = false;
     setIndex(0);
 }
 
@@ -42,12 +45,16 @@ void Animation::setSlowdownCount(int new_slowdown_count) {
     modified |= replace(slowdown_count, new_slowdown_count);
 }
 
+void Animation::holdAll(bool are_held) {
+    are_all_held = are_held;
+}
+
 int Animation::draw(Vector position) {
     const Sprite *shown = getSprite();
     if (!shown)
         return 0;
     const int result = shown->draw(index, position, shown->getTransparency());
-    if (slowdown_count != FROZEN)
+    if (slowdown_count != FROZEN && !are_all_held)
         advance(*shown);
     return result;
 }
@@ -58,8 +65,10 @@ void Animation::advance(const Sprite &shown) {
     const bool counts_on = slowdown_count < std::numeric_limits<int>::max() &&
                            slowdown_count + 1 < shown.getSlowdown();
     slowdown_count = counts_on ? slowdown_count + 1 : 0;
-    if (!counts_on)
-        index = index < shown.getFrameCount() - 1 ? index + 1 : 0;
+    if (counts_on)
+        return;
+    has_ended = index >= shown.getFrameCount() - 1;
+    index = has_ended ? 0 : index + 1;
 }
 
 Box Animation::getBox() const {

@@ -10,6 +10,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace sv {
 
@@ -62,6 +63,12 @@ class Animation {
 
     // Called by the engine.
 
+    /// Whether the last frame has been shown to its end since the last call.
+    bool takeEnd() { return std::exchange(has_ended, false); }
+
+    /// While they are held, animations stay on the frame that they show.
+    static void holdAll(bool are_held);
+
     /// Draws the frame shown with its centre at `position`, in cells of the world, and counts the
     /// step. 0, or -1 if the display refuses; the step counts all the same.
     int draw(Vector position);
@@ -74,6 +81,7 @@ class Animation {
     int slowdown_count = 0;
     std::string name;
     bool modified = true;
+    bool has_ended = false;
 };
 
 } // namespace sv

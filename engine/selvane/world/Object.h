@@ -58,6 +58,9 @@ enum class Attribute {
 };
 inline constexpr int ATTRIBUTE_COUNT = 18;
 
+/// A life span: until the last frame of the object's animation has been shown to its end.
+inline constexpr int UNTIL_ANIMATION_ENDS = -1;
+
 /// Deletes a search for a path; defined where searches are.
 struct PathFindDeleter {
     void operator()(PathFind *path_find) const;
@@ -175,6 +178,14 @@ class Object {
     /// none.
     int setSprite(const std::string &label);
 
+    /// The object is deleted at the end of that many updates, those counted while it is active; or,
+    /// with UNTIL_ANIMATION_ENDS, when its animation has ended or there is no sprite. 0, the
+    /// default, is for ever. 0, or -1 for other negative numbers.
+    int setLifeSpan(int new_life_span);
+
+    /// What is left of it.
+    int getLifeSpan() const { return life_span; }
+
     void setShape(const Shape &new_shape);
     Shape getShape() const { return shape; }
 
@@ -247,6 +258,10 @@ class Object {
     /// Once a step, after stepPath(): adds the acceleration to the velocity.
     void stepAcceleration();
 
+    /// Once a step, after stepAcceleration(): marks the object if its life span has run out, and
+    /// sends it the end of its animation. A handler may delete it.
+    void stepLife();
+
   private:
     friend class Manager;    // Counts its registrations.
     friend class SceneGraph; // Counts its filings.
@@ -287,6 +302,7 @@ class Object {
     mutable std::size_t passed = 0;
     bool path_is_new = false; // Since the last waypoint was reached.
     bool follow_path = false;
+    int life_span = 0;
     bool avoid_collisions = false;
     std::bitset<4> warned; // By Warning.
     int registrations = 0; // With all managers, those included that the game made directly.

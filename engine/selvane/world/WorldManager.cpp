@@ -76,6 +76,7 @@ int WorldManager::startUp() {
     deletions.clear();
     fitToWindow();
     view_following = nullptr;
+    setPaused(false);
     if (scene_graph.startUp() != 0)
         return logFailure("WorldManager::startUp(): Error! Unable to startup Scenegraph");
     Manager::startUp();
@@ -92,6 +93,7 @@ void WorldManager::reset() {
     warned_deleted_in_step = false;
     warned_detached = false;
     view_following = nullptr;
+    setPaused(false);
     fitToWindow();
 }
 
@@ -203,10 +205,28 @@ int WorldManager::markForDelete(const ObjectList &list) {
     return result;
 }
 
+int WorldManager::retire(Object *p_o) {
+    if (markForDelete(p_o) != 0)
+        return -1;
+    return p_o->setActive(false);
+}
+
+void WorldManager::retireAll(const ObjectList &keep) {
+    for (Object *p_o : getAllObjects(true))
+        if (!keep.contains(p_o))
+            retire(p_o);
+}
+
+void WorldManager::setPaused(bool new_is_paused) {
+    is_paused = new_is_paused;
+    Animation::holdAll(is_paused);
+}
+
 void WorldManager::update() {
     if (isRefusedNow("update", by_the_step))
         return;
-    moveAll();
+    if (!is_paused)
+        moveAll();
     disposeMarked();
 }
 
@@ -224,6 +244,8 @@ void WorldManager::moveAll() {
             p_o->stepPath();
         if (p_o)
             p_o->stepAcceleration();
+        if (p_o)
+            p_o->stepLife();
     }
 }
 

@@ -51,6 +51,18 @@ class WorldManager : public Manager {
     int markForDelete(Object *p_o);
     int markForDelete(const ObjectList &list);
 
+    /// Marks the object and makes it inactive at once: from now on it neither moves nor collides,
+    /// is not drawn, and gets no events. 0, or -1 as markForDelete().
+    int retire(Object *p_o);
+
+    /// Retires every object, inactive ones too, but not those in `keep`: for a new scene.
+    void retireAll(const ObjectList &keep = {});
+
+    /// While it is paused nothing moves, no animation goes on, and no life span runs; objects are
+    /// drawn, events are sent, and what is marked is deleted. Each start ends the pause.
+    void setPaused(bool new_is_paused = true);
+    bool isPaused() const { return is_paused; }
+
     /// Moves an object to `where`, in cells, with "sv-collision" events to it and to what it
     /// touches, "sv-out" when it leaves the world, and the view if it follows. 0, or -1 if a
     /// collision stops it, if it is not a living object, or if `where` is not finite. For objects
@@ -138,6 +150,7 @@ class WorldManager : public Manager {
     Vector view_slack;
     Box window; // In cells; empty while the game manager is not started.
     LivingObjects living;
+    bool is_paused = false;
     bool is_stopping = false;
     bool is_disposing = false;
     // Each warning is logged once: its cause may recur in every step.
