@@ -5,6 +5,7 @@
 #include "support/waitUntil.h"
 #include "support/waveFile.h"
 
+#include <cmath>
 #include <fstream>
 
 namespace {
@@ -111,4 +112,28 @@ TEST_F(Playing, short_tracks_loop) {
     ASSERT_TRUE(waitForPlayed(0.5));
     EXPECT_TRUE(test::waitUntil([&] { return played().back() > 31.5F * one; }))
         << played().back() / one;
+}
+
+TEST_F(Playing, voices_sound_at_once_and_as_loud_as_set) {
+    // All samples are equal, so the sum shows how many voices sound, and how loud.
+    writeFile("level.wav", test::waveFile(std::vector<std::int16_t>(400, 500), samples_per_second));
+    sv::Sound sound;
+    EXPECT_EQ(sound.setVoices(0), -1);
+    EXPECT_EQ(sound.setVoices(sv::MAX_VOICES + 1), -1);
+    EXPECT_EQ(sound.setVolume(-1), -1);
+    EXPECT_EQ(sound.setVolume(std::nanf("")), -1);
+    ASSERT_EQ(sound.loadSound("level.wav"), 0);
+    sound.play(true);
+    ASSERT_TRUE(waitForHeard(0.2));
+    const float one = played().back();
+    sound.play(true);
+    ASSERT_TRUE(waitForPlayed(0.5));
+    EXPECT_FLOAT_EQ(played().back(), one);
+    EXPECT_EQ(sound.setVoices(2), 0);
+    for (int i = 0; i < 3; ++i)
+        sound.play(true);
+    EXPECT_TRUE(test::waitUntil([&] { return played().back() > 1.9F * one; }));
+    EXPECT_EQ(sound.setVolume(25), 0);
+    EXPECT_TRUE(test::waitUntil([&] { return played().back() < 0.6F * one; }));
+    EXPECT_GT(played().back(), 0.4F * one);
 }

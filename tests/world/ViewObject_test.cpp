@@ -5,6 +5,7 @@
 #include "selvane/core/LogManager.h"
 #include "selvane/display/DisplayManager.h"
 #include "selvane/display/ScreenCapture.h"
+#include "selvane/resources/Sprite.h"
 #include "selvane/world/spawn.h"
 #include "support/WorldTest.h"
 
@@ -71,6 +72,28 @@ TEST_F(ViewObjectTest, labels_show_in_nine_places) {
                            std::string(12, '\n') +
                            "           P6 66                     P7 77                     P8 88");
     EXPECT_NE(screenColors().find("c cc c\n"), std::string::npos) << screenColors();
+}
+
+TEST_F(ViewObjectTest, sprites_show_at_the_edges_of_the_view) {
+    Sprite sprite(1);
+    sprite.setWidth(1);
+    sprite.setHeight(3);
+    sprite.addFrame(Frame(1, 3, "abc"));
+    Animation pictures;
+    pictures.setSprite(&sprite);
+    for (const int location : {TOP_LEFT, CENTER_CENTER, BOTTOM_RIGHT}) {
+        ViewObject *picture = make("hidden");
+        picture->setAnimation(pictures, true);
+        picture->setLocation(location);
+        picture->setDrawSprite(true);
+    }
+    world.setView({{50, 60}, 78, 24});
+    const std::string left(13, ' ');
+    const std::string middle(39, ' ');
+    const std::string right(65, ' ');
+    EXPECT_EQ(shown(), left + "a\n" + left + "b\n" + left + "c" + std::string(9, '\n') + middle +
+                           "a\n" + middle + "b\n" + middle + "c" + std::string(8, '\n') + right +
+                           "a\n" + right + "b\n" + right + "c");
 }
 
 TEST_F(ViewObjectTest, events_change_values_by_tag) {

@@ -53,10 +53,29 @@ bool decode(const std::string &filename, Samples &samples) {
 
 } // namespace
 
-/// The voice is destroyed before the samples that it plays.
-struct Sound::Voice {
+/// The voices are destroyed before the samples that they play.
+struct Sound::Player {
+    void setUp(int voices, float volume) {
+        sounds.assign(static_cast<std::size_t>(voices), sf::Sound(sound_buffer));
+        next = 0;
+        setVolume(volume);
+    }
+
+    void setVolume(float volume) {
+        for (sf::Sound &sound : sounds)
+            sound.setVolume(volume);
+    }
+
+    /// In turns, so it is the one that began first.
+    sf::Sound *nextVoice() {
+        sf::Sound *voice = &sounds[next];
+        next = (next + 1) % sounds.size();
+        return voice;
+    }
+
     sf::SoundBuffer sound_buffer;
-    sf::Sound sound;
+    std::vector<sf::Sound> sounds;
+    std::size_t next = 0;
 };
 
 Sound::Sound() = default;
@@ -73,27 +92,49 @@ int Sound::loadSound(const std::string &filename) {
         return -1;
     if (!has_device)
         return 0;
-    auto loaded = std::make_unique<Voice>();
+    auto loaded = std::make_unique<Player>();
     if (!loaded->sound_buffer.loadFromSamples(samples.values.data(), samples.values.size(),
                                               samples.channels, samples.per_second))
         return -1;
-    loaded->sound.setBuffer(loaded->sound_buffer);
-    voice = std::move(loaded);
+    loaded->setUp(voices, volume);
+    player = std::move(loaded);
     return 0;
 }
 
 void Sound::unload() {
-    voice.reset();
+    player.reset();
 }
 
 void Sound::play(bool loop) {
     logLine(5, "Sound::play(): Playing sound.");
-    playFromBeginning(voice ? &voice->sound : nullptr, loop);
+    playFromBeginning(player ? player->nextVoice() : nullptr, loop);
 }
 
 void Sound::stop() {
-    if (voice)
-        voice->sound.stop();
+    if (!player)
+        return;
+    for (sf::Sound &sound : player->sounds)
+        sound.stop();
+}
+
+int Sound::setVolume(float new_volume) {
+    if (!(new_volume >= 0 && new_volume <= 100))
+        return logFailure("Sound::setVolume(): Warning! Volume %g not in range [0,100]. Ignored.",
+                          double{new_volume});
+    volume = new_volume;
+    if (player)
+        player->setVolume(volume);
+    return 0;
+}
+
+int Sound::setVoices(int new_voices) {
+    if (new_voices < 1 || new_voices > MAX_VOICES)
+        return logFailure("Sound::setVoices(): Warning! %d voices not in range [1,%d]. Ignored.",
+                          new_voices, MAX_VOICES);
+    voices = new_voices;
+    if (player)
+        player->setUp(voices, volume);
+    return 0;
 }
 
 void play(Sound *sound, bool loop) {

@@ -75,9 +75,13 @@ Object::~Object() {
 }
 
 int Object::draw() {
-    const int result = animation.draw(position);
+    return drawAt(position);
+}
+
+int Object::drawAt(Vector place) {
+    const int result = animation.draw(place);
     if (shape.getType() != UNDEFINED_SHAPE)
-        shape.draw(position);
+        shape.draw(place);
     return result;
 }
 

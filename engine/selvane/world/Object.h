@@ -262,6 +262,10 @@ class Object {
     /// sends it the end of its animation. A handler may delete it.
     void stepLife();
 
+  protected:
+    /// As draw(), elsewhere in the world than at its position.
+    int drawAt(Vector place);
+
   private:
     friend class Manager;    // Counts its registrations.
     friend class SceneGraph; // Counts its filings.

@@ -7,6 +7,7 @@
 #include "selvane/world/WorldManager.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <limits>
 
@@ -39,6 +40,8 @@ ViewObject::ViewObject() {
 /// Without a border the top and bottom rows move outwards, and the middle row moves up instead of
 /// staying in the middle: the screens of games are laid out for that.
 Vector ViewObject::placeOf(int at_location) const {
+    if (draw_sprite)
+        return spritePlaceOf(at_location);
     const Box view = WorldManager::getInstance().getView();
     const int column = at_location % columns;
     const float x = view.horizontal * static_cast<float>(2 * column + 1) / 6.0F;
@@ -50,6 +53,18 @@ Vector ViewObject::placeOf(int at_location) const {
     default:
         return {x, view.vertical - (border ? 2.0F : 1.0F)};
     }
+}
+
+/// Columns as for a text, rows at the edges, and the sprite inside the view if it fits. Frames are
+/// drawn from half their size, rounded down, before the place.
+Vector ViewObject::spritePlaceOf(int at_location) const {
+    const Box view = WorldManager::getInstance().getView();
+    const Vector half{getBox().horizontal / 2, getBox().vertical / 2};
+    const Vector first{std::floor(half.x), std::floor(half.y)};
+    const Vector last{view.horizontal - std::ceil(half.x), view.vertical - std::ceil(half.y)};
+    const float x = view.horizontal * static_cast<float>(2 * (at_location % columns) + 1) / 6.0F;
+    const float rows[] = {first.y, view.vertical / 2, last.y};
+    return {std::max(first.x, std::min(x, last.x)), rows[at_location / columns]};
 }
 
 void ViewObject::setLocation(int new_location) {
@@ -96,6 +111,12 @@ void ViewObject::setViewString(const std::string &new_view_string) {
     setModified(ViewAttribute::VIEW_STRING);
 }
 
+void ViewObject::setDrawSprite(bool new_draw_sprite) {
+    draw_sprite = new_draw_sprite;
+    if (location != FREE_PLACEMENT)
+        setLocation(location);
+}
+
 void ViewObject::setColor(Color new_color) {
     if (new_color == color)
         return;
@@ -114,6 +135,8 @@ int ViewObject::eventHandler(const Event *p_event) {
 }
 
 int ViewObject::draw() {
+    if (draw_sprite)
+        return drawAt(WorldManager::getInstance().getView().corner + getPosition());
     std::string text = border ? " " : "";
     text += view_string;
     if (draw_value)

@@ -64,6 +64,11 @@ class ViewObject : public Object {
     void setDrawValue(bool new_draw_value) { draw_value = new_draw_value; }
     bool getDrawValue() const { return draw_value; }
 
+    /// Whether it shows its sprite in place of text and border. Default: false. At a location the
+    /// whole sprite is in the view, as far as it fits: set the sprite first.
+    void setDrawSprite(bool new_draw_sprite);
+    bool getDrawSprite() const { return draw_sprite; }
+
     int eventHandler(const Event *p_event) override;
 
     /// 0, or below 0 if the display refuses.
@@ -88,10 +93,12 @@ class ViewObject : public Object {
     static std::span<const AttributeText> attributeTexts();
     void setModified(ViewAttribute attribute) { modified.set(static_cast<std::size_t>(attribute)); }
     Vector placeOf(int at_location) const;
+    Vector spritePlaceOf(int at_location) const;
 
     std::string view_string;
     int value = 0;
     bool draw_value = true;
+    bool draw_sprite = false;
     bool border = true;
     Color color = COLOR_DEFAULT;
     int location = FREE_PLACEMENT;
