@@ -26,9 +26,13 @@ class WorldTest : public EngineTest {
         world.setView({{0, 0}, 80, 24});
     }
 
-    ~WorldTest() override {
-        if (world.isStarted())
-            world.shutDown();
+    ~WorldTest() override { world.shutDown(); }
+
+    /// Sends an event of that type to the objects that registered for it; how often one was called.
+    int send(const std::string &type) {
+        sv::Event event;
+        event.setType(type);
+        return world.onEvent(&event);
     }
 
     sv::WorldManager &world;
