@@ -13,9 +13,7 @@ namespace {
 
 class SceneGraphTest : public test::WorldTest {
   protected:
-    SceneGraphTest() : graph(world.getSceneGraph()) {}
-
-    SceneGraph &graph;
+    SceneGraph &graph = world.getSceneGraph();
 };
 
 using Objects = std::vector<Object *>;
@@ -72,13 +70,13 @@ void changeOne(Objects &objects, std::mt19937 &random) {
         objects.push_back(new Object);
         return;
     }
-    const auto chosen = objects.begin() + static_cast<std::ptrdiff_t>(random() % objects.size());
+    Object *p_chosen = objects[random() % objects.size()];
     if (dice >= 4) {
-        (*chosen)->deserialize(changes[dice - 4]);
+        p_chosen->deserialize(changes[dice - 4]);
         return;
     }
-    delete *chosen;
-    objects.erase(chosen);
+    std::erase(objects, p_chosen);
+    delete p_chosen;
 }
 
 TEST_F(SceneGraphTest, lists_agree_with_fields) {
@@ -99,11 +97,11 @@ TEST_F(SceneGraphTest, lists_agree_with_fields) {
 }
 
 TEST_F(SceneGraphTest, unknown_altitudes_have_no_objects) {
-    new Object;
-    EXPECT_TRUE(graph.visibleObjects(5).isEmpty());
-    EXPECT_TRUE(graph.visibleObjects(-1).isEmpty());
-    expectLogged({"SceneGraph::visibleObjects(): Warning! altitude 5 not in [0,4].",
-                  "SceneGraph::visibleObjects(): Warning! altitude -1 not in [0,4]."});
+    for (const int altitude : {5, -1}) {
+        EXPECT_TRUE(graph.visibleObjects(altitude).isEmpty());
+        expectLogged({"SceneGraph::visibleObjects(): Warning! altitude " +
+                      std::to_string(altitude) + " not in [0,4]."});
+    }
 }
 
 TEST_F(SceneGraphTest, active_invisible_objects_keep_their_altitude) {
@@ -126,32 +124,31 @@ TEST_F(SceneGraphTest, objects_never_filed_leave_nothing_behind) {
     auto stray = std::make_unique<Object>();
     ASSERT_EQ(world.startUp(), 0);
     stray->setType("Stray");
+    said();
     EXPECT_EQ(graph.updateType(stray.get(), "Other"), -1);
-    EXPECT_EQ(graph.updateActive(stray.get(), false), -1);
     EXPECT_EQ(graph.updateVisible(stray.get(), false), -1);
-    expectLogged({"SceneGraph::updateType(): Error! Unable to remove Object (1) type Stray",
-                  "SceneGraph::updateVisible(): unable to remove visible object (Stray)",
-                  "SceneGraph::updateActive(): remove object (Stray) failed for objects!",
-                  "SceneGraph::updateActive(): remove visible object (Stray) failed for "
-                  "visible_objects!",
-                  "SceneGraph::updateActive(): remove object (Stray) failed for solid_objects!"});
-
+    EXPECT_EQ(graph.updateActive(stray.get(), false), -1);
+    EXPECT_EQ(said(), "SceneGraph::updateType(): Error! Unable to remove Object (1) type Stray\n"
+                      "SceneGraph::updateVisible(): unable to remove visible object (Stray)\n"
+                      "SceneGraph::updateActive(): remove object (Stray) failed for objects!\n"
+                      "SceneGraph::updateActive(): remove visible object (Stray) failed for "
+                      "visible_objects!\n"
+                      "SceneGraph::updateActive(): remove object (Stray) failed for "
+                      "solid_objects!\n");
     stray.reset();
-    EXPECT_NE(
-        logText().find("SceneGraph::removeObject(): Error removing Object (id 1)! Pointer is "),
-        std::string::npos);
+    const std::string removed = said();
+    EXPECT_TRUE(removed.starts_with(
+        "SceneGraph::removeObject(): Error removing Object (id 1)! Pointer is "));
     EXPECT_TRUE(world.getAllObjects(true).isEmpty());
 }
 
 TEST_F(SceneGraphTest, collisions_come_in_solid_order) {
-    auto *p_a = new Object;
-    auto *p_b = new Object;
-    auto *p_c = new Object;
+    Object *const objects[] = {new Object, new Object, new Object};
     for (const Solidness solidness : {SPECTRAL, SOFT, HARD})
-        EXPECT_EQ(p_a->setSolidness(solidness), 0);
-    const ObjectList met = graph.getCollisions(p_c, {1, 1});
-    EXPECT_EQ(met.at(0), p_b);
-    EXPECT_EQ(met.at(1), p_a) << "solid again, and so the last";
+        EXPECT_EQ(objects[0]->setSolidness(solidness), 0);
+    const ObjectList met = graph.getCollisions(objects[2], {1, 1});
+    EXPECT_EQ(met.at(0), objects[1]);
+    EXPECT_EQ(met.at(1), objects[0]) << "solid again, and so the last";
 }
 
 } // namespace
