@@ -19,8 +19,8 @@ const sf::Vector2f pixel(128, 320);
 
 class ShapeTest : public test::WindowTest {
   protected:
-    void startDisplay(const std::string &settings = "") {
-        WindowTest::startDisplay(settings);
+    void startDisplay() {
+        WindowTest::startDisplay();
         sv::WorldManager::getInstance().setView({{4, 2}, 80, 24});
     }
 
@@ -31,83 +31,66 @@ class ShapeTest : public test::WindowTest {
         return shape;
     }
 
-    static sf::Image frame(Shape shape) {
-        sv::DisplayManager::getInstance().swapBuffers();
+    /// Expects a shape to look like this polygon drawn by SFML, from that far off its place on.
+    static void expectPolygon(Shape shape, std::size_t corners, float radius, float rotation,
+                              sf::Vector2f offset, sf::Color color = sf::Color::White) {
+        sv::DisplayManager &display = sv::DisplayManager::getInstance();
+        display.swapBuffers();
         shape.draw(place);
-        return picture();
-    }
-
-    /// The same polygon drawn by SFML.
-    static sf::Image frame(std::size_t corners, float radius, float rotation, sf::Vector2f position,
-                           sf::Color color = sf::Color::White) {
-        sv::DisplayManager::getInstance().swapBuffers();
+        const sf::Image drawn = picture();
+        display.swapBuffers();
         sf::CircleShape polygon(radius, corners);
         polygon.setRotation(rotation);
-        polygon.setPosition(position);
+        polygon.setPosition(pixel + offset);
         polygon.setFillColor(color);
-        sv::DisplayManager::getInstance().getWindow()->draw(polygon);
-        return picture();
-    }
-
-    static void expectSame(const sf::Image &a, const sf::Image &b) {
-        EXPECT_EQ(test::difference(a, b).pixels, 0);
-        const sf::Color background = a.getPixel(0, 0);
-        EXPECT_NE(test::extentOf(background, a), test::Extent()) << "nothing to compare";
+        display.getWindow()->draw(polygon);
+        EXPECT_EQ(test::difference(drawn, picture()).pixels, 0);
     }
 };
 
 TEST_F(ShapeTest, circles_have_three_to_ten_corners) {
     startDisplay();
-    struct {
-        float size;
-        std::size_t corners;
-    } const cases[] = {{2.5F, 3}, {3.9F, 3}, {7.9F, 7}, {9.99F, 9}, {10, 10}, {40, 10}, {1e4F, 10}};
+    const std::pair<float, std::size_t> cases[] = {{2.5F, 3}, {3.9F, 3}, {7.9F, 7}, {9.99F, 9},
+                                                   {10, 10},  {40, 10},  {1e4F, 10}};
     for (const auto &[size, corners] : cases) {
         SCOPED_TRACE(size);
-        expectSame(frame(make(sv::CIRCLE, size)),
-                   frame(corners, size, 0, pixel - sf::Vector2f(size / 2, size / 2)));
+        expectPolygon(make(sv::CIRCLE, size), corners, size, 0, {-size / 2, -size / 2});
     }
-    expectSame(frame(Shape()), frame(10, 24, 0, pixel - sf::Vector2f(12, 12)));
+    expectPolygon(Shape(), 10, 24, 0, {-12, -12});
 }
 
 TEST_F(ShapeTest, the_first_square_turns_later_figures) {
     startDisplay();
-    const sf::Vector2f up_and_left = pixel - sf::Vector2f(12, 12);
-    expectSame(frame(make(sv::TRIANGLE, 24)), frame(3, 12, 0, up_and_left));
-    expectSame(frame(make(sv::SQUARE, 24)),
-               frame(4, 12, 45, pixel + sf::Vector2f(12, -13.714286F)));
-    expectSame(frame(make(sv::TRIANGLE, 24)), frame(3, 12, 45, up_and_left));
-    expectSame(frame(make(sv::CIRCLE, 24)), frame(10, 24, 45, up_and_left));
+    expectPolygon(make(sv::TRIANGLE, 24), 3, 12, 0, {-12, -12});
+    // As high as its size by the font scale, 2, and higher up by its size by 1.75.
+    expectPolygon(make(sv::SQUARE, 24), 4, 12, 45, {12, -13.714286F});
+    expectPolygon(make(sv::TRIANGLE, 24), 3, 12, 45, {-12, -12});
+    expectPolygon(make(sv::CIRCLE, 24), 10, 24, 45, {-12, -12});
     // One of undefined type repeats the figure before it in its own colour.
     Shape undefined = make(sv::UNDEFINED_SHAPE, 7);
     undefined.setColor(sv::CYAN);
-    expectSame(frame(undefined), frame(10, 24, 45, up_and_left, sf::Color::Cyan));
+    expectPolygon(undefined, 10, 24, 45, {-12, -12}, sf::Color::Cyan);
     // An object without a figure does not.
     sv::DisplayManager::getInstance().swapBuffers();
     sv::Object().draw();
     EXPECT_EQ(test::extentOf(sf::Color::White, picture()), test::Extent());
 }
 
-TEST_F(ShapeTest, squares_are_divided_by_the_font_scale) {
-    startDisplay("font_scale:0.5");
-    expectSame(frame(make(sv::SQUARE, 10)), frame(4, 20, 45, pixel + sf::Vector2f(5, -10 / 1.75F)));
-}
-
 TEST_F(ShapeTest, custom_colours_show_the_last_components) {
     startDisplay();
-    const sf::Vector2f position = pixel - sf::Vector2f(20, 20);
     Shape shape = make(sv::CIRCLE, 40);
     shape.setRGB(10, 20, 30);
-    shape.setColor(sv::MAGENTA);
     shape.setAlpha(100);
-    expectSame(frame(shape), frame(10, 40, 0, position, sf::Color(255, 0, 255, 100)));
-    shape.setColor(sv::CUSTOM);
-    expectSame(frame(shape), frame(10, 40, 0, position, sf::Color(10, 20, 30, 100)));
+    const auto expect_color = [&](sv::Color color, sf::Color shown) {
+        shape.setColor(color);
+        expectPolygon(shape, 10, 40, 0, {-20, -20}, shown);
+    };
+    expect_color(sv::MAGENTA, sf::Color(255, 0, 255, 100)); // Draws a copy of the shape.
+    expect_color(sv::CUSTOM, sf::Color(10, 20, 30, 100));
     // Drawing in a named colour replaces the components.
     shape.setColor(sv::BLUE);
     shape.draw(place);
-    shape.setColor(sv::CUSTOM);
-    expectSame(frame(shape), frame(10, 40, 0, position, sf::Color(0, 0, 255, 100)));
+    expect_color(sv::CUSTOM, sf::Color(0, 0, 255, 100));
 }
 
 TEST_F(ShapeTest, invalid_sizes_are_drawn_without_harm) {
