@@ -65,30 +65,27 @@ TEST_F(Log, defaults_are_level_0_and_both_prefixes) {
 }
 
 TEST_F(Log, lines_above_the_level_are_dropped) {
-    const struct {
-        int log_level, line_level;
-        bool written;
-    } cases[] = {{0, 0, true}, {0, 1, false}, {5, 5, true}, {5, 6, false}, {-1, 0, false}};
     const std::string raw = "100 % of %s and %n";
-    startLog();
-    for (const auto &c : cases) {
-        log.setLogLevel(c.log_level);
-        EXPECT_EQ(log.writeLog(c.line_level, "%s", "hi"), c.written ? 2 : 0);
-        EXPECT_EQ(log.writeLog(c.line_level, raw), c.written ? static_cast<int>(raw.size()) : 0);
-        EXPECT_EQ(log.writeLog("always"), 6);
-        EXPECT_EQ(log.writeLog(raw), static_cast<int>(raw.size()));
-        EXPECT_EQ(said(), (c.written ? "hi\n" + raw + "\n" : "") + "always\n" + raw + "\n")
-            << c.line_level << " at " << c.log_level;
-    }
+    const int raw_size = static_cast<int>(raw.size());
+    startLog(5);
+    EXPECT_EQ(log.writeLog(5, "%s", "five"), 4);
+    EXPECT_EQ(log.writeLog(6, "%s", "six"), 0);
+    EXPECT_EQ(log.writeLog(5, raw), raw_size);
+    EXPECT_EQ(log.writeLog(6, raw), 0);
+    log.setLogLevel(-1);
+    EXPECT_EQ(log.writeLog(0, "zero"), 0);
+    EXPECT_EQ(log.writeLog("always"), 6);
+    EXPECT_EQ(log.writeLog(raw), raw_size);
+    EXPECT_EQ(logText(), "five\n" + raw + "\nalways\n" + raw + "\n");
 }
 
 TEST_F(Log, a_line_is_in_the_file_at_once) {
     startLog();
     log.setFlush(false);
-    log.writeLog("one %d", 1);
-    EXPECT_EQ(logText(), "one 1\n");
-    log.writeLog(std::string("two"));
-    EXPECT_EQ(logText(), "one 1\ntwo\n");
+    for (const std::string text : {"one\n", "one\none\n"}) {
+        log.writeLog("one");
+        EXPECT_EQ(logText(), text);
+    }
 }
 
 TEST_F(Log, another_programs_log_is_kept) {
@@ -97,14 +94,11 @@ TEST_F(Log, another_programs_log_is_kept) {
                                 "for this one.\n";
     std::FILE *other = platform::openLog("selvane.log").p_file; // As that program does.
     ASSERT_TRUE(other);
-    const auto other_writes = [&](const char *line) {
-        std::fputs(line, other);
-        std::fflush(other);
-    };
-    other_writes("other 1\n");
+    std::setbuf(other, nullptr);
+    std::fputs("other 1\n", other);
     EXPECT_EQ(errorsOf([] { startLog(); }), warning);
     log.writeLog("own 1");
-    other_writes("other 2\n");
+    std::fputs("other 2\n", other);
     log.writeLog("own 2");
     EXPECT_EQ(logText(), "other 1\n" + warning + "own 1\nother 2\nown 2\n");
     std::fclose(other);
@@ -147,34 +141,33 @@ TEST_F(Log, a_deleted_log_goes_on_in_a_new_file) {
     startLog();
     const std::string deleted =
         "LogManager::writeLog(): Warning! The log file 'selvane.log' was deleted. ";
-    const auto expect_after_two_lines = [&](const std::string &errors, const std::string &text) {
-        EXPECT_EQ(errorsOf([&] {
-                      log.writeLog("one");
-                      log.writeLog("two");
-                  }),
-                  errors);
-        EXPECT_EQ(logText(), text);
+    const auto two_lines = [&] {
+        return errorsOf([&] {
+            log.writeLog("one");
+            log.writeLog("two");
+        });
     };
     std::error_code refused;
     for (int i = 0; i < 2; ++i) {
         if (!std::filesystem::remove("selvane.log", refused))
             GTEST_SKIP() << "files that are open stay here";
-        expect_after_two_lines(deleted + "The log goes on in a new one.\n", "one\ntwo\n");
+        EXPECT_EQ(two_lines(), deleted + "The log goes on in a new one.\n");
+        EXPECT_EQ(logText(), "one\ntwo\n");
     }
     std::filesystem::remove("selvane.log");
     writeFile("selvane.log", "another program's");
-    expect_after_two_lines(deleted + "No other can be made: File exists.\n", "another program's");
-    expect_after_two_lines("", "another program's");
+    EXPECT_EQ(two_lines(), deleted + "No other can be made: File exists.\n");
+    EXPECT_EQ(logText(), "another program's");
 }
 
 TEST_F(Log, the_variable_wins_over_the_configuration) {
     Config::getInstance().loadConfig("logfile:configured.log,");
     startLog();
-    EXPECT_TRUE(std::filesystem::exists("configured.log"));
     log.shutDown();
     test::setEnvironment(LOG_FILE_VARIABLE, "variable.log");
     startLog();
-    EXPECT_TRUE(std::filesystem::exists("variable.log"));
+    for (const char *name : {"configured.log", "variable.log"})
+        EXPECT_TRUE(std::filesystem::exists(name)) << name;
     EXPECT_FALSE(std::filesystem::exists("selvane.log"));
 }
 
