@@ -13,10 +13,7 @@
 
 namespace {
 
-bool isWay(const char *way) {
-    const char *wanted = std::getenv("SELVANE_TEST_WAY");
-    return wanted && std::string(wanted) == way;
-}
+const std::string way = std::getenv("SELVANE_TEST_WAY");
 
 sv::GameManager &game() {
     return sv::GameManager::getInstance();
@@ -28,7 +25,7 @@ struct Reader : sv::Object {
     ~Reader() override { deserialize("pos-x:1,pos-y:2,"); }
     int eventHandler(const sv::Event * /*p_event*/) override {
         game().setGameOver();
-        if (isWay("exit"))
+        if (way == "exit")
             std::exit(0);
         return 1;
     }
@@ -37,7 +34,7 @@ struct Reader : sv::Object {
 struct Engine {
     Engine() {
         sv::Config::getInstance().loadConfig("headless:true,frame_time:1,");
-        if (isWay("engine") || isWay("exit"))
+        if (way == "engine" || way == "exit")
             game().startUp();
     }
     ~Engine() {
@@ -52,11 +49,11 @@ std::unique_ptr<sv::Object> late;
 } // namespace
 
 int main() {
-    if (isWay("atexit"))
+    if (way == "atexit")
         std::atexit([] { game().shutDown(); });
     if (!game().isStarted() && game().startUp() != 0)
         return 1;
-    if (isWay("late"))
+    if (way == "late")
         late = std::make_unique<Reader>();
     else
         new Reader;
