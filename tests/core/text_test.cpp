@@ -104,15 +104,6 @@ TEST_F(Text, floats_are_read_at_the_start) {
     EXPECT_TRUE(std::isnan(parseFloat("nan")));
 }
 
-TEST_F(Text, floats_are_written_with_six_digits) {
-    const std::pair<float, const char *> cases[] = {
-        {2, "2"},        {-0.5F, "-0.5"},  {1.0F / 3, "0.333333"}, {100000, "100000"},
-        {1e6F, "1e+06"}, {1e-5F, "1e-05"}, {infinite, "inf"},
-    };
-    for (const auto &[value, text] : cases)
-        EXPECT_EQ(toString(value), text);
-}
-
 TEST_F(Text, colors_have_names) {
     startLog(5);
     unsigned char r = 1;

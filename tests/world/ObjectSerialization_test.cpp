@@ -85,10 +85,10 @@ TEST_F(SerializationTest, texts_make_the_round_trip) {
     const std::string text =
         "id:7,is_active:true,is_visible:true,event_count:3,event_name[0]:TIMER: tick,"
         "event_name[1]:sv-step,event_name[2]:sv-step,box-corner-x:-2,box-corner-y:-1,"
-        "box-horizontal:4,box-vertical:2,pos-x:12.5,pos-y:-3.25,type:square red: the second,"
+        "box-horizontal:4,box-vertical:2,pos-x:0.333333,pos-y:-3.25,type:square red: the second,"
         "sprite_name:,sprite_index:2,sprite_slowdown_count:-1,altitude:4,solidness:2,no_soft:true,"
         "x_direction:0.6,y_direction:0.8,speed:1.5,x_acceleration:0.1,y_acceleration:1e-07,shape:1,"
-        "size:12.5,color:3,opacity:128,follow_path:true,path:1 2|3.5 -4|1e+06 0,path_index:0,"
+        "size:12.5,color:3,opacity:128,follow_path:true,path:100000 2|3.5 -4|1e+06 0,path_index:0,"
         "avoid_collisions:false,";
     p_o->setPath({{{70, 1}}, 4}); // What it had is replaced.
     p_o->registerInterest("other");

@@ -36,12 +36,16 @@ TEST_F(ObjectTest, values_out_of_range_are_refused) {
         EXPECT_EQ(p_o->setSolidness(static_cast<Solidness>(beyond)), -1);
     EXPECT_EQ(p_o->setSprite("nowhere"), -1);
     EXPECT_EQ(p_o->unregisterInterest("b"), -1);
+    for (const char *type : {COLLISION_EVENT, OUT_EVENT})
+        EXPECT_EQ(p_o->registerInterest(type), -1);
     expectLogged({"Object::setAltitude(): Altitude 5 not in range [0,4].  Ignored.",
                   "Object::setAltitude(): Altitude -1 not in range [0,4].  Ignored.",
                   "Object::setSolidness(): Solidness 3 not one of HARD, SOFT or SPECTRAL.",
                   "Object::setSolidness(): Solidness -1 not one of HARD, SOFT or SPECTRAL.",
                   "Object::setSprite(): Warning! Sprite 'nowhere' not found",
-                  "Object::unregisterInterest(): event 'b' not previously registered"});
+                  "Object::unregisterInterest(): event 'b' not previously registered",
+                  "WorldManager::isValid(): Event sv-collision handled automatically.",
+                  "WorldManager::isValid(): Event sv-out handled automatically."});
 }
 
 TEST_F(ObjectTest, stopping_the_resources_leaves_objects_without_sprites) {
@@ -62,7 +66,6 @@ TEST_F(ObjectTest, interests_go_to_their_manager) {
     Object *p_o = new Object;
     for (int i = 0; i < MAX_OBJ_EVENTS - 1; ++i)
         ASSERT_EQ(p_o->registerInterest(i == 0 ? "sv-step" : "game event"), 0);
-    EXPECT_EQ(p_o->registerInterest("sv-out"), -1);
     EXPECT_EQ(p_o->registerInterest("sv-custom-network"), 0);
     for (int i = 0; i < 2; ++i)
         EXPECT_EQ(p_o->registerInterest("one more"), -1);

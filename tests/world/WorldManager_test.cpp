@@ -1,8 +1,6 @@
 #include "selvane/world/WorldManager.h"
 
 #include "selvane/loop/GameManager.h"
-#include "selvane/path/PathFind.h"
-#include "selvane/path/PathManager.h"
 #include "support/WorldTest.h"
 
 #include <memory>
@@ -76,22 +74,6 @@ TEST_F(WorldManagerTest, objects_in_view_are_drawn_by_altitude) {
     world.draw();
     EXPECT_EQ(diary,
               (Diary{"low: drawn", "a: drawn", "c: drawn", "at the edge: drawn", "high: drawn"}));
-}
-
-TEST_F(WorldManagerTest, types_of_other_managers_are_refused) {
-    for (const char *type : {COLLISION_EVENT, OUT_EVENT, STEP_EVENT})
-        EXPECT_EQ(world.registerInterest(&a, type), -1);
-    expectLogged({"WorldManager::isValid(): Event sv-collision handled automatically.",
-                  "WorldManager::isValid(): Event sv-out handled automatically.",
-                  "WorldManager::isValid(): WorldManager does not handle sv-step"});
-}
-
-TEST_F(WorldManagerTest, searches_forget_deleted_targets) {
-    PathFind search(&a, &b);
-    PathManager::getInstance().add(&search);
-    delete &b;
-    EXPECT_EQ(search.getTarget(), nullptr);
-    PathManager::getInstance().remove(&search);
 }
 
 } // namespace
