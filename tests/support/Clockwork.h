@@ -17,8 +17,8 @@ class Clockwork : public sv::Object {
     }
 
     int eventHandler(const sv::Event *p_event) override {
-        const auto *p_step = dynamic_cast<const sv::EventStep *>(p_event);
-        action(p_step ? p_step->getStepCount() : -1);
+        if (const auto *step = sv::eventCast<sv::EventStep>(p_event))
+            action(step->getStepCount());
         return 1;
     }
 

@@ -5,7 +5,6 @@
 #include "support/environment.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <random>
@@ -56,13 +55,6 @@ void EngineTest::startLog(int level) {
     prepareLog(0);
     ASSERT_EQ(sv::LogManager::getInstance().startUp(), 0);
     prepareLog(level);
-}
-
-void EngineTest::shareLog() {
-    constexpr char shared_log[] = "SELVANE_TEST_LOG"; // Set by the first of the processes.
-    if (std::getenv(shared_log) == nullptr)
-        setEnvironment(shared_log, std::filesystem::absolute("selvane.log").string());
-    setEnvironment(sv::LOG_FILE_VARIABLE, std::getenv(shared_log));
 }
 
 std::string EngineTest::logText() {

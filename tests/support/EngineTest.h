@@ -22,10 +22,6 @@ class EngineTest : public testing::Test {
     /// Prepares the log and opens it, with nothing in it.
     static void startLog(int level = 0);
 
-    /// From here on the process of a death test writes into this one's log. A system without fork()
-    /// does the test anew there, in a folder of its own.
-    static void shareLog();
-
     /// What stands in the log file, by lines.
     static std::vector<std::string> logLines();
     static std::string logText();
