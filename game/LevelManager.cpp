@@ -55,6 +55,17 @@ LevelManager::~LevelManager() {
         Manager::shutDown();
 }
 
+void LevelManager::reset() {
+    if (isStarted())
+        shutDown();
+    level = 1;
+    number = 0;
+    shape = ShapeKind::CIRCLE;
+    color = ShapeColor::RED;
+    hits = 0;
+    misses = 0;
+}
+
 void LevelManager::pickNumber() {
     if (level >= 1 && level <= LAST_LEVEL)
         number = 2 * level + randomBelow(2);

@@ -1,7 +1,7 @@
 /// The rules: the level, what the player has to shoot in it, the shots so far, and the verdict.
 ///
-/// A single instance that lives as long as the process and is never reset: a process plays one
-/// game. Game-loop thread only.
+/// A single instance that lives as long as the process. Only a test's sv::Session puts it back for
+/// the next game: otherwise a process plays one. Game-loop thread only.
 #pragma once
 
 #include "game/ShapeKind.h"
@@ -41,6 +41,10 @@ class LevelManager : public sv::Manager {
     /// If the click is on the button, takes the verdict: the next level, the game won, or the game
     /// lost. Everything that was active is retired.
     void checkAnswer(Button *button, const sv::EventMouse *mouse_event);
+
+    // Called by the engine.
+
+    void reset() override;
 
   private:
     LevelManager();

@@ -3,5 +3,5 @@
 #pragma once
 
 /// Returns the program's exit status: 0, or 1 if the engine did not start.
-/// REQUIRES: it is called once in a process, since the level is never reset.
+/// REQUIRES: it is called once in a process, or in a sv::Session, which puts the level back.
 int playGame();

@@ -1,4 +1,3 @@
-#include "demo/GamePlayer.h"
 #include "game/Button.h"
 #include "game/GameOver.h"
 #include "game/GameStart.h"
@@ -8,7 +7,7 @@
 #include "game/random.h"
 #include "selvane/core/EventMouse.h"
 #include "selvane/input/InputManager.h"
-#include "selvane/loop/GameManager.h"
+#include "selvane/testing/Session.h"
 #include "selvane/world/spawn.h"
 #include "support/EngineTest.h"
 #include "support/printing.h"
@@ -19,18 +18,13 @@
 
 namespace {
 
-using demo::inWorld;
+using sv::Keyboard;
+using sv::Session;
 using sv::Vector;
 
 class GameRules : public test::EngineTest {
   protected:
-    GameRules() {
-        writeFile("sv-config.txt", "headless:true,random_seed:7,window_horizontal_chars:100,"
-                                   "window_vertical_chars:40,");
-        EXPECT_EQ(game.startUp(), 0);
-    }
-
-    ~GameRules() override { game.shutDown(); }
+    GameRules() { EXPECT_EQ(session.start(), 0); }
 
     static void act(sv::EventMouseAction action, sv::EventMouseButton button, Vector at) {
         sv::EventMouse event;
@@ -42,11 +36,12 @@ class GameRules : public test::EngineTest {
 
     static void click(Vector at) { act(sv::CLICKED, sv::LEFT, at); }
 
-    /// From the title to what the keys lead to.
-    static void startAndPress(std::initializer_list<sv::Keyboard::Key> keys) {
+    /// From the title to what the keys lead to, all in one step.
+    void startAndPress(std::initializer_list<Keyboard::Key> keys) {
         sv::spawn<GameStart>();
         for (const auto key : keys)
-            demo::EventHands().pressKey(key);
+            session.tapKey(key);
+        session.play();
     }
 
     template<typename Made, typename... Color>
@@ -60,36 +55,33 @@ class GameRules : public test::EngineTest {
     template<typename Made>
     void expectAnswers(Vector position, std::span<const Vector> answered,
                        std::span<const Vector> ignored) {
-        const auto expect = [&](Vector at, bool is_answered) {
-            auto *made = spawnAt<Made>(position);
-            act(sv::MOVED, sv::LEFT, at);
-            act(sv::PRESSED, sv::LEFT, at);
-            act(sv::CLICKED, sv::RIGHT, at);
-            EXPECT_TRUE(made->isActive());
-            click(at);
-            EXPECT_EQ(!made->isActive(), is_answered) << at.x << ", " << at.y;
-            world.markForDelete(made);
-            world.deleteMarked();
-        };
-        for (const Vector at : answered)
-            expect(at, true);
-        for (const Vector at : ignored)
-            expect(at, false);
+        for (const auto &[clicks, is_answered] : {std::pair(answered, true), {ignored, false}}) {
+            for (const Vector at : clicks) {
+                auto *made = spawnAt<Made>(position);
+                act(sv::MOVED, sv::LEFT, at);
+                act(sv::PRESSED, sv::LEFT, at);
+                act(sv::CLICKED, sv::RIGHT, at);
+                EXPECT_TRUE(made->isActive());
+                click(at);
+                EXPECT_EQ(!made->isActive(), is_answered) << at.x << ", " << at.y;
+                world.markForDelete(made);
+                world.deleteMarked();
+            }
+        }
     }
 
-    sv::GameManager &game = sv::GameManager::getInstance();
+    Session session{{.seed = 7, .columns = 100, .rows = 40}};
     sv::WorldManager &world = sv::WorldManager::getInstance();
     LevelManager &level = LevelManager::getInstance();
 };
 
 // On Windows the C library draws other numbers, so this one is left out there.
 TEST_F(GameRules, a_seed_fixes_the_whole_level) {
-    using sv::Keyboard;
     startAndPress({Keyboard::P, Keyboard::S, Keyboard::H, Keyboard::A, Keyboard::P, Keyboard::E,
                    Keyboard::SPACE});
     std::ostringstream seen;
     seen << level.getNumber();
-    for (const Shape *target : inWorld<Shape>())
+    for (const Shape *target : Session::objects<Shape>())
         seen << ", " << target->getType() << " " << wordOf(target->getColor()) << " "
              << target->getPosition().x << " " << target->getPosition().y;
     EXPECT_EQ(
@@ -98,6 +90,20 @@ TEST_F(GameRules, a_seed_fixes_the_whole_level) {
         "Circle yellow 13 30, Circle blue 7 15, Triangle yellow 98 20, Square red 86 1, "
         "Circle blue 48 15, Triangle blue 83 25, Square blue 6 1, Square blue 56 6, "
         "Square red 87 15, Square yellow 87 13");
+}
+
+TEST_F(GameRules, held_and_released_keys_count_as_pressed) {
+    using enum Keyboard::Key;
+    for (const bool is_held : {false, true}) {
+        sv::spawn<GameStart>();
+        for (const auto key : {S, H, A, E, SPACE, P})
+            session.pressKey(key);
+        for (const auto key : {S, H, A, P, E, SPACE})
+            if (!is_held)
+                session.releaseKey(key);
+        session.play(9);
+        EXPECT_EQ(Session::objects<Button>().size(), is_held ? 2U : 1U);
+    }
 }
 
 TEST_F(GameRules, targets_answer_nearby_and_in_two_columns) {
@@ -130,13 +136,12 @@ TEST_F(GameRules, shots_score_once_for_each_target_hit) {
     click({30.5F, 12.5F});
     EXPECT_EQ(level.getHits(), 2);
     EXPECT_EQ(level.getMisses(), 2);
-    EXPECT_EQ(inWorld<Shape>(true).size(), 2U) << "two out of reach";
+    EXPECT_EQ(Session::objects<Shape>(true).size(), 2U) << "two out of reach";
 }
 
 TEST_F(GameRules, verdict_clicks_reach_nothing_else) {
-    using sv::Keyboard;
     startAndPress({Keyboard::P});
-    EXPECT_EQ(inWorld<LevelScreen>(true).size(), 1U);
+    EXPECT_EQ(Session::objects<LevelScreen>(true).size(), 1U);
     for (int i = 0; i < level.getNumber(); ++i)
         level.addHit();
     spawnAt<Button>(BUTTON_POSITION);
@@ -149,10 +154,10 @@ TEST_F(GameRules, verdict_clicks_reach_nothing_else) {
     world.update();
     click({21.5F, 30.5F});
     EXPECT_EQ(level.getLevel(), 2);
-    EXPECT_TRUE(inWorld<GameOver>(true).empty());
+    EXPECT_TRUE(Session::objects<GameOver>(true).empty());
     EXPECT_EQ(world.getAllObjects().getCount(), 2);
-    EXPECT_EQ(inWorld<LevelScreen>().size(), 1U);
-    EXPECT_EQ(inWorld<SToContinue>().size(), 1U);
+    EXPECT_EQ(Session::objects<LevelScreen>().size(), 1U);
+    EXPECT_EQ(Session::objects<SToContinue>().size(), 1U);
 }
 
 TEST_F(GameRules, random_places_are_free_and_outside_the_world) {

@@ -8,11 +8,7 @@
 #include "game/Reticle.h"
 #include "game/Shape.h"
 #include "game/WinScreen.h"
-#include "selvane/core/Event.h"
-#include "selvane/core/EventKeyboard.h"
-#include "selvane/core/EventMouse.h"
 #include "selvane/display/DisplayManager.h"
-#include "selvane/input/InputManager.h"
 #include "selvane/loop/GameManager.h"
 #include "selvane/splash/Splash.h"
 #include "selvane/world/WorldManager.h"
@@ -131,37 +127,6 @@ bool aim(std::vector<Shape *> left, int count, std::vector<sv::Vector> &clicks) 
 
 } // namespace
 
-void EventHands::send(sv::Keyboard::Key key, sv::EventKeyboardAction action) {
-    sv::EventKeyboard event;
-    event.setKey(key);
-    event.setKeyboardAction(action);
-    sv::InputManager::getInstance().onEvent(&event);
-}
-
-void EventHands::pressKey(sv::Keyboard::Key key) {
-    send(key, press);
-}
-
-void EventHands::releaseKey(sv::Keyboard::Key key) {
-    send(key, sv::KEY_RELEASED);
-}
-
-void EventHands::moveMouse(sv::Vector to) {
-    mouse = to;
-    sv::EventMouse event;
-    event.setMouseAction(sv::MOVED);
-    event.setMousePosition(to);
-    sv::InputManager::getInstance().onEvent(&event);
-}
-
-void EventHands::pressButton() {
-    sv::EventMouse event;
-    event.setMouseAction(sv::CLICKED);
-    event.setMouseButton(sv::LEFT);
-    event.setMousePosition(mouse);
-    sv::InputManager::getInstance().onEvent(&event);
-}
-
 const char *nameOf(Stage stage) {
     constexpr const char *names[] = {"nothing", "splash", "title", "level",    "remember", "number",
                                      "color",   "shape",  "go",    "shooting", "won",      "lost"};
@@ -186,13 +151,9 @@ std::optional<sv::Keyboard::Key> keyOn(Stage stage) {
 }
 
 GamePlayer::GamePlayer(Hands &new_hands, Plan new_plan, int new_last_level)
-    : hands(new_hands), plan(new_plan), last_level(new_last_level) {
-    registerInterest(sv::STEP_EVENT);
-}
+    : hands(new_hands), plan(new_plan), last_level(new_last_level) {}
 
-int GamePlayer::eventHandler(const sv::Event *p_event) {
-    if (p_event->getType() != sv::STEP_EVENT)
-        return 0;
+void GamePlayer::step() {
     const Sight sight = look();
     if (sight.stage != seen) {
         release();
@@ -208,12 +169,11 @@ int GamePlayer::eventHandler(const sv::Event *p_event) {
         sv::GameManager::getInstance().setGameOver();
     }
     if (steps_seen < look_steps)
-        return 1;
+        return;
     if (steps_seen == look_steps && on_sight)
         on_sight(seen);
     if (!instead || !instead(seen))
         act(seen);
-    return 1;
 }
 
 void GamePlayer::act(Stage stage) {

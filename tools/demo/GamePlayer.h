@@ -1,11 +1,9 @@
 /// Plays a whole game as a person would: looks at the world once a step, and uses the keys and the
 /// mouse through a pair of Hands.
-///
-/// Make it before the game starts and never delete it: the world does not know it then, so that no
-/// level clears it away.
 #pragma once
 
-#include "selvane/core/EventKeyboard.h"
+#include "selvane/core/Event.h"
+#include "selvane/core/Keyboard.h"
 #include "selvane/core/Vector.h"
 #include "selvane/world/Object.h"
 #include "selvane/world/WorldManager.h"
@@ -41,25 +39,6 @@ class Hands {
     virtual void releaseButton() = 0;
 };
 
-/// Hands for a game without a window: they send events to the input manager.
-class EventHands : public Hands {
-  public:
-    /// `new_press` is the action in the events that pressKey() sends.
-    explicit EventHands(sv::EventKeyboardAction new_press = sv::KEY_PRESSED) : press(new_press) {}
-
-    void pressKey(sv::Keyboard::Key key) override;
-    void releaseKey(sv::Keyboard::Key key) override;
-    void moveMouse(sv::Vector to) override;
-    void pressButton() override;
-    void releaseButton() override {} // The engine has no event for it.
-
-  private:
-    static void send(sv::Keyboard::Key key, sv::EventKeyboardAction action);
-
-    sv::EventKeyboardAction press;
-    sv::Vector mouse;
-};
-
 /// What the game shows.
 enum class Stage {
     NOTHING,
@@ -93,12 +72,13 @@ inline void PrintTo(Plan plan, std::ostream *out) {
     *out << nameOf(plan);
 }
 
-class GamePlayer : public sv::Object {
+class GamePlayer {
   public:
     /// Plays the levels before `last_level` right and that one to plan; presses Q if it has won.
     GamePlayer(Hands &new_hands, Plan new_plan, int new_last_level = 3);
 
-    int eventHandler(const sv::Event *p_event) override;
+    /// Looks and acts. To be called in each step of the game, before it reads its input.
+    void step();
 
     /// Called once in each stage, after `look_steps`, before the player acts.
     std::function<void(Stage stage)> on_sight;
@@ -150,6 +130,23 @@ class GamePlayer : public sv::Object {
     int aim_started = 0;
     std::size_t targets_before = 0;
     bool is_stuck = false;
+};
+
+/// Lets a player play in the game loop. Make it before the engine starts and never delete it: the
+/// world does not know it then, so that no level clears it away.
+class PlayerInLoop : public sv::Object {
+  public:
+    explicit PlayerInLoop(GamePlayer &new_player) : player(new_player) {
+        registerInterest(sv::STEP_EVENT);
+    }
+
+    int eventHandler(const sv::Event * /*p_event*/) override {
+        player.step();
+        return 1;
+    }
+
+  private:
+    GamePlayer &player;
 };
 
 } // namespace demo

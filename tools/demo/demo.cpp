@@ -86,17 +86,16 @@ int play(const std::filesystem::path &folder, bool to_win) {
     }
     Album album(folder);
     demo::XHands hands(server);
-    // Never deleted, and static so that it is not taken for a leak.
-    static demo::GamePlayer *player = nullptr;
-    player = new demo::GamePlayer(hands, to_win ? demo::Plan::RIGHT : demo::Plan::NO_SHOT,
-                                  to_win ? LAST_LEVEL : 1);
-    player->look_steps = 15;
-    player->aim_steps = 5;
-    document(*player, server, album);
+    demo::GamePlayer player(hands, to_win ? demo::Plan::RIGHT : demo::Plan::NO_SHOT,
+                            to_win ? LAST_LEVEL : 1);
+    player.look_steps = 15;
+    player.aim_steps = 5;
+    document(player, server, album);
+    new demo::PlayerInLoop(player);
 
     const int status = playGame();
-    const std::string end = player->getStory().empty() ? "" : player->getStory().back();
-    const bool is_as_planned = end.starts_with(to_win ? "won" : "lost") && !player->isStuck();
+    const std::string end = player.getStory().empty() ? "" : player.getStory().back();
+    const bool is_as_planned = end.starts_with(to_win ? "won" : "lost") && !player.isStuck();
     std::cout << "The game ended with: " << end << ". " << album.getCount() << " pictures are in "
               << folder.string() << std::endl;
     return status == 0 && is_as_planned && album.isComplete() ? 0 : 1;
