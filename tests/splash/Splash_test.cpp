@@ -1,49 +1,26 @@
 #include "selvane/splash/Splash.h"
 
-#include "selvane/core/EventKeyboard.h"
-#include "selvane/display/ScreenCapture.h"
-#include "selvane/input/InputManager.h"
 #include "selvane/loop/GameManager.h"
-#include "selvane/platform/ManualTime.h"
-#include "selvane/world/WorldManager.h"
-#include "support/Clockwork.h"
+#include "selvane/splash/SplashSelvane.h"
+#include "selvane/testing/Session.h"
+#include "selvane/world/spawn.h"
 #include "support/EngineTest.h"
 #include "support/printing.h"
-
-#include <functional>
-#include <string>
-#include <vector>
 
 namespace sv {
 namespace {
 
-using test::Clockwork;
+using SplashTest = test::EngineTest;
 
-class SplashTest : public test::EngineTest {
-  protected:
-    ~SplashTest() override {
-        if (game.isStarted())
-            game.shutDown();
-    }
-
-    void start(const std::string &settings = "") {
-        prepareLog(10);
-        writeFile("sv-config.txt", "headless:true," + settings);
-        ASSERT_EQ(game.startUp(), 0);
-    }
-
-    static Object *only(const char *type) {
-        const ObjectList found = WorldManager::getInstance().objectsOfType(type);
-        return found.getCount() == 1 ? found.at(0) : nullptr;
-    }
-
-    static bool has(const std::string &text, const char *part) {
-        return text.find(part) != std::string::npos;
-    }
-
-    ManualTime time;
+/// A program that is only a title sequence; returns how many objects that leaves.
+int showSplash() {
     GameManager &game = GameManager::getInstance();
-};
+    EXPECT_EQ(game.startUp(), 0);
+    EXPECT_EQ(splash(), 0);
+    const int left = WorldManager::getInstance().getAllObjects(true).getCount();
+    game.shutDown();
+    return left;
+}
 
 TEST_F(SplashTest, needs_a_started_game) {
     startLog(10);
@@ -53,81 +30,63 @@ TEST_F(SplashTest, needs_a_started_game) {
 }
 
 TEST_F(SplashTest, sequence_keeps_its_timeline) {
-    start();
-    captureScreen();
-    std::vector<std::string>
-        screens; // Before each step: what was drawn in the one before the last.
-    std::vector<std::string> colors;
-    new Clockwork([&](int step) {
-        screens.push_back(screenText());
-        colors.push_back(screenColors());
-        const Object *p_banner = only("Splash");
-        const Object *p_creature = only("SplashSelvane");
-        // Before this step's own handling: the banner handles its event after this one.
-        EXPECT_EQ(p_creature != nullptr, step > 14) << step;
-        if (step == 0) {
-            EXPECT_EQ(p_banner->getPosition(), (Vector{103.5F, 12}));
-        } else if (step == 15) {
-            EXPECT_NEAR(p_banner->getPosition().x, 103.5F - 14 * 74.5F / 16, 1e-3F);
-            EXPECT_EQ(p_banner->getVelocity(), (Vector{0, 0}));
-            EXPECT_NEAR(p_creature->getPosition().x, p_banner->getPosition().x + 24, 1e-3F);
-            EXPECT_NEAR(p_creature->getPosition().y, 30 - 17.0F / 30, 1e-3F);
-        } else if (step == 46) {
-            EXPECT_NEAR(p_creature->getPosition().y, 13, 0.6F);
-        } else if (step == 60) {
-            EXPECT_NEAR(p_creature->getPosition().x, p_banner->getPosition().x + 23, 1e-3F);
-        }
-    });
-    EXPECT_EQ(splash(), 0);
-    EXPECT_EQ(game.getStepCount(), 90);
-    EXPECT_TRUE(game.getGameOver());
-    EXPECT_EQ(WorldManager::getInstance().getAllObjects(true).getCount(), 1) << "the clockwork";
-
+    Session session(showSplash);
     std::string seen; // The spread wings, none, and the creature on the ground.
-    for (std::size_t step = 55; step < 65; ++step)
-        seen += has(screens[step], "####(O)####") ? '#' : has(screens[step], "_-(O)-_") ? '-' : '.';
-    EXPECT_EQ(seen, ".##..#.---") << "it blinks when it lands";
-    EXPECT_TRUE(has(colors[55], "b"));
-    EXPECT_FALSE(has(colors[65], "b"));
-    for (const std::size_t step : {11U, 15U, 16U, 89U}) {
-        EXPECT_EQ(has(screens[step], "__/ /___ /__"), step < 16) << "slanted at " << step;
-        EXPECT_EQ(has(screens[step], "|___| |___|"), step >= 16) << "upright at " << step;
+    session.start();
+    for (int step = 0; step < 90; ++step, session.play()) {
+        SCOPED_TRACE(step);
+        const std::string screen = session.screen();
+        const auto has = [&](const char *part) { return screen.find(part) != std::string::npos; };
+        if (step >= 54 && step < 64)
+            seen += has("####(O)####") ? '#' : has("_-(O)-_") ? '-' : '.';
+        if (step >= 10 && step <= 88) {
+            EXPECT_EQ(has("__/ /___ /__"), step < 15) << "slanted";
+            EXPECT_EQ(has("|___| |___|"), step >= 15) << "upright";
+            EXPECT_EQ(session.colors().find('b') != std::string::npos, step > 22 && step < 60);
+        }
+        if (step < 14) {
+            EXPECT_TRUE(session.objects<SplashSelvane>().empty());
+            EXPECT_NEAR(session.objects<Splash>().at(0)->getPosition().x,
+                        103.5F - static_cast<float>(step) * 74.5F / 16, 1e-3F);
+            continue;
+        }
+        const Vector banner{103.5F - 14 * 74.5F / 16, 12};
+        const Vector creature = session.objects<SplashSelvane>().at(0)->getPosition();
+        EXPECT_NEAR(session.objects<Splash>().at(0)->getPosition().x, banner.x, 1e-3F);
+        EXPECT_NEAR(creature.x, banner.x + (step < 59 ? 24 : 23), 1e-3F);
+        EXPECT_NEAR(creature.y, std::max(13.0F, 30 - static_cast<float>(step - 14) * 17.0F / 30),
+                    0.6F);
     }
+    EXPECT_EQ(seen, ".##..#.---") << "it blinks when it lands";
+    EXPECT_TRUE(session.hasEnded());
+    EXPECT_EQ(session.exitStatus(), 0);
 }
 
 TEST_F(SplashTest, view_and_frame_time_change_only_speed) {
     const std::pair<const char *, float> frame_times[] = {{"100", 50}, {"1", 1}, {"0", 1}};
     for (const auto &[frame_time, steps] : frame_times) {
-        start(std::string("window_horizontal_chars:100,frame_time:") + frame_time + ",");
-        const auto *p_banner = new Splash;
-        EXPECT_NEAR(p_banner->getVelocity().x, -84.5F / steps, 1e-3F) << frame_time;
-        delete p_banner;
-        EXPECT_EQ(splash(), 0);
-        EXPECT_EQ(game.getStepCount(), 90);
-        game.shutDown();
+        Session session(showSplash,
+                        {.columns = 100, .config = std::string("frame_time:") + frame_time + ","});
+        session.start();
+        EXPECT_NEAR(session.objects<Splash>().at(0)->getVelocity().x, -84.5F / steps, 1e-3F);
+        EXPECT_TRUE(session.play(89));
+        EXPECT_FALSE(session.play());
     }
 }
 
 TEST_F(SplashTest, keys_and_a_closed_window_end_it) {
-    start();
-    EventKeyboard key;
-    key.setKey(Keyboard::A);
-    key.setKeyboardAction(KEY_PRESSED);
-    const std::function<void()> ends[] = {
-        [&] { InputManager::getInstance().onEvent(&key); },
-        // As a closed window does: when the sequence has had its events of the step.
-        [&] { time.during_sleep = [&] { game.setGameOver(); }; }};
-    for (const auto &end_it : ends) {
+    for (const bool is_closed : {true, false}) {
         for (const int last : {0, 40, 80}) {
-            Clockwork clockwork([&](int step) {
-                if (step == last)
-                    end_it();
-            });
-            clockwork.setType("Splash"); // A game may use the name; only the sequence goes.
-            EXPECT_EQ(splash(), 0);
-            time.during_sleep = nullptr;
-            EXPECT_EQ(game.getStepCount(), last + 1);
-            EXPECT_EQ(WorldManager::getInstance().getAllObjects(true).getCount(), 1);
+            Session session(showSplash);
+            session.start();
+            spawn<Object>()->setType("Splash"); // A game may use the name; only the sequence goes.
+            session.play(last);
+            if (is_closed)
+                session.closeWindow();
+            else
+                session.tapKey(Keyboard::A);
+            EXPECT_FALSE(session.play());
+            EXPECT_EQ(session.exitStatus(), 1) << "one object is left";
         }
     }
 }
