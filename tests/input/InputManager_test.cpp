@@ -30,11 +30,6 @@ DisplayManager &display() {
 
 class InputManagerTest : public test::WindowTest {
   protected:
-    ~InputManagerTest() override {
-        if (input.isStarted())
-            input.shutDown();
-    }
-
     /// A window of 400 by 400 pixels and 20 by 10 cells, which has the pointer and the keys.
     void startInput(const std::vector<std::string> &server_arguments = {}) {
         server.emplace(1600, 1200, server_arguments);
@@ -222,6 +217,8 @@ TEST_F(InputManagerTest, a_restarted_display_is_read_at_once) {
     for (const char *event : {"pressed 41", "down 41", "clicked 0 at 2.5 3.25"}) {
         actAt(event, [&] { restart("fullscreen"); });
         EXPECT_EQ(step().back(), "down 41") << "of the new window, at " << event;
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        EXPECT_EQ(step().size(), 2U) << "one of the key and one of the button; it does not repeat";
         server->releaseButton(1);
         server->releaseKey("f");
         waitFor({});
@@ -229,10 +226,6 @@ TEST_F(InputManagerTest, a_restarted_display_is_read_at_once) {
         ASSERT_TRUE(server->enterWindow());
         step();
     }
-    server->pressKey("b");
-    stepWith("pressed 37");
-    std::this_thread::sleep_for(std::chrono::milliseconds(200));
-    EXPECT_EQ(step(), Lines{"down 37"}) << "key repeat is on";
 }
 
 TEST_F(InputManagerTest, games_may_convert_sfml_keys_themselves) {

@@ -10,6 +10,7 @@
 #include "selvane/testing/Session.h"
 #include "selvane/world/spawn.h"
 #include "support/EngineTest.h"
+#include "support/InputWitness.h"
 #include "support/environment.h"
 
 #include <cstdlib>
@@ -71,77 +72,63 @@ TEST_F(GameManagerTest, numbers_the_steps_of_each_run) {
 }
 
 TEST_F(GameManagerTest, starts_managers_in_order_and_stops_them_reversed) {
-    for (const int answer : {1, platform::timer_period_refused}) {
-        Session session({.config = "frame_time:40,networking:true,", .log_level = 5});
-        session.getTime().timer_answer = answer;
+    const std::filesystem::path here = std::filesystem::current_path();
+    const std::filesystem::path deep = here / std::string(200, 'x') / std::string(100, 'y');
+    std::filesystem::create_directories(deep);
+    const auto expect_log = [](const std::filesystem::path &place, int timer_answer,
+                               const std::string &directory, const std::string &refused_begin,
+                               const std::string &refused_end) {
+        Session session(
+            {.config = "frame_time:40,networking:true,", .folder = place.string(), .log_level = 5});
+        session.getTime().timer_answer = timer_answer;
         ASSERT_EQ(session.start(), 0);
         EXPECT_EQ(session.getTime().open_timer_periods, 1);
         session.closeWindow();
         EXPECT_FALSE(session.play());
         EXPECT_EQ(session.getTime().open_timer_periods, 0);
-        const auto refused = [&](const std::string &line) {
-            return answer == 1 ? "" : "GameManager()::" + line + "Period() cannot accept 1 msec.\n";
-        };
-        EXPECT_EQ(linesLike("Game.*|Error.*|\\w+ [Mm]anager (started\\.|stopped)", session.log()),
-                  "Log Manager started.\nGameManager::startUp(): frame time is 40\n"
-                  "Display manager started.\nInput manager started.\n"
-                  "Network manager started.\nResource manager started.\n"
-                  "World manager started.\nPath manager started.\n" +
-                      refused("startUp(): Warning!  timeBegin") +
+        const std::string pattern = "Game.*|Error.*|-+|Working directory:|  .*(selvane-test|too "
+                                    "long).*|\\w+ [Mm]anager (started\\.|stopped)";
+        const std::string ruler = std::string(35, '-') + "\n";
+        EXPECT_EQ(linesLike(pattern, session.log()),
+                  ruler + ruler + "Working directory:\n  " + directory +
+                      "\nLog Manager started.\n"
+                      "GameManager::startUp(): frame time is 40\n"
+                      "Display manager started.\nInput manager started.\n"
+                      "Network manager started.\nResource manager started.\n"
+                      "World manager started.\nPath manager started.\n" +
+                      refused_begin +
                       "GameManager successfully started.\n"
                       "GameManager::run(): starting game loop\n"
                       "GameManager::run(): end of game loop\n" +
-                      refused("shutDown(): Warning! timeEnd") +
+                      refused_end +
                       "Path manager stopped\nWorld manager stopped\n"
                       "Resource manager stopped\nNetwork manager stopped\n"
                       "Input manager stopped\nDisplay manager stopped\n");
         EXPECT_TRUE(session.log().ends_with("LogManager::shutDown(): successfully stopped.\n"));
-    }
+    };
+    expect_log(here, 1, here.string(), "", "");
+    expect_log(deep, platform::timer_period_refused, "(full path too long)",
+               "GameManager()::startUp(): Warning!  timeBeginPeriod() cannot accept 1 msec.\n",
+               "GameManager()::shutDown(): Warning! timeEndPeriod() cannot accept 1 msec.\n");
 }
-
-/// Takes 5 ms of the path that it gets.
-struct Seeker : Object {
-    Seeker(float y, Session &new_session) : session(new_session) {
-        setPosition({0, y});
-        findPath({1, y});
-    }
-    int eventHandler(const Event * /*p_event*/) override {
-        session.getTime().now_ms += 5;
-        return ++paths;
-    }
-    Session &session;
-    int paths = 0;
-};
 
 TEST_F(GameManagerTest, finds_paths_without_time_for_them) {
     for (const char *config : {"frame_time:0,", "frame_time:1,", "frame_time:-20,"}) {
         Session session({.config = config});
         ASSERT_EQ(session.start(), 0);
-        for (const float y : {0.0F, 3.0F, 6.0F})
-            spawn<Seeker>(y, session);
+        for (const float y : {0.0F, 3.0F, 6.0F}) {
+            auto *seeker = spawn<test::InputWitness>();
+            seeker->setPosition({0, y});
+            seeker->findPath({1, y});
+            seeker->on_event = [&](const std::string &) { session.getTime().now_ms += 5; };
+        }
         for (int step = 0; step < 2; ++step) {
             session.getTime().now_ms += 2;
             session.play();
         }
-        for (const Seeker *seeker : session.objects<Seeker>())
-            EXPECT_EQ(seeker->paths, 1) << config;
+        for (auto *seeker : session.objects<test::InputWitness>())
+            EXPECT_EQ(seeker->seen.size(), 1U) << config;
     }
-}
-
-TEST_F(GameManagerTest, prints_configuration_and_working_directory) {
-    const std::filesystem::path here = std::filesystem::current_path();
-    const std::filesystem::path deep = here / std::string(200, 'x') / std::string(100, 'y');
-    std::filesystem::create_directories(deep);
-    const auto expect_line = [](const std::filesystem::path &place, const std::string &line) {
-        Session session({.folder = place.string(), .log_level = 1});
-        ASSERT_EQ(session.start(), 0);
-        EXPECT_NE(session.log().find("---\nWorking directory:\n  " + line + "\nLog Manager st"),
-                  std::string::npos)
-            << session.log();
-        EXPECT_EQ(linesLike("Network manager.*", session.log()), "") << "only if configured";
-    };
-    expect_line(here, here.string());
-    expect_line(deep, "(full path too long)");
 }
 
 TEST_F(GameManagerTest, refuses_a_second_start) {
@@ -153,6 +140,7 @@ TEST_F(GameManagerTest, refuses_a_second_start) {
         session.log().ends_with("GameManager::startup(): Warning! GameManager already started.\n"));
     EXPECT_EQ(Config::getInstance().getFrameTime(), 33);
     EXPECT_TRUE(session.play());
+    EXPECT_FALSE(NetworkManager::getInstance().isStarted()) << "only if configured";
 }
 
 TEST_F(GameManagerTest, makes_the_world_as_large_as_the_window) {
