@@ -60,7 +60,7 @@ EngineState::~EngineState() {
 }
 
 std::string EngineState::logText() const {
-    std::ifstream file(log_file, std::ios::binary);
+    std::ifstream file(log_file);
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
