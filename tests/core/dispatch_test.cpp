@@ -116,13 +116,17 @@ TEST_F(Dispatch, unknown_types_and_objects_are_refused) {
 TEST_F(Dispatch, second_starts_and_stops_are_warnings) {
     struct Switchboard : Manager {
         Switchboard() { setType("Switchboard"); }
+        bool isValid(const std::string & /*event_type*/) const override { return true; }
     } manager;
     said();
+    manager.registerInterest(&a, "t");
     manager.shutDown();
     EXPECT_EQ(manager.startUp(), 0);
     EXPECT_EQ(manager.startUp(), 0);
+    manager.shutDown();
     EXPECT_EQ(said(), "Manager::shutDown(): Warning! Switchboard not started.\n"
                       "Manager::startUp(): Warning! Switchboard already started.\n");
+    EXPECT_EQ(manager.unregisterInterest(&a, "t"), 0) << "interests outlive a stop";
 }
 
 TEST_F(Dispatch, lists_may_change_under_an_iterator) {
