@@ -91,6 +91,13 @@ TEST_F(SessionTest, input_comes_as_from_a_window) {
     session.play();
     witness->take();
     expect_step({"down 6", "down 0", "down 22", "down 24", "down 61", "down 71", "down 72"});
+    Lines last; // The witness goes with the game.
+    witness->on_event = [&](const std::string &event) {
+        last.push_back(event);
+        session.closeWindow();
+    };
+    EXPECT_FALSE(session.play());
+    EXPECT_EQ(last, Lines{"down 6"});
 }
 
 TEST_F(SessionTest, a_program_runs_the_loop_itself) {
