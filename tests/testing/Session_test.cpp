@@ -28,14 +28,12 @@ GameManager &game() {
     return GameManager::getInstance();
 }
 
-/// As often as it is asked to; with its own idea of when to stop.
+/// Does not stop the engine, nor mind a closed window.
 int runRepeatedly(int times) {
-    if (game().startUp() != 0)
-        return 1;
+    game().startUp();
     for (int i = 0; i < times; ++i)
         game().run();
-    game().shutDown();
-    return 7;
+    return 0;
 }
 
 TEST_F(SessionTest, plays_parts_of_a_game_step_by_step) {
@@ -50,6 +48,7 @@ TEST_F(SessionTest, plays_parts_of_a_game_step_by_step) {
     logLine("seen by %s", "the test");
     session.play();
     EXPECT_EQ(session.colors(), "\n      g");
+    EXPECT_EQ(session.exitStatus(), -1);
     session.end();
     EXPECT_EQ(session.exitStatus(), 0);
     EXPECT_EQ(session.screen(), "\n      @") << "the last frame";
@@ -100,24 +99,7 @@ TEST_F(SessionTest, input_comes_as_from_a_window) {
     EXPECT_EQ(last, Lines{"down 6"});
 }
 
-TEST_F(SessionTest, a_program_runs_the_loop_itself) {
-    Session session([] { return runRepeatedly(3); });
-    EXPECT_TRUE(session.play(3)) << "the start is made with it";
-    EXPECT_EQ(session.exitStatus(), -1);
-    session.closeWindow();
-    EXPECT_FALSE(session.play(5));
-    EXPECT_TRUE(InputManager::getInstance().isWindowClosed());
-    session.end();
-    EXPECT_EQ(session.exitStatus(), 7);
-    EXPECT_FALSE(InputManager::getInstance().isWindowClosed());
-}
-
 TEST_F(SessionTest, every_program_is_ended) {
-    const auto endless = [] {
-        while (game().isStarted() || game().startUp() == 0)
-            game().run();
-        return 0;
-    };
     const auto throwing = [] {
         runRepeatedly(1);
         throw std::runtime_error("no level");
@@ -132,11 +114,15 @@ TEST_F(SessionTest, every_program_is_ended) {
         EXPECT_EQ(captured.take(), errors);
     };
     expect_errors([] { return runRepeatedly(100); }, "");
-    expect_errors(endless, "Session: Warning! The program goes on without a window, and is ended "
-                           "by an exception.\n");
+    expect_errors([] { return runRepeatedly(101); },
+                  "Session: Warning! The program goes on without a window, and is ended "
+                  "by an exception.\n");
     expect_errors(throwing, "Session: Error! The program has thrown: no level\n");
-    expect_errors([] { return game().startUp(); }, "");
-    { const Session never_begun(endless); }
+    bool is_begun = false;
+    {
+        const Session idle([&] { return is_begun = true; });
+    }
+    EXPECT_FALSE(is_begun);
     Session failing({.config = "window_horizontal_chars:0,"});
     EXPECT_EQ(failing.start(), -1);
     EXPECT_EQ(failing.exitStatus(), 1);
@@ -219,6 +205,7 @@ TEST_F(SessionTest, the_hundredth_is_exactly_like_the_first) {
     EXPECT_FALSE(log.getLogStepCount());
     EXPECT_EQ(log.getFileName(), "");
     EXPECT_EQ(Config::getInstance().getFrameTime(), 33);
+    EXPECT_FALSE(InputManager::getInstance().isWindowClosed());
     EXPECT_EQ(DisplayManager::getInstance().getHorizontal(), 80);
     EXPECT_EQ(DisplayManager::getInstance().getCapture(), nullptr);
     EXPECT_EQ(&platform::timeSource(), &platform::systemTimeSource());
