@@ -1,16 +1,20 @@
-/// Plain sockets as peers, and an object that passes network events to a test.
+/// A server and its peers, which are plain sockets.
 #pragma once
 
 #include "selvane/core/EventNetwork.h"
 #include "selvane/network/NetworkManager.h"
 #include "selvane/platform/sockets.h"
-#include "support/WorldTest.h"
+#include "selvane/world/spawn.h"
+#include "support/SessionTest.h"
 #include "support/networkFaults.h"
 #include "support/waitUntil.h"
 
+#include <algorithm>
 #include <array>
 #include <functional>
+#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace test {
@@ -40,39 +44,68 @@ class Peer {
 
     int waiting() const { return sv::platform::waitingBytes(socket); }
     bool seesEnd() const { return sv::platform::isPeerGone(socket); }
-
     void stopSending() const { test::stopSending(socket); }
 
     /// With unread bytes this resets the connection.
     void close() {
         if (socket != sv::platform::no_socket)
-            sv::platform::closeSocket(socket);
-        socket = sv::platform::no_socket;
+            sv::platform::closeSocket(std::exchange(socket, sv::platform::no_socket));
     }
 
   private:
     sv::platform::Socket socket;
 };
 
-class NetworkListener : public sv::Object {
-  public:
-    explicit NetworkListener(std::function<void(const sv::EventNetwork &)> new_action)
-        : action(std::move(new_action)) {
-        EXPECT_EQ(registerInterest(sv::NETWORK_EVENT), 0);
-    }
-
-    int eventHandler(const sv::Event *p_event) override {
-        const auto *event = sv::eventCast<sv::EventNetwork>(p_event);
-        if (event)
-            action(*event);
-        return event ? 1 : 0;
-    }
-
-  private:
-    std::function<void(const sv::EventNetwork &)> action;
-};
-
 /// Label, index and bytes of each event.
 using Events = std::vector<std::array<int, 3>>;
+
+class NetworkTest : public SessionTest {
+  protected:
+    NetworkTest() : SessionTest("networking:true,frame_time:100,") { sv::spawn<Listener>(*this); }
+
+    ~NetworkTest() override {
+        // The last step would wait for ever for unread messages if they took no time.
+        on_event = [this](const sv::EventNetwork &) { session.getTime().now_ms += 100; };
+        session.end();
+    }
+
+    /// Accepts that many more peers.
+    void join(int count) {
+        ASSERT_TRUE(network.isServer() || network.setServer(0) == 0);
+        network.setMaxSockets(100);
+        for (int i = 0; i < count; ++i) {
+            peers.push_back(std::make_unique<Peer>(network.getPort()));
+            ASSERT_TRUE(waitUntil([&] { return network.accept() >= 0; }));
+        }
+        events.clear();
+    }
+
+    /// Waits until that many bytes wait.
+    void arrive(int index, std::size_t bytes) {
+        ASSERT_TRUE(waitUntil([&] { return network.isData(index) == static_cast<int>(bytes); }));
+    }
+
+    sv::NetworkManager &network = sv::NetworkManager::getInstance();
+    std::vector<std::unique_ptr<Peer>> peers;
+    Events events;
+    std::function<void(const sv::EventNetwork &)> on_event;
+
+  private:
+    struct Listener : sv::Object {
+        explicit Listener(NetworkTest &new_owner) : owner(new_owner) {
+            EXPECT_EQ(registerInterest(sv::NETWORK_EVENT), 0);
+        }
+
+        int eventHandler(const sv::Event *p_event) override {
+            const auto &event = dynamic_cast<const sv::EventNetwork &>(*p_event);
+            owner.events.push_back({event.getLabel(), event.getSocketIndex(), event.getBytes()});
+            if (owner.on_event)
+                owner.on_event(event);
+            return 1;
+        }
+
+        NetworkTest &owner;
+    };
+};
 
 } // namespace test

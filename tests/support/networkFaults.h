@@ -15,20 +15,17 @@ bool dropIncoming(sv::platform::Socket socket);
 /// Ends the sending side of a connected socket, which can still receive.
 void stopSending(sv::platform::Socket socket);
 
-/// Makes the system take little of what is sent and not yet received.
-void shrinkSendBuffer(sv::platform::Socket socket);
-
 /// Size of the receive buffer, whether it sends without delay, and whether it asks a silent peer,
 /// as Linux counts them; empty on Windows.
 std::vector<int> socketOptions(sv::platform::Socket socket);
 
-/// While it lives, signals interrupt blocking system calls; without effect on Windows.
-class Interruptions {
-  public:
-    Interruptions();
-    ~Interruptions();
-    Interruptions(const Interruptions &) = delete;
-    Interruptions &operator=(const Interruptions &) = delete;
-};
+/// From here on signals interrupt blocking system calls; without effect on Windows.
+void interruptCalls();
+
+/// Lets the process open no further files and sockets; false where the system can't do that.
+bool allowNoMoreFiles();
+
+/// Lets it open files and sockets again.
+void allowMoreFiles();
 
 } // namespace test

@@ -1,19 +1,25 @@
 #include "support/networkFaults.h"
 
 #include <csignal>
+#include <fcntl.h>
 #include <linux/filter.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/time.h>
+#include <unistd.h>
+#include <utility>
 
 namespace test {
 
 namespace {
 
-void interruptEvery(suseconds_t microseconds) {
-    const itimerval interval{{0, microseconds}, {0, microseconds}};
-    setitimer(ITIMER_REAL, &interval, nullptr);
+bool setSoftLimit(rlim_t files) {
+    rlimit limit{};
+    getrlimit(RLIMIT_NOFILE, &limit);
+    limit.rlim_cur = files;
+    return setrlimit(RLIMIT_NOFILE, &limit) == 0;
 }
 
 } // namespace
@@ -29,32 +35,34 @@ void stopSending(sv::platform::Socket socket) {
     shutdown(static_cast<int>(socket), SHUT_WR);
 }
 
-void shrinkSendBuffer(sv::platform::Socket socket) {
-    constexpr int bytes = 8192;
-    setsockopt(static_cast<int>(socket), SOL_SOCKET, SO_SNDBUF, &bytes, sizeof bytes);
-}
-
 std::vector<int> socketOptions(sv::platform::Socket socket) {
-    std::vector<int> values(3);
-    const auto read = [socket](int level, int option, int &value) {
-        socklen_t size = sizeof value;
-        getsockopt(static_cast<int>(socket), level, option, &value, &size);
-    };
-    read(SOL_SOCKET, SO_RCVBUF, values[0]);
-    read(IPPROTO_TCP, TCP_NODELAY, values[1]);
-    read(SOL_SOCKET, SO_KEEPALIVE, values[2]);
+    constexpr std::pair<int, int> options[] = {
+        {SOL_SOCKET, SO_RCVBUF}, {IPPROTO_TCP, TCP_NODELAY}, {SOL_SOCKET, SO_KEEPALIVE}};
+    std::vector<int> values;
+    for (const auto &[level, option] : options) {
+        socklen_t size = sizeof(int);
+        getsockopt(static_cast<int>(socket), level, option, &values.emplace_back(), &size);
+    }
     return values;
 }
 
-Interruptions::Interruptions() {
+void interruptCalls() {
     struct sigaction action {};
     action.sa_handler = [](int /*signal*/) {};
     sigaction(SIGALRM, &action, nullptr);
-    interruptEvery(20000);
+    constexpr itimerval every_20_ms{{0, 20000}, {0, 20000}};
+    setitimer(ITIMER_REAL, &every_20_ms, nullptr);
 }
 
-Interruptions::~Interruptions() {
-    interruptEvery(0);
+bool allowNoMoreFiles() {
+    // The limit is on a descriptor's number, and the next one is the lowest free number.
+    const int next = open("/dev/null", O_RDONLY | O_CLOEXEC);
+    close(next);
+    return next >= 0 && setSoftLimit(static_cast<rlim_t>(next));
+}
+
+void allowMoreFiles() {
+    setSoftLimit(1024);
 }
 
 } // namespace test

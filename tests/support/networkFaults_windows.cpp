@@ -12,18 +12,16 @@ void stopSending(sv::platform::Socket socket) {
     shutdown(static_cast<SOCKET>(socket), SD_SEND);
 }
 
-void shrinkSendBuffer(sv::platform::Socket socket) {
-    constexpr int bytes = 8192;
-    setsockopt(static_cast<SOCKET>(socket), SOL_SOCKET, SO_SNDBUF,
-               reinterpret_cast<const char *>(&bytes), sizeof bytes);
-}
-
 std::vector<int> socketOptions(sv::platform::Socket /*socket*/) {
     return {};
 }
 
-Interruptions::Interruptions() = default;
+void interruptCalls() {}
 
-Interruptions::~Interruptions() = default;
+bool allowNoMoreFiles() {
+    return false;
+}
+
+void allowMoreFiles() {}
 
 } // namespace test
