@@ -1,17 +1,13 @@
 #include "selvane/path/PathManager.h"
 
-#include "selvane/core/Config.h"
 #include "selvane/core/EventPath.h"
-#include "selvane/loop/GameManager.h"
 #include "selvane/path/PathFind.h"
-#include "selvane/platform/ManualTime.h"
 #include "selvane/world/spawn.h"
+#include "support/SessionTest.h"
 #include "support/WorldTest.h"
 
 #include <algorithm>
 #include <limits>
-#include <memory>
-#include <utility>
 
 namespace sv {
 namespace {
@@ -20,11 +16,10 @@ using test::Witness;
 using Waypoints = std::vector<Vector>;
 
 /// Time stands still unless a test moves it, so that one cycle completes every pending search.
-class Paths : public test::WorldTest {
+class Paths : public test::SessionTest {
   protected:
-    Paths() { EXPECT_EQ(paths.startUp(), 0); }
-
-    ~Paths() override { paths.shutDown(); }
+    Paths() : SessionTest("frame_time:100,") {}
+    ~Paths() override { session.end(); } // While there is still the diary.
 
     static Object *put(Vector where, Solidness solidness = HARD) {
         auto *object = spawn<Object>();
@@ -40,13 +35,29 @@ class Paths : public test::WorldTest {
         return witness;
     }
 
+    /// Ten objects that search for the cell beside theirs, and take that long to hear of it.
+    void putSeekers(int ms) {
+        for (float y = 0; y < 20; y += 2) {
+            Witness *seeker = putWitness("o", y);
+            EXPECT_EQ(seeker->findPath({1, y}), 0);
+            seeker->on_event = [this, ms](const Event *) { session.getTime().now_ms += ms; };
+        }
+    }
+
+    void removeWitnesses() {
+        for (const Witness *witness : Session::objects<Witness>())
+            delete witness;
+        diary.clear();
+    }
+
     Waypoints pathOf(Object *object) {
         paths.cycle(1);
         return object->getPath().waypoints;
     }
 
-    ManualTime time;
+    WorldManager &world = WorldManager::getInstance();
     PathManager &paths = PathManager::getInstance();
+    test::Diary diary;
 };
 
 TEST_F(Paths, an_object_walks_around_walls) {
@@ -109,17 +120,16 @@ TEST_F(Paths, impossible_searches_are_refused) {
     ASSERT_EQ(searching->findPath({1, 0}), 0);
     const Object *outside = put({80, 3});
     const float nan = std::numeric_limits<float>::quiet_NaN();
-    const auto expect_refused = [](int answer, const std::string &line) {
+    const auto expect_refused = [&](int answer, const std::string &line) {
         EXPECT_EQ(answer, -1);
-        EXPECT_EQ(logLines().back(), "Object::findPath(): Warning! " + line);
+        EXPECT_EQ(lastLine(), "Object::findPath(): Warning! " + line);
     };
     expect_refused(asking->findPath({-0.5F, 3}), "(-0.5, 3) is outside the world.");
     expect_refused(asking->findPath({3, 24}), "(3, 24) is outside the world.");
     expect_refused(asking->findPath({3, nan}), "(3, nan) is outside the world.");
     expect_refused(asking->findPath(outside), "(80, 3) is outside the world.");
-    expect_refused(put({80, 4})->findPath({3, 3}), "(80, 4) is outside the world.");
+    expect_refused(put({4, -1})->findPath({3, 3}), "(4, -1) is outside the world.");
     expect_refused(asking->findPath({5.4F, 5}), "Object 101 stands at (5.4, 5) already.");
-    expect_refused(asking->findPath(asking), "Object 101 stands at (5, 5) already.");
     expect_refused(asking->findPath(nullptr), "Object 101 has no target.");
     expect_refused(searching->findPath({2, 2}), "Object 102 is searching already.");
     EXPECT_EQ(pathOf(searching).size(), 6U) << "the first search goes on";
@@ -128,18 +138,14 @@ TEST_F(Paths, impossible_searches_are_refused) {
 }
 
 TEST_F(Paths, searches_fail_in_too_large_worlds) {
-    Witness *seeker = putWitness("o");
-    std::vector<int> results;
-    seeker->on_event = [&](const Event *p_event) {
-        results.push_back(eventCast<EventPath>(p_event)->getStatus());
-    };
+    Object *seeker = put({0, 0});
     for (const float side : {5000.0F, 1e30F, std::numeric_limits<float>::infinity()}) {
         world.setBoundary({{0, 0}, side, side});
         ASSERT_EQ(seeker->findPath({3, 3}), 0);
-        paths.cycle(1);
+        EXPECT_EQ(pathOf(seeker), Waypoints());
+        EXPECT_FALSE(seeker->getFollowPath());
     }
-    EXPECT_EQ(results, std::vector<int>(3, PATH_NONE));
-    EXPECT_EQ(logCount("PathFind::cycleOnce(): node graph not allocated.  Cannot find path."), 3);
+    EXPECT_EQ(logCount("PathFind::cycleOnce(): node graph not allocated.  Cannot find path.\n"), 3);
 }
 
 TEST_F(Paths, objects_without_speed_are_logged_once) {
@@ -147,49 +153,32 @@ TEST_F(Paths, objects_without_speed_are_logged_once) {
     still->setId(101);
     for (const Vector to : {Vector{3, 0}, Vector{5, 5}}) {
         still->findPath(to);
-        paths.cycle(1);
-        world.update();
-        world.update();
+        session.play(3);
     }
-    EXPECT_EQ(still->getPosition(), (Vector{0, 0}));
-    EXPECT_EQ(logCount("Object::stepPath(): Warning! Object 101 follows a path with speed 0."), 1);
-}
-
-TEST_F(Paths, waypoints_are_taken_within_reach) {
-    for (const float x : {0.75F, 0.8F}) {
-        Object *walker = put({0, 0}, SPECTRAL);
-        walker->setSpeed(1);
-        walker->setPath({{{x, 0}, {9, 0}}, 0});
-        walker->setFollowPath(true);
-        walker->stepPath();
-        EXPECT_EQ(walker->getPosition(), (Vector{x == 0.75F ? x : 0, 0}));
-    }
+    EXPECT_EQ(logCount("Object::stepPath(): Warning! Object 101 follows a path with speed 0.\n"),
+              1);
 }
 
 TEST_F(Paths, a_search_notifies_its_object_once) {
     Witness *object = putWitness("o");
     const Vector there{5, 0};
+    const auto nothing = [](const Event *) {};
     const auto pass_on = [&](const Event *p_event) { object->Object::eventHandler(p_event); };
-    const auto ask = [&] { EXPECT_EQ(object->findPath(Vector{3, 3}), 0); };
+    const auto ask = [&](const Event *) { EXPECT_EQ(object->findPath(Vector{3, 3}), 0); };
+    const auto go_on = [&](const Event *) { paths.cycle(1); };
     const struct {
-        const char *name;
-        std::function<void(const Event *)> react;
-        int events; // One more if it asks again.
-    } cases[] = {
-        {"keeps it to itself", [](const Event *) {}, 1},
-        {"passes it on", pass_on, 1},
-        {"asks for another", [&](const Event *) { ask(); }, 2},
-        {"passes it on and asks", [&](const Event *p_event) { pass_on(p_event), ask(); }, 2},
-        {"asks and passes the old one on", [&](const Event *p_event) { ask(), pass_on(p_event); },
-         2},
-        {"lets the manager go on", [&](const Event *) { paths.cycle(1); }, 1},
-    };
+        std::function<void(const Event *)> first, second; // What it does with the first event.
+        int events;
+    } cases[] = {{nothing, nothing, 1}, {pass_on, nothing, 1}, {go_on, nothing, 1},
+                 {ask, nothing, 2},     {pass_on, ask, 2},     {ask, pass_on, 2}};
     for (const auto &c : cases) {
-        SCOPED_TRACE(c.name);
+        SCOPED_TRACE(&c - cases);
         int events = 0;
         object->on_event = [&](const Event *p_event) {
-            if (events++ == 0)
-                c.react(p_event);
+            if (events++ > 0)
+                return;
+            c.first(p_event);
+            c.second(p_event);
         };
         ASSERT_EQ(object->findPath(there), 0);
         paths.cycle(1);
@@ -203,8 +192,6 @@ TEST_F(Paths, a_search_notifies_its_object_once) {
 
 TEST_F(Paths, a_foreign_path_ends_the_search) {
     Object *object = put({0, 0});
-    ASSERT_EQ(object->findPath({5, 0}), 0);
-    EXPECT_EQ(pathOf(object).size(), 6U);
     ASSERT_EQ(object->findPath({9, 0}), 0);
     const Waypoints foreign{{0, 1}, {0, 2}};
     const EventPath event(PATH_FOUND, foreign);
@@ -227,79 +214,57 @@ TEST_F(Paths, a_games_search_ends_with_its_object) {
 }
 
 TEST_F(Paths, handlers_may_delete_objects) {
-    for (const int doomed : {0, 1, 2}) {
-        SCOPED_TRACE(doomed);
-        diary.clear();
+    const struct {
+        std::size_t doomed;
+        test::Diary events;
+    } cases[] = {
+        {0, {"0: sv-path", "1: sv-path", "0: gone", "2: sv-path", "3: sv-path"}},
+        {1, {"0: sv-path", "1: sv-path", "1: gone", "2: sv-path", "3: sv-path"}},
+        {2, {"0: sv-path", "1: sv-path", "2: gone", "3: sv-path"}},
+    };
+    for (const auto &c : cases) {
         std::vector<Witness *> objects;
         for (int i = 0; i < 4; ++i) {
             objects.push_back(putWitness(std::to_string(i), static_cast<float>(4 * i)));
             objects.back()->findPath({1, static_cast<float>(4 * i)});
         }
-        objects[1]->on_event = [&objects, doomed](const Event *) {
-            delete std::exchange(objects[static_cast<std::size_t>(doomed)], nullptr);
-        };
+        objects[1]->on_event = [&](const Event *) { delete objects[c.doomed]; };
         paths.cycle(1);
-        test::Diary expected{"0: sv-path", "1: sv-path", std::to_string(doomed) + ": gone"};
-        for (const int other : {2, 3})
-            if (other != doomed)
-                expected.push_back(std::to_string(other) + ": sv-path");
-        EXPECT_EQ(diary, expected);
-        for (const Witness *object : objects)
-            delete object;
+        EXPECT_EQ(diary, c.events);
+        removeWitnesses();
     }
 }
 
 TEST_F(Paths, searches_share_the_time_of_a_step) {
     const struct {
         int given;
-        long long tick_ms; // The time that each event takes.
-        std::ptrdiff_t events;
-        test::Diary lines;
+        int answer_ms;
+        std::size_t answers;
+        int exceeded;
     } cases[] = {
-        {7, 1, 8, {"PathManager::cycle(): cycle time 7 exceeded."}},
-        {-50, 1, 4, {"PathManager::cycle(): cycle time 3 exceeded."}}, // A tenth of 33 ms.
-        {7, -5, 1, {}},                                                // A clock set back.
-        {7, 0, 10, {}},
+        {20, 5, 5, 20},
+        {-50, 5, 3, 10}, // A tenth of the frame time.
+        {20, -5, 1, 0},  // A clock set back.
+        {20, 0, 10, 0},
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(&c - cases);
-        diary.clear();
-        time.now_ms = 1000;
-        std::vector<std::unique_ptr<Witness>> objects;
-        for (int i = 0; i < 10; ++i) {
-            objects.emplace_back(putWitness("o", static_cast<float>(2 * i)));
-            objects.back()->findPath({1, static_cast<float>(2 * i)});
-            objects.back()->on_event = [&](const Event *) { time.now_ms += c.tick_ms; };
-        }
-        const auto before = static_cast<std::ptrdiff_t>(logLines().size());
+        session.getTime().now_ms = 1000;
+        putSeekers(c.answer_ms);
         paths.cycle(c.given);
-        EXPECT_EQ(std::count(diary.begin(), diary.end(), "o: sv-path"), c.events);
-        const test::Diary lines = logLines();
-        EXPECT_EQ(test::Diary(lines.begin() + before, lines.end()), c.lines);
+        EXPECT_EQ(diary, test::Diary(c.answers, "o: sv-path"));
+        EXPECT_EQ(logCount("PathManager::cycle(): cycle time " + std::to_string(c.exceeded) +
+                           " exceeded.\n"),
+                  c.exceeded > 0);
+        removeWitnesses();
     }
+    EXPECT_EQ(logCount("exceeded."), 2);
 }
 
-class PathBudget : public test::EngineTest {};
-
-TEST_F(PathBudget, is_the_rest_of_the_step) {
-    ManualTime time;
-    Config::getInstance().loadConfig("headless:true,frame_time:100,");
-    GameManager &game = GameManager::getInstance();
-    ASSERT_EQ(game.startUp(), 0);
-    WorldManager::getInstance().setBoundary({{0, 0}, 80, 24});
-    test::Diary diary;
-    for (int i = 0; i < 10; ++i) {
-        auto *seeker = spawn<Witness>("o", diary);
-        seeker->setPosition({0, static_cast<float>(2 * i)});
-        seeker->findPath({1, static_cast<float>(2 * i)});
-        seeker->on_event = [&](const Event *) {
-            time.now_ms += 20;
-            game.setGameOver();
-        };
-    }
-    game.run();
+TEST_F(Paths, searches_get_the_rest_of_a_step) {
+    putSeekers(20);
+    session.play();
     EXPECT_EQ(std::count(diary.begin(), diary.end(), "o: sv-path"), 5) << "95 of 100 ms";
-    game.shutDown();
 }
 
 } // namespace
