@@ -53,10 +53,10 @@ Result search(const Map &map, const CellTest &is_end) {
 /// closed ones.
 class Scan {
   public:
-    explicit Scan(const Map &new_map) : map(new_map) {}
+    explicit Scan(const Map &new_map) : map(new_map), open{map.start} {}
 
     Result run(const CellTest &is_end) {
-        do {
+        while (!open.empty()) {
             const Cell current = takeBest();
             closed.push_back(current);
             if (current == map.goal || is_end(current))
@@ -64,7 +64,7 @@ class Scan {
             for (int i = 0; i < 9; ++i)
                 if (i != 4)
                     step(current, i % 3 - 1, i / 3 - 1);
-        } while (!open.empty());
+        }
         return {{}, closed.size()};
     }
 
@@ -76,21 +76,16 @@ class Scan {
     };
 
     static bool has(const Cells &list, Cell cell) {
-        return std::find(list.begin(), list.end(), cell) != list.end();
+        return std::ranges::find(list, cell) != list.end();
     }
 
     Node &at(Cell cell) { return nodes[cell.y * map.size().x + cell.x]; }
 
     Cell takeBest() {
-        if (open.empty())
-            return map.start;
-        std::size_t best = open.size() - 1;
-        for (std::size_t i = best; i-- > 0;)
-            if (at(open[i]).f < at(open[best]).f)
-                best = i;
-        const Cell cell = open[best];
-        open.erase(open.begin() + static_cast<std::ptrdiff_t>(best));
-        return cell;
+        const auto f_at = [&](Cell cell) { return at(cell).f; };
+        const Cell best = *std::ranges::min_element(open.rbegin(), open.rend(), {}, f_at);
+        std::erase(open, best);
+        return best;
     }
 
     void step(Cell from, int dx, int dy) {
@@ -125,8 +120,7 @@ class Scan {
 
 Map randomMap(std::mt19937 &random) {
     const auto below = [&](std::size_t limit) {
-        return std::uniform_int_distribution<std::uint32_t>(0, static_cast<std::uint32_t>(limit) -
-                                                                   1)(random);
+        return static_cast<std::uint32_t>(random() % limit);
     };
     const std::uint32_t percent_blocked = below(6) * 10;
     Map map;
