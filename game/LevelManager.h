@@ -63,4 +63,3 @@ class LevelManager : public sv::Manager {
 };
 
 inline constexpr int LAST_LEVEL = 3;
-
