@@ -1,9 +1,10 @@
 // A process that ends in the middle of its game, with music on.
 
+#include "selvane/core/EventStep.h"
 #include "selvane/core/LogManager.h"
 #include "selvane/loop/GameManager.h"
 #include "selvane/resources/ResourceManager.h"
-#include "support/Clockwork.h"
+#include "selvane/world/Object.h"
 #include "support/EngineTest.h"
 #include "support/environment.h"
 #include "support/waveFile.h"
@@ -23,6 +24,15 @@ sv::ResourceManager &resources() {
     return sv::ResourceManager::getInstance();
 }
 
+struct Leaver : sv::Object {
+    Leaver() { registerInterest(sv::STEP_EVENT); }
+    int eventHandler(const sv::Event * /*p_event*/) override {
+        if (game().getStepCount() == 20)
+            std::exit(0);
+        return 1;
+    }
+};
+
 /// Plays a sound and ten tracks, and leaves in a step.
 [[noreturn]] void leaveInAStep() {
     if (std::freopen("errors.txt", "w", stderr) == nullptr)
@@ -35,10 +45,7 @@ sv::ResourceManager &resources() {
         resources().loadMusic("beep.wav", label);
         resources().getMusic(label)->play(true);
     }
-    new test::Clockwork([](int step) {
-        if (step == 20)
-            std::exit(0);
-    });
+    new Leaver;
     game().run();
     std::exit(3);
 }

@@ -11,9 +11,6 @@
 #include "support/EngineTest.h"
 #include "support/InputWitness.h"
 #include "support/environment.h"
-#ifdef GAME_FOLDER
-#include "game/playGame.h"
-#endif
 
 #include <cstdlib>
 #include <sstream>
@@ -189,6 +186,9 @@ TEST_F(SessionTest, the_hundredth_is_exactly_like_the_first) {
     for (const char *variable : {"TMPDIR", "TMP"})
         test::setEnvironment(variable, here.string());
     prepareLog(3);
+    LogManager &log = LogManager::getInstance();
+    log.setLogStepCount(true);
+    const auto *source = &InputManager::getInstance().getSource();
     std::srand(5);
     test::setEnvironment(LOG_FILE_VARIABLE, "not/this/one.log");
     const std::string first = wildSession();
@@ -200,10 +200,10 @@ TEST_F(SessionTest, the_hundredth_is_exactly_like_the_first) {
     { const Session idle; }
     EXPECT_EQ(std::rand(), random);
     EXPECT_EQ(game().getStepCount(), 0);
-    const auto &log = LogManager::getInstance();
     EXPECT_EQ(log.getLogLevel(), 3);
-    EXPECT_FALSE(log.getLogStepCount());
-    EXPECT_EQ(log.getFileName(), "");
+    EXPECT_TRUE(log.getLogStepCount());
+    EXPECT_EQ(log.startUp(), -1) << "the variable names the file again";
+    EXPECT_EQ(&InputManager::getInstance().getSource(), source);
     EXPECT_EQ(Config::getInstance().getFrameTime(), 33);
     EXPECT_FALSE(InputManager::getInstance().isWindowClosed());
     EXPECT_EQ(DisplayManager::getInstance().getHorizontal(), 80);
@@ -231,22 +231,6 @@ TEST_F(SessionTest, runs_where_it_is_told_and_as_configured) {
     EXPECT_FALSE(std::filesystem::exists("game/gone.log"));
     EXPECT_THROW(Session session({.folder = "nowhere"}), std::filesystem::filesystem_error);
 }
-
-#ifdef GAME_FOLDER
-TEST_F(SessionTest, plays_the_whole_game) {
-    test::setEnvironment(CONFIG_FILE_VARIABLE, GAME_FOLDER "/game/sv-config.txt");
-    std::string title;
-    for (int round = 0; round < 2; ++round) {
-        Session session(playGame, {.folder = GAME_FOLDER});
-        ASSERT_TRUE(session.play(200)) << "the title sequence, which runs the loop for itself";
-        EXPECT_NE(session.screen(), "");
-        EXPECT_EQ(std::exchange(title, session.screen()), round == 0 ? "" : session.screen());
-        session.tapKey(Keyboard::Q);
-        EXPECT_FALSE(session.play(100));
-        EXPECT_EQ(session.exitStatus(), 0);
-    }
-}
-#endif
 
 } // namespace
 } // namespace sv
