@@ -38,7 +38,7 @@ class GameInWindow : public test::WindowTest {
         const auto pixels = server->pixels();
         sf::Image shown;
         shown.create(drawn.getSize().x, drawn.getSize().y, pixels.data());
-        return test::difference(shown, drawn).levels <= 1;
+        return test::difference(shown, drawn) <= 1;
     }
 
     /// Returns the program's exit status; kills it after 50 seconds. Leaks are not looked for here,

@@ -28,12 +28,8 @@ class WindowTest : public EngineTest {
     std::optional<demo::XServer> server;
 };
 
-/// How far two pictures are apart.
-struct Difference {
-    int pixels = 0; ///< How many differ at all.
-    int levels = 0; ///< The most that one component differs by, of 255; 256 if the sizes differ.
-};
-Difference difference(const sf::Image &a, const sf::Image &b);
+/// The most by which a component of a pixel differs, of 255; 256 if the sizes differ.
+int difference(const sf::Image &a, const sf::Image &b);
 
 /// A smallest rectangle of whole pixels, all four sides belonging to it; empty if right < left.
 struct Extent {

@@ -44,7 +44,7 @@ class ShapeTest : public test::WindowTest {
         polygon.setPosition(pixel + offset);
         polygon.setFillColor(color);
         display.getWindow()->draw(polygon);
-        EXPECT_EQ(test::difference(drawn, picture()).pixels, 0);
+        EXPECT_EQ(test::difference(drawn, picture()), 0);
     }
 };
 
