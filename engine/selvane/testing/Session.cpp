@@ -9,6 +9,7 @@
 #include "selvane/testing/ScriptedInput.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <filesystem>
 #include <stdexcept>
@@ -61,6 +62,10 @@ class Session::Play {
   public:
     Play(std::function<int()> program, const SessionOptions &options)
         : input([this] { lockstep.pause(); }), lockstep(std::move(program), options.patience_s) {
+        // On Windows each thread has random numbers of its own: this seeds those of the test, which
+        // may spawn objects that draw some. The engine seeds those of the program.
+        if (options.seed > 0)
+            std::srand(static_cast<unsigned>(options.seed));
         Config::getInstance().forceConfig(settingsOf(options));
         LogManager::getInstance().setLogLevel(options.log_level);
         InputManager::getInstance().setSource(&input);
