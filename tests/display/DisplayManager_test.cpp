@@ -235,6 +235,8 @@ TEST_F(DisplayManagerTest, shakes_stay_in_range) {
     };
     const Extent still = next_glyph();
     ASSERT_NE(still, Extent());
+    display().setShake(5, 5, -1);
+    EXPECT_EQ(next_glyph(), still);
     display().setShake(-1, -1, 1); // As 0.
     EXPECT_EQ(next_glyph(),
               (Extent{still.left + 1, still.top + 1, still.right + 1, still.bottom + 1}));

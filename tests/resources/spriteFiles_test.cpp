@@ -229,11 +229,12 @@ TEST_F(SpriteFiles, contents_are_logged_at_detail_levels) {
                           "RM::loadRobustSprite(): Warning! Unused FOOTER lines:\n\t'date today'\n"
                           "RM::loadSprite(): Sprite 'it' frames:\n\tFrame 1:\n\tab\n\tcd\n"
                           "RM::loadSprite(): Sprite 'it' loaded.\n");
-    EXPECT_EQ(load(robustFile(two_by_one + "color blue\ntransparency #x\n", "ab\nend\ncd\n"), 5),
-              -1);
+    EXPECT_EQ(
+        load(robustFile(two_by_one + "color blue\ntransparency #x\n", "ab\nend\ncd\nend\n"), 5),
+        -1);
     const std::string lines = said();
     EXPECT_TRUE(lines.ends_with("\tTransparency: #\n\t       Color: blue\n" + robust +
-                                "Extra BODY:\n\tLine 12: cd\n" + not_loaded))
+                                "Extra BODY:\n\tLine 13: cd\n\tLine 14: end\n" + not_loaded))
         << lines;
 }
 
