@@ -55,15 +55,15 @@ bool decode(const std::string &filename, Samples &samples) {
 
 /// The voices are destroyed before the samples that they play.
 struct Sound::Player {
-    void setUp(int voices, float volume) {
-        sounds.assign(static_cast<std::size_t>(voices), sf::Sound(sound_buffer));
+    void setUp(int new_voices, float new_volume) {
+        sounds.assign(static_cast<std::size_t>(new_voices), sf::Sound(sound_buffer));
         next = 0;
-        setVolume(volume);
+        setVolume(new_volume);
     }
 
-    void setVolume(float volume) {
+    void setVolume(float new_volume) {
         for (sf::Sound &sound : sounds)
-            sound.setVolume(volume);
+            sound.setVolume(new_volume);
     }
 
     /// In turns, so it is the one that began first.
