@@ -171,10 +171,10 @@ TEST_F(GameRules, random_places_are_free_and_outside_the_world) {
     std::srand(7);
     const auto x = static_cast<float>(std::rand() % 100 + 103);
     const auto y = static_cast<float>(std::rand() % 36 + 4);
-    EXPECT_EQ(place(sv::SPECTRAL), Vector(x, y));
-    EXPECT_EQ(place(sv::HARD), Vector(x, y));
-    EXPECT_EQ(place(sv::HARD), Vector(x + 1, y));
-    EXPECT_EQ(place(sv::SPECTRAL), Vector(x + 2, y));
+    EXPECT_EQ(place(sv::SPECTRAL), (sv::Vector{x, y}));
+    EXPECT_EQ(place(sv::HARD), (sv::Vector{x, y}));
+    EXPECT_EQ(place(sv::HARD), (sv::Vector{x + 1, y}));
+    EXPECT_EQ(place(sv::SPECTRAL), (sv::Vector{x + 2, y}));
     // Worlds without a fifth row.
     for (const auto &[columns, rows] : {std::pair(100.0F, 4.0F), {100.0F, 0.0F}, {0.0F, 3.0F}}) {
         world.setBoundary({{0, 0}, columns, rows});

@@ -142,7 +142,7 @@ TEST_F(Network, an_event_announces_each_whole_message) {
     LogManager::getInstance().setLogLevel(15);
     const std::string bytes = makeMessage("sixsix") + makeMessage("");
     std::size_t sent = 0;
-    for (const std::size_t size : {0, 3, 4, 9, 10, 12, 14}) {
+    for (const std::size_t size : {0U, 3U, 4U, 9U, 10U, 12U, 14U}) {
         SCOPED_TRACE(size);
         peers[0]->send(bytes.substr(sent, size - sent));
         sent = size;
@@ -326,7 +326,7 @@ TEST_F(Network, every_second_connection_outlives_shut_down) {
     network.shutDown();
     EXPECT_EQ(events,
               (Events{{NETWORK_CLOSED, 0, 0}, {NETWORK_CLOSED, 1, 0}, {NETWORK_CLOSED, 2, 0}}));
-    for (const std::size_t i : {0, 2, 4})
+    for (const std::size_t i : {0U, 2U, 4U})
         EXPECT_TRUE(waitUntil([&] { return peers[i]->seesEnd(); })) << i;
     EXPECT_FALSE(peers[1]->seesEnd() || peers[3]->seesEnd());
 

@@ -2,9 +2,9 @@
 
 #include "selvane/core/LogManager.h"
 
-#include <algorithm>
 #include <array>
 #include <cctype>
+#include <cstddef>
 
 namespace sv {
 
@@ -51,11 +51,10 @@ std::string colorToString(Color c) {
 }
 
 std::optional<Color> colorFromName(std::string_view name) {
-    const auto found = std::find_if(colors.begin(), colors.end(),
-                                    [&](const NamedColor &color) { return color.name == name; });
-    if (found == colors.end())
-        return std::nullopt;
-    return static_cast<Color>(found - colors.begin());
+    for (std::size_t i = 0; i < colors.size(); ++i)
+        if (colors[i].name == name)
+            return static_cast<Color>(i);
+    return std::nullopt;
 }
 
 } // namespace sv

@@ -65,8 +65,8 @@ class Surroundings {
 
 } // namespace
 
-void GridSearch::Free::operator()(Node *nodes) const {
-    std::free(nodes);
+void GridSearch::Free::operator()(Node *block) const {
+    std::free(block);
 }
 
 GridSearch::GridSearch(Cell new_size, Cell new_start, Cell new_goal)
