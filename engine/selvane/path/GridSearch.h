@@ -67,7 +67,7 @@ class GridSearch {
     };
 
     struct Free {
-        void operator()(Node *nodes) const;
+        void operator()(Node *block) const;
     };
 
     static bool isLessPromising(const Candidate &a, const Candidate &b);
