@@ -4,6 +4,7 @@
 #include "selvane/core/attributes.h"
 #include "selvane/core/configText.h"
 #include "selvane/core/text.h"
+#include "selvane/outside/Outside.h"
 
 #include <cstdlib>
 #include <fstream>
@@ -86,6 +87,7 @@ std::span<const Config::Setting> Config::settings() {
         {{"quadtree_depth", INTEGER}, &Config::quadtree_depth},
         {{"quadtree_threshold", INTEGER}, &Config::quadtree_threshold},
         {{"background_input", FLAG}, &Config::background_input},
+        {{"record", TEXT}, &Config::record_file},
     };
     return table;
 }
@@ -124,9 +126,13 @@ std::string Config::readConfig() {
 }
 
 void Config::loadConfig(const std::string &config) {
-    applyAll(config.empty() ? readConfig() : config);
-    if (config.empty())
-        applyAll(forced);
+    if (!config.empty()) {
+        applyAll(config);
+        return;
+    }
+    Outside &outside = Outside::getInstance();
+    applyAll(outside.askChangeable("the configuration", readConfig()));
+    applyAll(outside.askText(Channel::CONFIG, forced));
 }
 
 void Config::applyAll(const std::string &text) {

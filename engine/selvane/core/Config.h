@@ -66,6 +66,8 @@ class Config {
     bool getNetworking() const { return networking; }
     /// Whether held keys and buttons count while another window has the focus.
     bool getBackgroundInput() const { return background_input; }
+    /// Where the game is recorded; "", the default, is nowhere.
+    std::string getRecordFile() const { return record_file; }
 
     // For other scene graphs; the simple one does not use them.
     int getQuadtreeThreshold() const { return quadtree_threshold; }
@@ -104,6 +106,7 @@ class Config {
     int grid_width = 20;
     int grid_height = 8;
     bool background_input = true;
+    std::string record_file;
     std::string forced;
 };
 

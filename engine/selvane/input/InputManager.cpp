@@ -7,6 +7,7 @@
 #include "selvane/input/WindowInput.h"
 #include "selvane/input/sfmlKeys.h"
 #include "selvane/loop/GameManager.h"
+#include "selvane/outside/Outside.h"
 
 #include <SFML/Window/Event.hpp>
 
@@ -34,7 +35,7 @@ InputManager &InputManager::getInstance() {
     return instance;
 }
 
-InputManager::InputManager() : source(&windowInput()) {
+InputManager::InputManager() : source(windowInput()) {
     setType("InputManager");
 }
 
@@ -74,7 +75,7 @@ void InputManager::shutDown() {
 }
 
 void InputManager::setSource(InputSource *new_source) {
-    source = new_source ? new_source : &windowInput();
+    source = OutsideInput(new_source ? *new_source : windowInput());
 }
 
 void InputManager::reset() {
@@ -82,11 +83,15 @@ void InputManager::reset() {
 }
 
 void InputManager::getInput() {
-    const bool is_of_window = source == &windowInput();
-    if (is_of_window && Config::getInstance().getHeadless())
+    Outside &outside = Outside::getInstance();
+    const bool has_input = hasInput();
+    if (has_input)
+        source.beginStep();
+    if (has_input && outside.isReplaying())
+        takeUnheard();
+    if (!outside.ask(Channel::INPUT, [=] { return has_input; }))
         return;
-    source->beginStep();
-    if (source->getState() == InputSource::State::ABSENT) {
+    if (source.getState() == InputSource::State::ABSENT) {
         logLine("InputManager::getInput(): DisplayManager unexpectedly returned null window!");
         return;
     }
@@ -94,10 +99,27 @@ void InputManager::getInput() {
         pollKeys();
 }
 
+/// Without a window only a source in its place has any.
+bool InputManager::hasInput() const {
+    return &source.getSource() != &windowInput() || !Config::getInstance().getHeadless();
+}
+
+/// The input of a person who watches.
+void InputManager::takeUnheard() {
+    InputSource &live = source.getSource();
+    while (live.getState() == InputSource::State::OPEN) {
+        const std::optional<InputItem> item = live.next();
+        if (!item)
+            return;
+        if (unheard_listener)
+            unheard_listener(*item);
+    }
+}
+
 /// Whether there is a window still: a handler may have started the display anew, in full screen,
 /// say. The game is over if it was closed.
 bool InputManager::isWindowOpen() {
-    const InputSource::State state = source->getState();
+    const InputSource::State state = source.getState();
     if (state == InputSource::State::CLOSED)
         endGame();
     return state == InputSource::State::OPEN;
@@ -112,7 +134,7 @@ void InputManager::endGame() {
 /// False if the window has gone, and the step's input with it; so do those that poll.
 bool InputManager::takeQueue() {
     while (isWindowOpen()) {
-        const std::optional<InputItem> item = source->next();
+        const std::optional<InputItem> item = source.next();
         if (!item)
             return true;
         if (item->kind == InputItem::Kind::WINDOW_CLOSED) {
@@ -163,13 +185,13 @@ EventKeyboard InputManager::eventOfKey(int sfml_key) const {
 
 /// Whether what is held counts, whichever window has the focus.
 bool InputManager::isHoldingHeard() {
-    return Config::getInstance().getBackgroundInput() || source->hasFocus();
+    return Config::getInstance().getBackgroundInput() || source.hasFocus();
 }
 
 bool InputManager::pollMouse() {
-    EventMouse event = mouseEvent(PRESSED, UNDEFINED_MOUSE_BUTTON, source->mousePosition());
+    EventMouse event = mouseEvent(PRESSED, UNDEFINED_MOUSE_BUTTON, source.mousePosition());
     for (const EventMouseButton button : {LEFT, RIGHT, MIDDLE}) {
-        if (!source->isButtonDown(button))
+        if (!source.isButtonDown(button))
             continue;
         event.setMouseButton(button);
         onEvent(&event);
@@ -182,7 +204,7 @@ bool InputManager::pollMouse() {
 void InputManager::pollKeys() {
     for (const KeyRun &run : polledKeys()) {
         for (int i = 0; i < run.count; ++i) {
-            if (!source->isKeyDown(run.sfml + i))
+            if (!source.isKeyDown(run.sfml + i))
                 continue;
             EventKeyboard event;
             event.setKey(static_cast<Keyboard::Key>(run.engine + i));

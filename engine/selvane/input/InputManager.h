@@ -9,15 +9,16 @@
 
 #include "selvane/core/EventKeyboard.h"
 #include "selvane/core/Manager.h"
+#include "selvane/input/OutsideInput.h"
+
+#include <functional>
+#include <utility>
 
 namespace sf {
 class Event;
 }
 
 namespace sv {
-
-class InputSource;
-struct InputItem;
 
 class InputManager : public Manager {
   public:
@@ -50,9 +51,14 @@ class InputManager : public Manager {
     /// Puts another source in place of the window, headless or not; null puts the window back. The
     /// caller keeps it, and keeps it alive while it is in use.
     void setSource(InputSource *new_source);
-    InputSource &getSource() { return *source; }
+    InputSource &getSource() { return source.getSource(); }
 
     // Called by the engine.
+
+    /// While a record is played, called with each item that the source gives: nobody else gets it.
+    void setUnheardListener(std::function<void(const InputItem &)> listener) {
+        unheard_listener = std::move(listener);
+    }
 
     /// Delivers the input since the last call. A window that was closed, by the person or by the
     /// game, ends the game, and nothing after that is read in this step. A handler may stop the
@@ -66,6 +72,8 @@ class InputManager : public Manager {
     InputManager();
 
     EventKeyboard eventOfKey(int sfml_key) const;
+    bool hasInput() const;
+    void takeUnheard();
     bool isWindowOpen();
     void endGame();
     bool takeQueue();
@@ -74,7 +82,8 @@ class InputManager : public Manager {
     bool pollMouse();
     void pollKeys();
 
-    InputSource *source;
+    OutsideInput source;
+    std::function<void(const InputItem &)> unheard_listener;
     bool is_window_closed = false;
 };
 

@@ -2,7 +2,7 @@
 
 #include "selvane/core/Clock.h"
 #include "selvane/core/LogManager.h"
-#include "selvane/platform/system.h"
+#include "selvane/outside/Outside.h"
 
 #include <algorithm>
 
@@ -29,7 +29,7 @@ void FramePace::endStep(const Clock &clock, int step_count) {
     const std::int64_t intended = remaining(split);
     if (intended > 0) {
         const std::int64_t before = clock.split();
-        platform::timeSource().sleep(static_cast<int>(intended / microseconds_per_millisecond));
+        Outside::getInstance().sleep(static_cast<int>(intended / microseconds_per_millisecond));
         const std::int64_t after = clock.split();
         adjust = std::max<std::int64_t>(after - before - intended, 0);
         return;

@@ -10,8 +10,12 @@
 #include "selvane/input/InputManager.h"
 #include "selvane/loop/FramePace.h"
 #include "selvane/network/NetworkManager.h"
+#include "selvane/outside/Outside.h"
 #include "selvane/path/PathManager.h"
 #include "selvane/platform/system.h"
+#include "selvane/record/Recorder.h"
+#include "selvane/record/Replayer.h"
+#include "selvane/record/recordSettings.h"
 #include "selvane/resources/ResourceManager.h"
 #include "selvane/world/WorldManager.h"
 
@@ -105,7 +109,8 @@ void fitWorldToWindow() {
 void seedRandom() {
     int seed = Config::getInstance().getRandomSeed();
     if (seed == 0)
-        seed = static_cast<int>(std::time(nullptr));
+        seed = Outside::getInstance().ask(Channel::SEED,
+                                          [] { return static_cast<int>(std::time(nullptr)); });
     if (seed == unseeded)
         return;
     logLine(10, "GameManager()::startUp(): srand() seed with %d", seed);
@@ -136,8 +141,11 @@ int GameManager::startUp() {
     is_start_failed = true; // Until all of it has been done.
     is_stop_wanted = false;
     is_stopped_by_run = false;
+    if (prepareRecords() != 0)
+        return -1;
     Config &config = Config::getInstance();
     config.loadConfig("");
+    beginRecords();
     LogManager &log = LogManager::getInstance();
     if (log.startUp() != 0)
         return failStart("log");
@@ -270,6 +278,8 @@ void GameManager::runStep(Clock &clock, FramePace &pace) {
     PathManager::getInstance().cycle(pace.pathBudget(clock.split()));
     pace.endStep(clock, step_count);
     setStepCount(step_count + 1);
+    Recorder::getInstance().endStep();
+    Replayer::getInstance().endStep();
 }
 
 void GameManager::serviceNetwork(const Clock &clock, const FramePace &pace) {

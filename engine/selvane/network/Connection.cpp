@@ -10,7 +10,7 @@ Connection::Pending Connection::pending() const {
         return {bytes < 0 ? Front::UNCOUNTED : Front::INCOMPLETE};
 
     char field[MESSAGE_LENGTH_BYTES];
-    if (platform::peek(socket, field, MESSAGE_LENGTH_BYTES) != MESSAGE_LENGTH_BYTES)
+    if (outside::peek(socket, field, MESSAGE_LENGTH_BYTES) != MESSAGE_LENGTH_BYTES)
         return {Front::UNREAD};
     const int length = messageLength({field, MESSAGE_LENGTH_BYTES});
     if (length < MESSAGE_LENGTH_BYTES)
@@ -22,7 +22,7 @@ Connection::Pending Connection::pending() const {
 
 int Connection::receive(std::string &buffer, int length) const {
     buffer.resize(static_cast<std::size_t>(length));
-    return platform::receive(socket, buffer.data(), length) == length ? 0 : -1;
+    return outside::receive(socket, buffer.data(), length) == length ? 0 : -1;
 }
 
 int Connection::send(const std::string &message) {
@@ -33,15 +33,15 @@ int Connection::send(const std::string &message) {
 
 int Connection::flush() {
     while (!unsent.empty()) {
-        const int taken = platform::send(socket, unsent.data(), static_cast<int>(unsent.size()));
+        const int taken = outside::send(socket, unsent.data(), static_cast<int>(unsent.size()));
         if (taken >= 0) {
             unsent.erase(0, static_cast<std::size_t>(taken));
             drain_clock.reset();
             continue;
         }
-        if (platform::isWouldBlock(platform::lastSocketError()))
+        if (outside::isWouldBlock(outside::lastSocketError()))
             return 0;
-        failure = platform::lastSocketError();
+        failure = outside::lastSocketError();
         unsent.clear();
     }
     return failure == 0 ? 0 : -1;
@@ -49,12 +49,12 @@ int Connection::flush() {
 
 bool Connection::isDead() {
     // In this order, so that a message which arrives between the two calls is not lost.
-    return isOpen() && (failure != 0 || (platform::isPeerGone(socket) && !isDrainedByPeer())) &&
+    return isOpen() && (failure != 0 || (outside::isPeerGone(socket) && !isDrainedByPeer())) &&
            pending().front != Front::MESSAGE;
 }
 
 bool Connection::isDrainedByPeer() {
-    if (unsent.empty() || !platform::isPeerDone(socket))
+    if (unsent.empty() || !outside::isPeerDone(socket))
         return false;
     if (!drain_clock || drain_clock->split() < 0) // The wall clock was set back.
         drain_clock.emplace();
@@ -66,10 +66,10 @@ int Connection::close() {
     // With unread bytes the system would reset the connection, and a peer that still reads would
     // lose what is not delivered yet.
     char unread[4096];
-    if (isOpen() && platform::isPeerDone(socket))
-        while (platform::receive(socket, unread, sizeof unread) > 0) {
+    if (isOpen() && outside::isPeerDone(socket))
+        while (outside::receive(socket, unread, sizeof unread) > 0) {
         }
-    return isOpen() ? platform::closeSocket(std::exchange(socket, platform::no_socket)) : 0;
+    return isOpen() ? outside::closeSocket(std::exchange(socket, platform::no_socket)) : 0;
 }
 
 } // namespace sv

@@ -2,12 +2,12 @@
 /// not taken yet.
 ///
 /// Owns the socket and closes it when destroyed. Logs nothing: getFailure() says why sending
-/// failed, platform::lastSocketError() why another call did. Game-loop thread only.
+/// failed, outside::lastSocketError() why another call did. Game-loop thread only.
 #pragma once
 
 #include "selvane/core/Clock.h"
 #include "selvane/network/message.h"
-#include "selvane/platform/sockets.h"
+#include "selvane/outside/sockets.h"
 
 #include <cstdint>
 #include <optional>
@@ -42,7 +42,7 @@ class Connection {
     bool isOpen() const { return socket != platform::no_socket; }
 
     /// Bytes waiting to be received, or -1.
-    int waitingBytes() const { return platform::waitingBytes(socket); }
+    int waitingBytes() const { return outside::waitingBytes(socket); }
 
     Pending pending() const;
 

@@ -4,7 +4,7 @@
 #include "selvane/core/LogManager.h"
 #include "selvane/core/text.h"
 #include "selvane/network/Connection.h"
-#include "selvane/platform/sockets.h"
+#include "selvane/outside/sockets.h"
 
 #include <algorithm>
 #include <utility>
@@ -20,9 +20,9 @@ constexpr int accept_error = -2;
 constexpr int backlog = 32;
 
 /// Logs what failed, and in a second line the system's reason. Returns -1.
-int logSocketFailure(const char *what, int code = platform::lastSocketError()) {
+int logSocketFailure(const char *what, int code = outside::lastSocketError()) {
     logFailure("NetworkManager::%s returned:", what);
-    return logFailure("\t%d - %s", code, platform::socketErrorText(code).c_str());
+    return logFailure("\t%d - %s", code, outside::socketErrorText(code).c_str());
 }
 
 int logUncounted() {
@@ -60,9 +60,9 @@ bool NetworkManager::isValid(const std::string &event_type) const {
 int NetworkManager::startUp() {
     if (isStarted())
         return refuseSecondStart();
-    if (platform::startSockets() != 0)
+    if (outside::startSockets() != 0)
         return logFailure("NetworkManager::startUp(): Error! WSAStartup() code : %d",
-                          platform::lastSocketError());
+                          outside::lastSocketError());
     connections.clear();
     Manager::startUp();
     logLine(5, "NetworkManager::startUp(): successfully started.");
@@ -76,7 +76,7 @@ void NetworkManager::shutDown() {
     for (int i = 0; i < getNumConnections(); ++i)
         close(i);
     if (isServer())
-        platform::closeSocket(server_socket);
+        outside::closeSocket(server_socket);
     server_socket = platform::no_socket;
     max_sock = default_max_sock;
     Manager::shutDown();
@@ -89,12 +89,12 @@ int NetworkManager::setServer(int port, const std::string &address) {
     if (isServer())
         return logFailure("NetworkManager::setServer(): Error! Server already, on port %d.",
                           getPort());
-    server_socket = platform::listenOn(address, port, backlog);
+    server_socket = outside::listenOn(address, port, backlog);
     return isServer() ? 0 : logSocketFailure("setServer(): Error! listen()");
 }
 
 int NetworkManager::getPort() const {
-    return isServer() ? platform::localPort(server_socket) : -1;
+    return isServer() ? outside::localPort(server_socket) : -1;
 }
 
 int NetworkManager::accept() {
@@ -102,9 +102,9 @@ int NetworkManager::accept() {
         logFailure("NetworkManager::accept(): Error! Not setup as server.");
         return accept_error;
     }
-    const platform::Socket accepted = platform::acceptFrom(server_socket);
+    const platform::Socket accepted = outside::acceptFrom(server_socket);
     if (accepted == platform::no_socket) {
-        if (!platform::isWouldBlock(platform::lastSocketError())) {
+        if (!outside::isWouldBlock(outside::lastSocketError())) {
             logSocketFailure("accept(): Error! accept()");
             return accept_error;
         }
@@ -115,7 +115,7 @@ int NetworkManager::accept() {
         logLine(1, "NetworkManager::accept(): Warning! accept() connection, but at limit (%d).",
                 max_sock);
         logLine(1, "\tUse NM.setMaxSockets() to change.");
-        platform::closeSocket(accepted);
+        outside::closeSocket(accepted);
         return -1;
     }
     logLine(1, "NetworkManager::accept(): New connection.");
@@ -125,7 +125,7 @@ int NetworkManager::accept() {
 int NetworkManager::connect(const std::string &host, int port) {
     if (!isStarted())
         return logFailure("NetworkManager::connect(): Error! Not started.");
-    const platform::Socket connected = platform::connectTo(host, port);
+    const platform::Socket connected = outside::connectTo(host, port);
     if (connected == platform::no_socket)
         return logSocketFailure("connect(): Error! connect()");
     return add(connected, NETWORK_CONNECTED);

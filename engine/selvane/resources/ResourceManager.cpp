@@ -2,6 +2,7 @@
 
 #include "selvane/core/LogManager.h"
 #include "selvane/core/text.h"
+#include "selvane/outside/Outside.h"
 #include "selvane/platform/system.h"
 #include "selvane/resources/audioDevice.h"
 #include "selvane/resources/robustSprite.h"
@@ -155,6 +156,7 @@ int ResourceManager::loadSprite(const std::string &filename, const std::string &
         return logFailure("RM::loadRobustSprite(): Sprite '%s' not loaded.", label.c_str());
     }
     logLine("RM::loadSprite(): Loading sprite '%s'.", filename.c_str());
+    Outside::getInstance().noteFile(filename, filename);
     std::ifstream file;
     // Some systems open a folder as if it were an empty file, and wait until somebody writes to a
     // pipe.
@@ -186,6 +188,7 @@ int ResourceManager::loadSound(const std::string &filename, const std::string &l
     if (sound_count == MAX_SOUNDS)
         return logFailure("RM::loadSound(): Error! Unable to add more sounds (max is %d).",
                           MAX_SOUNDS);
+    Outside::getInstance().noteFile(filename, filename);
     Sound &sound = sounds[static_cast<std::size_t>(sound_count)];
     if (sound.loadSound(filename) != 0)
         return logFailure("RM::loadSound(): Error! Cannot load sound from file '%s'.",
@@ -205,6 +208,7 @@ int ResourceManager::loadMusic(const std::string &filename, const std::string &l
                           MAX_MUSICS);
     if (label.empty())
         return logFailure("RM::loadMusic(): Error! Must provide label for music.");
+    Outside::getInstance().noteFile(filename, filename);
     Music &track = music[static_cast<std::size_t>(music_count)];
     if (track.loadMusic(filename) != 0)
         return logFailure("RM::loadmusic(): Error! Cannot load music from file '%s'.",

@@ -5,6 +5,7 @@
 #include "selvane/display/ScreenCapture.h"
 #include "selvane/input/InputManager.h"
 #include "selvane/loop/GameManager.h"
+#include "selvane/record/recordSettings.h"
 #include "selvane/resources/audioDevice.h"
 
 #include <cstdlib>
@@ -48,6 +49,7 @@ EngineState::~EngineState() {
     GameManager &game = GameManager::getInstance();
     if (game.isStarted() || log().isStarted())
         game.shutDown();
+    resetRecords();
     Manager::resetAll();
     restoreLog();
     setSoundWanted(true);

@@ -269,6 +269,7 @@ class Object {
   private:
     friend class Manager;    // Counts its registrations.
     friend class SceneGraph; // Counts its filings.
+    friend class WorldState; // Reads it for a record, which a copy of each value would slow down.
 
     /// Warnings that are logged once for each object, since their cause may last.
     enum class Warning { NO_SPEED, NOT_FINITE, REGISTERED_TWICE, TOO_MANY_EVENTS };

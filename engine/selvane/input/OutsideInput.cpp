@@ -1,0 +1,79 @@
+#include "selvane/input/OutsideInput.h"
+
+#include "selvane/outside/Outside.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <utility>
+
+namespace sv {
+
+namespace {
+
+/// SFML has fewer, and games may make up some.
+constexpr int most_sfml_key = 1000;
+
+template<typename Live>
+auto ask(Live live) {
+    return Outside::getInstance().ask(Channel::INPUT, live);
+}
+
+Vector askVector(Vector v) {
+    const auto askNumber = [](float number) {
+        return std::bit_cast<float>(ask([=] { return std::bit_cast<std::int32_t>(number); }));
+    };
+    const float x = askNumber(v.x);
+    return {x, askNumber(v.y)};
+}
+
+/// One of the values from `least` to `most`, also from a damaged record.
+template<typename Value>
+Value askValue(Value now, Value least, Value most) {
+    const int number = ask([=] { return static_cast<int>(now); });
+    return static_cast<Value>(std::clamp(number, static_cast<int>(least), static_cast<int>(most)));
+}
+
+} // namespace
+
+void OutsideInput::beginStep() {
+    source->beginStep();
+}
+
+InputSource::State OutsideInput::getState() {
+    const State now = Outside::getInstance().isReplaying() ? State::ABSENT : source->getState();
+    return askValue(now, State::ABSENT, State::OPEN);
+}
+
+std::optional<InputItem> OutsideInput::next() {
+    std::optional<InputItem> item;
+    if (!Outside::getInstance().isReplaying())
+        item = source->next();
+    if (ask([&] { return item ? 1 : 0; }) != 1)
+        return std::nullopt;
+    InputItem asked = item.value_or(InputItem{});
+    using Kind = InputItem::Kind;
+    asked.kind = askValue(asked.kind, Kind::WINDOW_CLOSED, Kind::BUTTON_PRESSED);
+    asked.sfml_key = askValue(asked.sfml_key, -1, most_sfml_key);
+    asked.button = askValue(asked.button, UNDEFINED_MOUSE_BUTTON, MIDDLE);
+    asked.mouse = askVector(asked.mouse);
+    return asked;
+}
+
+bool OutsideInput::hasFocus() {
+    return ask([this] { return source->hasFocus(); });
+}
+
+bool OutsideInput::isKeyDown(int sfml_key) {
+    return ask([=, this] { return source->isKeyDown(sfml_key); });
+}
+
+bool OutsideInput::isButtonDown(EventMouseButton button) {
+    return ask([=, this] { return source->isButtonDown(button); });
+}
+
+Vector OutsideInput::mousePosition() {
+    return askVector(Outside::getInstance().isReplaying() ? Vector() : source->mousePosition());
+}
+
+} // namespace sv

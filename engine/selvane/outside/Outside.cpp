@@ -1,0 +1,64 @@
+#include "selvane/outside/Outside.h"
+
+#include "selvane/outside/checksum.h"
+#include "selvane/platform/system.h"
+
+#include <fstream>
+#include <iterator>
+
+namespace sv {
+
+namespace {
+
+/// Of the file's bytes; "0" if it cannot be read.
+std::string fingerprint(const std::string &path) {
+    std::ifstream file;
+    if (!platform::isOtherThanFile(path)) // A pipe would be waited for.
+        file.open(path, std::ios::binary);
+    const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+    return file.bad() || bytes.empty() ? "0" : std::to_string(checksum(bytes));
+}
+
+} // namespace
+
+Outside &Outside::getInstance() {
+    static Outside &instance = *new Outside;
+    return instance;
+}
+
+std::string Outside::askText(Channel channel, const std::string &now) {
+    if (mode == Mode::REPLAYING)
+        return tape.takeText(channel);
+    if (mode == Mode::RECORDING)
+        tape.putText(channel, now);
+    return now;
+}
+
+std::string Outside::askChangeable(const std::string &name, const std::string &now) {
+    std::string recorded = askText(Channel::CONFIG, now);
+    if (recorded != now)
+        changes.push_back(name);
+    return recorded;
+}
+
+void Outside::noteFile(const std::string &name, const std::string &path) {
+    if (mode == Mode::LIVE)
+        return;
+    const std::string now = name + " " + fingerprint(path);
+    if (askText(Channel::FILES, now) != now)
+        changes.push_back(name);
+}
+
+void Outside::sleep(int milliseconds) const {
+    if (!is_fast)
+        platform::timeSource().sleep(milliseconds);
+}
+
+void Outside::setMode(Mode new_mode, bool new_is_fast) {
+    mode = new_mode;
+    is_fast = new_is_fast;
+    tape.clear();
+    changes.clear();
+}
+
+} // namespace sv

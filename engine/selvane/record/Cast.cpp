@@ -1,0 +1,80 @@
+#include "selvane/record/Cast.h"
+
+#include <string_view>
+
+namespace sv {
+
+namespace {
+
+constexpr std::string_view home_and_clear = "\x1b[H\x1b[2J";
+constexpr std::string_view hide_cursor = "\x1b[?25l";
+
+/// As a terminal numbers them, in the order of screenColors()' letters.
+constexpr std::string_view color_letters = "krgybmcw";
+
+/// Any other colour is shown as white.
+char colorDigit(char letter) {
+    const std::size_t number = color_letters.find(letter);
+    return static_cast<char>('0' + (number == std::string_view::npos ? 7 : number));
+}
+
+/// Both texts have their lines and columns at the same places.
+std::string inColor(const std::string &screen, const std::string &colors) {
+    std::string text;
+    char color = ' ';
+    for (std::size_t i = 0; i < screen.size(); ++i) {
+        if (screen[i] == '\n') {
+            text += "\r\n";
+            continue;
+        }
+        if (screen[i] != ' ' && colors[i] != color) {
+            color = colors[i];
+            text += std::string("\x1b[1;3") + colorDigit(color) + 'm';
+        }
+        text += screen[i];
+    }
+    return text;
+}
+
+/// As a text in JSON.
+std::string quoted(std::string_view text) {
+    std::string json = "\"";
+    for (const char ch : text) {
+        switch (ch) {
+        case '"':
+        case '\\':
+            json += '\\';
+            json += ch;
+            break;
+        case '\r':
+            json += "\\r";
+            break;
+        case '\n':
+            json += "\\n";
+            break;
+        case '\x1b':
+            json += "\\u001b";
+            break;
+        default:
+            json += ch;
+        }
+    }
+    return json + '"';
+}
+
+} // namespace
+
+Cast::Cast(const std::string &filename, int columns, int rows) : file(filename) {
+    file << R"({"version": 2, "width": )" << columns << R"(, "height": )" << rows << "}\n";
+    file << "[0, \"o\", " << quoted(hide_cursor) << "]\n";
+}
+
+void Cast::add(int milliseconds, const std::string &screen, const std::string &colors) {
+    const std::string text = std::string(home_and_clear) + inColor(screen, colors);
+    if (text == shown)
+        return;
+    shown = text;
+    file << '[' << milliseconds / 1000.0 << ", \"o\", " << quoted(text) << "]\n";
+}
+
+} // namespace sv

@@ -1,0 +1,181 @@
+#include "selvane/record/Replayer.h"
+
+#include "selvane/core/LogManager.h"
+#include "selvane/core/text.h"
+#include "selvane/outside/Outside.h"
+#include "selvane/outside/packing.h"
+#include "selvane/record/Recorder.h"
+
+#include <cstdlib>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+namespace sv {
+
+namespace {
+
+Outside &outside() {
+    return Outside::getInstance();
+}
+
+const char *describe(RecordReader::State state) {
+    switch (state) {
+    case RecordReader::State::CANNOT_OPEN:
+        return "cannot be opened";
+    case RecordReader::State::NO_RECORD:
+        return "is no record, or one of another version";
+    case RecordReader::State::GOOD:
+    case RecordReader::State::CUT:
+    case RecordReader::State::DAMAGED:
+        break;
+    }
+    return "has no whole step";
+}
+
+/// 1204 becomes "1,204".
+std::string grouped(int number) {
+    std::string digits = std::to_string(number);
+    for (auto at = static_cast<int>(digits.size()) - 3; at > 0; at -= 3)
+        digits.insert(static_cast<std::size_t>(at), ",");
+    return digits;
+}
+
+std::string stepCount(int steps) {
+    return grouped(steps) + (steps == 1 ? " step" : " steps");
+}
+
+} // namespace
+
+Replayer &Replayer::getInstance() {
+    static Replayer &instance = *new Replayer;
+    return instance;
+}
+
+int Replayer::start(const std::string &filename, const ReplayOptions &new_options) {
+    [[maybe_unused]] static const int registered = std::atexit([] { getInstance().endAtExit(); });
+    stop();
+    Recorder::getInstance().stop();
+    options = new_options;
+    steps = 0;
+    after = After::STEP;
+    expected = std::make_unique<WorldState>();
+    actual = std::make_unique<WorldState>();
+    reader = std::make_unique<RecordReader>(filename);
+    outside().setMode(Outside::Mode::REPLAYING, options.is_fast);
+    if (!begin())
+        return refuse(filename);
+    if (is_of_running_game)
+        std::srand(static_cast<unsigned>(outside().ask(Channel::SEED, [] { return 0; })));
+    return 0;
+}
+
+int Replayer::refuse(const std::string &filename) {
+    const char *why = describe(reader->getState());
+    stop();
+    return logFailure("Replayer::start(): Error! The record '%s' %s.", printable(filename).c_str(),
+                      why);
+}
+
+/// Reads up to the first step; false if the record has none.
+bool Replayer::begin() {
+    const std::optional<Block> block = reader->next();
+    if (!block || block->kind != BlockKind::BEGIN)
+        return false;
+    std::string_view bytes = block->bytes;
+    const auto version = unpackText(bytes);
+    const auto is_of_running = unpackNumber(bytes);
+    if (!version || !is_of_running || !expected->apply(bytes))
+        return false;
+    is_of_running_game = *is_of_running != 0;
+    if (*version != recordVersion())
+        outside().noteChange("the engine's version (" + recordVersion() + ", recorded " +
+                             printable(*version) + ")");
+    loadNext();
+    return after == After::STEP;
+}
+
+/// Fills the tape with the next step's answers, and makes its world the expected one.
+void Replayer::loadNext() {
+    const std::optional<Block> block = reader->next();
+    if (!block) {
+        after = reader->getState() == RecordReader::State::DAMAGED ? After::DAMAGE : After::CUT;
+        return;
+    }
+    std::string_view bytes = block->bytes;
+    if (block->kind == BlockKind::STOP)
+        after = After::STOP;
+    else if (block->kind == BlockKind::EXIT)
+        after = outside().getTape().unpack(bytes) ? After::EXIT : After::DAMAGE;
+    else if (!outside().getTape().unpack(bytes) || !expected->apply(bytes))
+        after = After::DAMAGE;
+}
+
+void Replayer::endStep() {
+    if (!isReplaying())
+        return;
+    if (after == After::EXIT)
+        return finish(false, "goes on where the recorded game ended");
+    if (const std::string different = difference(); !different.empty())
+        return finish(false, "differs: " + different);
+    ++steps;
+    if (options.after_step)
+        options.after_step(steps);
+    if (!isReplaying())
+        return; // It was stopped there.
+    loadNext();
+    if (steps == options.last_step || after == After::STOP || after == After::CUT)
+        finish(true, "");
+    else if (after == After::DAMAGE)
+        finish(false, "is damaged in the record");
+}
+
+/// What the step has done otherwise than recorded; empty if nothing.
+std::string Replayer::difference() {
+    if (!options.is_checked)
+        return "";
+    actual->update();
+    if (const auto found = actual->findDifference(*expected))
+        return *found;
+    return outside().getTape().isUsedUp()
+               ? ""
+               : "it asked for the time, the settings, files, input or the network more often or "
+                 "less often than recorded";
+}
+
+void Replayer::stop() {
+    if (!isReplaying())
+        return;
+    reader.reset();
+    outside().setMode(Outside::Mode::LIVE);
+}
+
+void Replayer::finish(bool is_same, const std::string &what, bool is_at_exit) {
+    ReplayVerdict verdict;
+    verdict.steps = steps;
+    verdict.is_same = is_same;
+    verdict.is_at_exit = is_at_exit;
+    verdict.text =
+        is_same ? stepCount(steps) + ", all the same" : "step " + grouped(steps + 1) + " " + what;
+    if (is_same && after == After::CUT)
+        verdict.text += "; the record ends there without an end";
+    for (const std::string &change : outside().getChanges())
+        verdict.changes += (verdict.changes.empty() ? "not as recorded: " : ", ") + change;
+    const auto at_end = std::move(options.at_end);
+    stop();
+    if (!is_at_exit) // After the log's end.
+        logLine("Replayer: %s", verdict.text.c_str());
+    if (at_end)
+        at_end(verdict);
+}
+
+void Replayer::endAtExit() {
+    if (!isReplaying())
+        return;
+    if (after == After::EXIT)
+        finish(true, "", true);
+    else
+        finish(false, "is missing: the game ended before it", true);
+}
+
+} // namespace sv

@@ -1,0 +1,81 @@
+/// Plays a record: what comes from outside comes from there, and the game does again what it did.
+/// After each step its world can be compared with the recorded one.
+///
+/// Game-loop thread only.
+#pragma once
+
+#include "selvane/record/RecordFile.h"
+#include "selvane/record/WorldState.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace sv {
+
+/// How a replay has ended.
+struct ReplayVerdict {
+    int steps = 0;           ///< That were played, and were the same.
+    bool is_same = true;     ///< False: the next step differs.
+    bool is_at_exit = false; ///< Whether it has ended with the process, which is ending now.
+    std::string text;        ///< A sentence: "1,204 steps, all the same".
+    std::string
+        changes; ///< A sentence about files, settings and version; empty if all are as recorded.
+};
+
+struct ReplayOptions {
+    bool is_checked = true; ///< Whether a step that differs ends the replay.
+    bool is_fast = false;   ///< Without pauses between the steps.
+    /// Ends after that many steps, from 1; 0: with the record.
+    int last_step = 0;
+    /// Called after each step, with its number from 1, when it was compared.
+    std::function<void(int)> after_step;
+    /// Called when the replay has ended, in a step or at the end of the process. From then on
+    /// everything comes live again.
+    std::function<void(const ReplayVerdict &)> at_end;
+};
+
+class Replayer {
+  public:
+    static Replayer &getInstance();
+
+    /// Begins here, in a handler or between two runs, where the record was begun. Ends a record
+    /// that is being written or played. 0, or -1 with a line in the log: the file is no record of
+    /// this engine.
+    int start(const std::string &filename, const ReplayOptions &new_options = {});
+
+    /// Ends it before its end.
+    void stop();
+
+    /// Ends it with the current step, as if the record ended there.
+    void endWithStep() { options.last_step = steps + 1; }
+
+    bool isReplaying() const { return reader != nullptr; }
+
+    // Called by the engine.
+
+    void endStep();
+
+  private:
+    Replayer() = default;
+
+    /// What the record has after the steps played so far.
+    enum class After { STEP, STOP, EXIT, CUT, DAMAGE };
+
+    int refuse(const std::string &filename);
+    bool begin();
+    void loadNext();
+    std::string difference();
+    void finish(bool is_same, const std::string &what, bool is_at_exit = false);
+    void endAtExit();
+
+    ReplayOptions options;
+    std::unique_ptr<RecordReader> reader;
+    std::unique_ptr<WorldState> expected;
+    std::unique_ptr<WorldState> actual;
+    After after = After::STEP;
+    bool is_of_running_game = false; // Not from the engine's start on.
+    int steps = 0;
+};
+
+} // namespace sv

@@ -1,0 +1,143 @@
+#include "selvane/record/recordSettings.h"
+
+#include "selvane/core/Config.h"
+#include "selvane/core/attributes.h"
+#include "selvane/core/text.h"
+#include "selvane/display/DisplayManager.h"
+#include "selvane/display/ScreenCapture.h"
+#include "selvane/input/InputManager.h"
+#include "selvane/outside/Outside.h"
+#include "selvane/record/Cast.h"
+#include "selvane/record/Recorder.h"
+#include "selvane/record/Replayer.h"
+#include "selvane/resources/audioDevice.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <memory>
+#include <string>
+#include <utility>
+
+namespace sv {
+
+namespace {
+
+std::string variable(const char *name) {
+    const char *value = std::getenv(name);
+    return value ? value : "";
+}
+
+/// The replay that the environment asks for.
+class AskedReplay {
+  public:
+    explicit AskedReplay(const std::string &options)
+        : headless(attributeValue(options, "headless") == "true"),
+          live(attributeValue(options, "live") == "true"),
+          last_step(parseInt(attributeValue(options, "last_step"))),
+          report(attributeValue(options, "report")), cast_file(attributeValue(options, "cast")) {
+        const std::string range = attributeValue(options, "screen");
+        const std::size_t dash = range.find('-');
+        first_screen = parseInt(range);
+        last_screen = dash == std::string::npos ? first_screen : parseInt(range.substr(dash + 1));
+    }
+
+    ReplayOptions options() {
+        return {.is_fast = headless,
+                .last_step = last_step,
+                .after_step = [this](int step) { show(step); },
+                .at_end = [this](const ReplayVerdict &verdict) { end(verdict); }};
+    }
+
+    bool isHeadless() const { return headless; }
+    bool wantsScreen() const { return headless || first_screen > 0 || !cast_file.empty(); }
+
+  private:
+    void show(int step) {
+        if (first_screen <= step && step <= last_screen)
+            std::printf("-- step %d\n%s\n", step, screenText().c_str());
+        if (cast_file.empty())
+            return;
+        const Config &config = Config::getInstance();
+        if (!cast)
+            cast = std::make_unique<Cast>(cast_file, config.getWindowHorizontalChars(),
+                                          config.getWindowVerticalChars());
+        cast->add(step * config.getFrameTime(), screenText(), screenColors());
+    }
+
+    /// The process ends with the replay, unless the game is to go on.
+    void end(const ReplayVerdict &verdict) {
+        cast.reset();
+        const int status = verdict.is_same ? 0 : 1;
+        std::string text = verdict.changes.empty() ? "" : verdict.changes + "\n";
+        text += verdict.text + "\n";
+        if (report.empty())
+            std::fputs(text.c_str(), stdout);
+        else
+            std::ofstream(report) << status << "\n" << text;
+        if (!verdict.is_at_exit && !(live && verdict.is_same))
+            std::exit(status);
+    }
+
+    bool headless;
+    bool live;
+    int last_step;
+    std::string report;
+    std::string cast_file;
+    int first_screen = 0;
+    int last_screen = 0;
+    std::unique_ptr<Cast> cast;
+};
+
+/// Settings and environment count once in a process: when the engine is started again, a record
+/// under way goes on, and one that has ended is left alone.
+enum class Start { FIRST, UNDER_WAY, LATER };
+Start start = Start::FIRST;
+std::unique_ptr<AskedReplay> asked;
+
+void closeOnRequest(const InputItem &item) {
+    if (item.kind == InputItem::Kind::WINDOW_CLOSED)
+        Replayer::getInstance().endWithStep();
+}
+
+} // namespace
+
+int prepareRecords() {
+    start = start == Start::FIRST ? Start::UNDER_WAY : Start::LATER;
+    const std::string file = start == Start::UNDER_WAY ? variable(REPLAY_VARIABLE) : "";
+    Recorder::getInstance().prepare();
+    if (file.empty())
+        return 0;
+    asked = std::make_unique<AskedReplay>(variable(REPLAY_OPTIONS_VARIABLE));
+    InputManager::getInstance().setUnheardListener(closeOnRequest);
+    return Replayer::getInstance().start(file, asked->options());
+}
+
+void beginRecords() {
+    Config &config = Config::getInstance();
+    std::string file = variable(RECORD_VARIABLE);
+    if (file.empty())
+        file = config.getRecordFile();
+    Recorder::getInstance().begin(start == Start::UNDER_WAY ? file : "");
+    // What is drawn into a window or taken down shakes, which takes random numbers.
+    const bool is_shown = Outside::getInstance().ask(Channel::CONFIG, [&] {
+        return !config.getHeadless() || DisplayManager::getInstance().getCapture() != nullptr;
+    });
+    if (!asked || !Replayer::getInstance().isReplaying())
+        return;
+    if ((is_shown && asked->isHeadless()) || asked->wantsScreen())
+        captureScreen();
+    if (asked->isHeadless()) {
+        config.loadConfig("headless:true,");
+        setSoundWanted(false);
+    }
+}
+
+void resetRecords() {
+    Recorder::getInstance().stop();
+    Replayer::getInstance().stop();
+    start = Start::FIRST;
+    asked.reset();
+}
+
+} // namespace sv
