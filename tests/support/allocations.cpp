@@ -9,35 +9,19 @@ namespace test {
 namespace {
 
 // Drivers allocate on threads of their own.
-std::atomic<long> count = 0;
-std::atomic<long> bytes = 0;
 std::atomic<int> left = -1;
 std::atomic<int> nothrow_left = -1;
 
-/// False if there is none left; otherwise takes one.
-bool take(std::atomic<int> &calls) {
+/// Null if none of the calls is left.
+void *allocate(std::size_t size, std::atomic<int> &calls) {
+    if (calls == 0)
+        return nullptr;
     if (calls > 0)
         --calls;
-    else if (calls == 0)
-        return false;
-    return true;
-}
-
-void *allocate(std::size_t size) {
-    ++count;
-    bytes += static_cast<long>(size);
     return std::malloc(size != 0 ? size : 1);
 }
 
 } // namespace
-
-long allocations() {
-    return count;
-}
-
-long allocatedBytes() {
-    return bytes;
-}
 
 void failAfter(int calls) {
     left = calls;
@@ -50,16 +34,14 @@ void failNothrowAfter(int calls) {
 } // namespace test
 
 void *operator new(std::size_t size) {
-    if (!test::take(test::left))
+    void *memory = test::allocate(size, test::left);
+    if (!memory)
         throw std::bad_alloc();
-    void *memory = test::allocate(size);
-    if (memory == nullptr)
-        std::abort();
     return memory;
 }
 
 void *operator new(std::size_t size, const std::nothrow_t & /*tag*/) noexcept {
-    return test::take(test::nothrow_left) ? test::allocate(size) : nullptr;
+    return test::allocate(size, test::nothrow_left);
 }
 
 void operator delete(void *memory) noexcept {

@@ -1,14 +1,8 @@
-/// The program's `new`, counted and made to fail. A test program that includes this has all of its
-/// memory from here.
+/// The program's `new`, made to fail. A test program that includes this has all of its memory from
+/// here.
 #pragma once
 
 namespace test {
-
-/// How often `new` was called so far, in any form.
-long allocations();
-
-/// How many bytes those calls asked for.
-long allocatedBytes();
 
 /// Makes the ordinary `new` calls to come throw after that many; below 0, never.
 void failAfter(int calls);
