@@ -50,7 +50,7 @@ TEST(GameSounds, the_score_renders_to_the_committed_bytes) {
         std::string error;
         const Samples samples = sounds::render(piece, error);
         const std::string made = sounds::waveFile(samples);
-        std::ifstream file(SOUNDS "/" + std::string(piece.file), std::ios::binary);
+        std::ifstream file(TREE "/" + std::string(piece.file), std::ios::binary);
         EXPECT_TRUE(made == std::string(std::istreambuf_iterator<char>(file), {}))
             << error << ": run make_sounds again";
         ASSERT_FALSE(samples.empty());

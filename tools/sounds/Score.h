@@ -1,4 +1,4 @@
-/// What the game's sounds are made from: instruments, the parts they play, and pieces of parts.
+/// What the sounds are made from: instruments, the parts they play, and pieces of parts.
 ///
 /// Plain data in whole numbers, so that every machine renders the same samples. The tables
 /// themselves are in instruments.h and score.cpp.
@@ -56,7 +56,7 @@ struct Part {
 
 /// One sound file.
 struct Piece {
-    std::string_view file;
+    std::string_view file; ///< From the top of the tree.
     bool loops; ///< What rings beyond its end goes on at its beginning; else it fades out.
     int beats_per_minute;
     int bars;
@@ -65,7 +65,7 @@ struct Piece {
     std::span<const Part> parts;
 };
 
-/// Every sound of the game.
+/// Every sound of the game and of the examples.
 std::span<const Piece> score();
 
 } // namespace sounds

@@ -5,14 +5,14 @@
 
 namespace {
 
-int make(const sounds::Piece &piece, const std::string &folder) {
+int make(const sounds::Piece &piece, const std::string &tree) {
     std::string error;
     const auto samples = sounds::render(piece, error);
     if (samples.empty()) {
         std::cerr << piece.file << ": " << error << '\n';
         return -1;
     }
-    const std::string path = folder + '/' + std::string(piece.file);
+    const std::string path = tree + '/' + std::string(piece.file);
     std::ofstream file(path, std::ios::binary);
     file << sounds::waveFile(samples) << std::flush;
     if (!file) {
@@ -26,7 +26,7 @@ int make(const sounds::Piece &piece, const std::string &folder) {
 
 int main(int argc, char *argv[]) {
     if (argc != 2) {
-        std::cerr << "usage: make_sounds FOLDER\n";
+        std::cerr << "usage: make_sounds TREE\n";
         return 1;
     }
     for (const sounds::Piece &piece : sounds::score())

@@ -252,15 +252,45 @@ constexpr Part background_lv3[] = {
     {&tick, 18, 25, clock_ticks},
 };
 
+// The examples' sounds: a shot, an explosion, a coin, and a tune that goes up and down a minor
+// scale.
+
+constexpr Part shot[] = {{&zap, 70, 20, one_x}};
+constexpr Bars two_x[] = {"x! - - x? - - . . . . . . . . . ."};
+constexpr Part boom[] = {
+    {&burst, 90, 40, two_x},
+    {&kick, 80, 20, two_x},
+    {&tom, 60, 30, one_x},
+};
+constexpr Bars coin_bells[] = {"b5 - e6! - - - - - - - - - . . . ."};
+constexpr Part coin[] = {{&bell, 70, 20, coin_bells}};
+constexpr Bars tune_lead[] = {
+    "a4 - c5 - e5 - c5 - d5 - b4 - g4 - b4 -",
+    "c5 - e5 - a5 - e5 - g5 - e5 - d5 - b4 -",
+    "a4 - c5 - e5 - c5 - f5 - d5 - b4 - d5 -",
+    "e5 - - - d5 - b4 - a4 - - - - - . .",
+};
+constexpr Bars tune_bass[] = {
+    "a2 - - - a2 - - - g2 - - - g2 - - -",
+    "a2 - - - c3 - - - g2 - - - e2 - - -",
+    "f2 - - - f2 - - - d2 - - - g2 - - -",
+    "e2 - - - e2 - - - a2 - - - - - . .",
+};
+constexpr Part tune[] = {{&pluck, 50, 30, tune_lead}, {&soft_bass, 45, 0, tune_bass}};
+
 // The effects are louder than the music that they sound over.
 constexpr Piece pieces[] = {
-    {"shoot.wav", false, 600, 1, 30, 70, shoot},
-    {"game-over.wav", false, 73, 1, 30, 60, game_over},
-    {"menus.wav", true, 88, 8, 40, 32, menus},
-    {"levelup.wav", false, 150, 2, 35, 60, levelup},
-    {"background-lv1.wav", true, 126, 8, 35, 36, background_lv1},
-    {"background-lv2.wav", true, 136, 8, 35, 40, background_lv2},
-    {"background-lv3.wav", true, 146, 8, 35, 44, background_lv3},
+    {"sounds/shoot.wav", false, 600, 1, 30, 70, shoot},
+    {"sounds/game-over.wav", false, 73, 1, 30, 60, game_over},
+    {"sounds/menus.wav", true, 88, 8, 40, 32, menus},
+    {"sounds/levelup.wav", false, 150, 2, 35, 60, levelup},
+    {"sounds/background-lv1.wav", true, 126, 8, 35, 36, background_lv1},
+    {"sounds/background-lv2.wav", true, 136, 8, 35, 40, background_lv2},
+    {"sounds/background-lv3.wav", true, 146, 8, 35, 44, background_lv3},
+    {"examples/sounds/shot.wav", false, 600, 1, 30, 70, shot},
+    {"examples/sounds/boom.wav", false, 300, 1, 30, 75, boom},
+    {"examples/sounds/coin.wav", false, 400, 1, 30, 60, coin},
+    {"examples/sounds/tune.wav", true, 120, 4, 35, 30, tune},
 };
 
 } // namespace
