@@ -33,7 +33,8 @@ int runEngine() {
 }
 
 std::string settingsOf(const SessionOptions &options) {
-    std::string settings = "headless:true,random_seed:" + std::to_string(options.seed) + ",";
+    std::string settings = options.in_window ? "headless:false," : "headless:true,";
+    settings += "random_seed:" + std::to_string(options.seed) + ",";
     if (options.columns != 0)
         settings += "window_horizontal_chars:" + std::to_string(options.columns) + ",";
     if (options.rows != 0)

@@ -37,7 +37,8 @@ struct SessionOptions {
     std::string config{}; ///< Settings that win over the file's, as "frame_time:20,".
     std::string folder{}; ///< Where the program finds its sprites and settings. Empty: here.
     int log_level = 0;
-    int patience_s = 30; ///< Seconds that a step may take; then the process is aborted.
+    int patience_s = 30;    ///< Seconds that a step may take; then the process is aborted.
+    bool in_window = false; ///< Draws into a window as well, which takes a display.
 };
 
 class Session {
