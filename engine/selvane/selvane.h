@@ -17,6 +17,7 @@
 #include "selvane/core/LogManager.h"
 #include "selvane/core/ObjectList.h"
 #include "selvane/core/Vector.h"
+#include "selvane/core/assets.h"
 #include "selvane/core/random.h"
 #include "selvane/core/text.h"
 #include "selvane/display/DisplayManager.h"

@@ -2,6 +2,7 @@
 
 #include "selvane/core/LogManager.h"
 #include "selvane/core/text.h"
+#include "selvane/platform/system.h"
 #include "support/EngineTest.h"
 #include "support/environment.h"
 
@@ -122,9 +123,22 @@ TEST_F(ConfigTest, variable_names_the_file) {
     EXPECT_EQ(loadFrom("other.txt"), "");
     EXPECT_EQ(config.getFrameTime(), 21);
     match("frame_time:20,window_title:Other,", "frame_time");
-    EXPECT_EQ(loadFrom("missing/other.txt"),
-              "Config::readConfig(): Cannot open Selvane configuration file 'sv-config.txt'.\n");
+    const std::string logged = loadFrom("missing/other.txt");
+    EXPECT_EQ(logged.find("Config::readConfig(): Cannot open Selvane configuration file "
+                          "'sv-config.txt'.\nfindAsset(): Note! 'missing/other.txt' was looked "
+                          "for in '"),
+              0U)
+        << logged;
     EXPECT_EQ(config.getFrameTime(), 21) << "taken from another text";
+}
+
+TEST_F(ConfigTest, a_file_beside_the_program_is_read) {
+    const std::string name = std::filesystem::current_path().filename().string();
+    const std::string path = platform::runningProgram().folder + "/" + name;
+    writeFile(path, "frame_time:22,");
+    EXPECT_EQ(loadFrom(name), "findAsset(): Found '" + name + "' as '" + path + "'.\n");
+    EXPECT_EQ(config.getFrameTime(), 22);
+    std::filesystem::remove(path);
 }
 
 TEST_F(ConfigTest, files_that_are_not_text_are_ignored) {

@@ -181,7 +181,9 @@ TEST_F(DisplayManagerTest, unsuitable_fonts_are_logged) {
         std::string settings, end; // Of the log, after the function's name; empty: no line at all.
         const char *from_sfml = "";
     } cases[] = {
-        {"font_file:missing.ttf", unable("missing.ttf"),
+        {"font_file:sv-font.ttf", ""}, // In no folder, so the distribution's font serves.
+        {"font_file:missing.ttf",
+         unable("missing.ttf") + "findAsset(): Note! 'missing.ttf' was looked for in '",
          "SFML: Failed to load font \"missing.ttf\""},
         {"font_file:folder.ttf", unable("folder.ttf")},
         {"font_file:noise.ttf", unable("noise.ttf")},

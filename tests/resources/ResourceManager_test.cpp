@@ -1,4 +1,5 @@
 #include "selvane/core/LogManager.h"
+#include "selvane/platform/system.h"
 #include "selvane/resources/ResourceManager.h"
 #include "selvane/resources/audioDevice.h"
 #include "support/EngineTest.h"
@@ -37,10 +38,10 @@ class Resources : public test::EngineTest {
     }
 
     /// Loads a sprite, a sound and a track under that label and expects that answer of each.
-    void loadAll(const std::string &label, int answer = 0) {
-        EXPECT_EQ(resources.loadSprite("spr.txt", label), answer);
-        EXPECT_EQ(resources.loadSound("beep.wav", label), answer);
-        EXPECT_EQ(resources.loadMusic("beep.wav", label), answer);
+    void loadAll(const std::string &label, int answer = 0, const std::string &from = "") {
+        EXPECT_EQ(resources.loadSprite(from + "spr.txt", label), answer);
+        EXPECT_EQ(resources.loadSound(from + "beep.wav", label), answer);
+        EXPECT_EQ(resources.loadMusic(from + "beep.wav", label), answer);
     }
 
     sv::ResourceManager &resources = sv::ResourceManager::getInstance();
@@ -67,6 +68,37 @@ TEST_F(Resources, first_of_equal_labels_is_found) {
                               "RM::getSound(): Warning! Sound '" + label + "' not found.\n" +
                               "RM::getMusic(): Warning! Music '" + label + "' not found.\n");
     }
+}
+
+TEST_F(Resources, files_come_from_the_nearest_folder) {
+    const auto program = sv::platform::runningProgram();
+    const std::string data =
+        std::filesystem::path(program.folder).parent_path().string() + "/share/selvane/";
+    const std::string here = std::filesystem::current_path().string();
+    const std::string sub = std::filesystem::path(here).filename().string() + "/";
+    prepareLog(1);
+    loadAll("missing", -1, sub);
+    const std::string places =
+        "' was looked for in '" + here + "', '" + program.folder + "', '" + data + program.name + "'.";
+    EXPECT_EQ(logCount("findAsset(): Note! '" + sub + "spr.txt" + places), 1);
+    EXPECT_EQ(logCount("findAsset(): Note! '" + sub + "beep.wav" + places), 2);
+    const std::string folders[] = {data + program.name, program.folder, here};
+    for (const std::string &nearer : folders) {
+        const std::string path = nearer + "/" + sub;
+        std::filesystem::create_directories(path);
+        for (const std::string file : {"spr.txt", "beep.wav"})
+            std::filesystem::copy_file(file, path + file);
+        loadAll(nearer, 0, sub);
+        const auto taken = [&](const std::string &file) {
+            return logCount("findAsset(): Found '" + sub + file + "' as '" + path + file + "'.");
+        };
+        EXPECT_EQ(taken("spr.txt"), nearer == here ? 0 : 1);
+        EXPECT_EQ(taken("beep.wav"), nearer == here ? 0 : 2);
+    }
+    EXPECT_EQ(resources.loadSprite(here + "/missing.txt", "s"), -1);
+    EXPECT_EQ(logText().find("missing.txt' was looked for"), std::string::npos);
+    std::filesystem::remove_all(folders[0]);
+    std::filesystem::remove_all(folders[1] + "/" + sub);
 }
 
 TEST_F(Resources, unreadable_files_are_refused) {

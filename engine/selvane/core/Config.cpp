@@ -1,6 +1,7 @@
 #include "selvane/core/Config.h"
 
 #include "selvane/core/LogManager.h"
+#include "selvane/core/assets.h"
 #include "selvane/core/attributes.h"
 #include "selvane/core/configText.h"
 #include "selvane/core/text.h"
@@ -45,10 +46,10 @@ std::optional<std::string> readText(std::istream &file) {
     return text.find('\0') == std::string::npos ? std::optional(text) : std::nullopt;
 }
 
-void logFaults(const char *file_name, std::span<const ConfigLine> lines,
+void logFaults(const std::string &file_name, std::span<const ConfigLine> lines,
                std::span<const SettingName> settings) {
     for (const ConfigFault &fault : configFaults(lines, settings))
-        logLine("Config::readConfig(): Warning! %s, line %d: %s", file_name, fault.line,
+        logLine("Config::readConfig(): Warning! %s, line %d: %s", file_name.c_str(), fault.line,
                 fault.text.c_str());
 }
 
@@ -99,26 +100,28 @@ Config &Config::getInstance() {
 
 std::string Config::readConfig() {
     const char *variable = std::getenv(CONFIG_FILE_VARIABLE);
-    const char *name = variable ? variable : CONFIG_FILE_DEFAULT;
-    std::ifstream file(name);
+    const std::string name = variable ? variable : CONFIG_FILE_DEFAULT;
+    const std::string path = findAsset(name);
+    std::ifstream file(path);
     if (!file) {
         // Names the default file even if another was tried: it is the one to create.
         logLine(1, "Config::readConfig(): Cannot open Selvane configuration file '%s'.",
                 CONFIG_FILE_DEFAULT);
+        logSearch(name, 1);
         return "";
     }
 
     const auto text = readText(file);
     if (!text) {
         logLine("Config::readConfig(): Warning! '%s' is no text of at most %d bytes. Ignored.",
-                name, MAX_CONFIG_BYTES);
+                path.c_str(), MAX_CONFIG_BYTES);
         return "";
     }
     std::vector<SettingName> names;
     for (const Setting &setting : settings())
         names.push_back(setting.name);
     const std::vector<ConfigLine> lines = configLines(*text);
-    logFaults(name, lines, names);
+    logFaults(path, lines, names);
     std::string joined;
     for (const ConfigLine &line : lines)
         joined += line.text;

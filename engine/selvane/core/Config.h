@@ -15,6 +15,7 @@ namespace sv {
 /// Names the configuration file instead of "sv-config.txt".
 inline constexpr char CONFIG_FILE_VARIABLE[] = "SELVANE_CONFIG";
 inline constexpr char CONFIG_FILE_DEFAULT[] = "sv-config.txt";
+inline constexpr char FONT_FILE_DEFAULT[] = "sv-font.ttf";
 
 /// The longest configuration file.
 inline constexpr int MAX_CONFIG_BYTES = 65536;
@@ -97,7 +98,7 @@ class Config {
     std::string window_title = "Selvane";
     bool show_mouse = false;
     bool headless = false;
-    std::string font_file = "sv-font.ttf";
+    std::string font_file = FONT_FILE_DEFAULT;
     std::string log_file = "selvane.log";
     int random_seed = 0;
     bool networking = false;

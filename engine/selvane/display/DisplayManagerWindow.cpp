@@ -2,6 +2,7 @@
 
 #include "selvane/core/Config.h"
 #include "selvane/core/LogManager.h"
+#include "selvane/core/assets.h"
 #include "selvane/display/CellBatch.h"
 #include "selvane/display/DisplayManager.h"
 #include "selvane/display/ScreenCapture.h"
@@ -40,7 +41,7 @@ int refuseWindow(const std::string &why) {
 
 bool loadFont(sf::Font &font, const std::string &filename) {
     const SfmlMessages messages;
-    return font.loadFromFile(filename);
+    return font.loadFromFile(findFont(filename));
 }
 
 } // namespace
@@ -101,9 +102,13 @@ int DisplayManager::openWindow() {
 int DisplayManager::prepareCells() {
     const Config &config = Config::getInstance();
     font = makeIfPossible<sf::Font>();
-    if (!font || !loadFont(*font, config.getFontFile()))
-        return logFailure("DisplayManager::startUp(): Unable to load font from file '%s'.",
-                          config.getFontFile().c_str());
+    const std::string font_file = config.getFontFile();
+    if (!font || !loadFont(*font, font_file)) {
+        logFailure("DisplayManager::startUp(): Unable to load font from file '%s'.",
+                   font_file.c_str());
+        logSearch(font_file);
+        return -1;
+    }
 
     p_rectangle = makeIfPossible<sf::RectangleShape>(sf::Vector2f(charWidth(), charHeight()));
     if (!p_rectangle)

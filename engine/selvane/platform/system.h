@@ -1,4 +1,4 @@
-/// The operating system's clock, sleep, working folder and file states.
+/// The operating system's clock, sleep, folders and file states.
 ///
 /// All other rooms take their time from timeSource(), so that a test can replace it with a clock of
 /// its own, such as ManualTime. Game-loop thread only.
@@ -59,6 +59,20 @@ void setTimeSource(TimeSource *source);
 /// The working folder in UTF-8, or an empty text if the system cannot name it or the name does not
 /// fit into `capacity` bytes, the terminating zero included.
 std::string workingDirectory(std::size_t capacity);
+
+/// Where the running program is. Both are empty if the system cannot say.
+struct Program {
+    std::string folder; ///< As fopen() takes it.
+    std::string name;   ///< Of its file, without ".exe".
+};
+
+Program runningProgram();
+
+/// Whether a name of a file says from itself where the file is, whatever the working folder.
+bool isAbsolute(const std::string &name);
+
+/// Whether a name exists and is a regular file. The name is as fopen() takes it.
+bool isFile(const std::string &name);
 
 /// Whether a name exists and is not a regular file but a folder, a device or the like. The name is
 /// as fopen() takes it.

@@ -1,6 +1,7 @@
 #include "selvane/resources/ResourceManager.h"
 
 #include "selvane/core/LogManager.h"
+#include "selvane/core/assets.h"
 #include "selvane/core/text.h"
 #include "selvane/outside/Outside.h"
 #include "selvane/platform/system.h"
@@ -86,6 +87,13 @@ std::unique_ptr<Sprite> tryToReadSprite(std::istream &file, const std::string &f
     }
 }
 
+/// The path to open. A record has the file's fingerprint.
+std::string findFile(const std::string &filename) {
+    std::string path = findAsset(filename);
+    Outside::getInstance().noteFile(filename, path);
+    return path;
+}
+
 void logFrames(const Sprite &sprite) {
     constexpr int dump_level = 15;
     if (LogManager::getInstance().getLogLevel() < dump_level)
@@ -156,13 +164,14 @@ int ResourceManager::loadSprite(const std::string &filename, const std::string &
         return logFailure("RM::loadRobustSprite(): Sprite '%s' not loaded.", label.c_str());
     }
     logLine("RM::loadSprite(): Loading sprite '%s'.", filename.c_str());
-    Outside::getInstance().noteFile(filename, filename);
+    const std::string path = findFile(filename);
     std::ifstream file;
     // Some systems open a folder as if it were an empty file, and wait until somebody writes to a
     // pipe.
-    if (!platform::isOtherThanFile(filename))
-        file.open(filename, std::ios::binary);
+    if (!platform::isOtherThanFile(path))
+        file.open(path, std::ios::binary);
     if (!file.is_open()) {
+        logSearch(filename);
         logLine("RM::loadSprite(): Error! Cannot open file '%s'.", filename.c_str());
         return logFailure("RM::loadSprite(): Sprite '%s' not loaded.", label.c_str());
     }
@@ -188,11 +197,12 @@ int ResourceManager::loadSound(const std::string &filename, const std::string &l
     if (sound_count == MAX_SOUNDS)
         return logFailure("RM::loadSound(): Error! Unable to add more sounds (max is %d).",
                           MAX_SOUNDS);
-    Outside::getInstance().noteFile(filename, filename);
     Sound &sound = sounds[static_cast<std::size_t>(sound_count)];
-    if (sound.loadSound(filename) != 0)
+    if (sound.loadSound(findFile(filename)) != 0) {
+        logSearch(filename);
         return logFailure("RM::loadSound(): Error! Cannot load sound from file '%s'.",
                           filename.c_str());
+    }
     warnIfTaken(findLabel(sounds, sound_count, label), "loadSound", label);
     sound.setLabel(label);
     ++sound_count;
@@ -208,11 +218,12 @@ int ResourceManager::loadMusic(const std::string &filename, const std::string &l
                           MAX_MUSICS);
     if (label.empty())
         return logFailure("RM::loadMusic(): Error! Must provide label for music.");
-    Outside::getInstance().noteFile(filename, filename);
     Music &track = music[static_cast<std::size_t>(music_count)];
-    if (track.loadMusic(filename) != 0)
+    if (track.loadMusic(findFile(filename)) != 0) {
+        logSearch(filename);
         return logFailure("RM::loadmusic(): Error! Cannot load music from file '%s'.",
                           filename.c_str());
+    }
     warnIfTaken(findLabel(music, music_count, label), "loadMusic", label);
     track.setLabel(label);
     ++music_count;

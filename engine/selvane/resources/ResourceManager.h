@@ -1,5 +1,5 @@
 /// Owns every sprite, sound and music track of a game, each found by its label. A game loads them
-/// all at its start, and they stay until the manager stops.
+/// all at its start, from files that findAsset() looks for, and they stay until the manager stops.
 ///
 /// Labels may repeat, with a warning: the first one loaded is found, and the later ones only take
 /// up room. Game-loop thread only.

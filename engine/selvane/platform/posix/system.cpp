@@ -2,7 +2,9 @@
 
 #include <cerrno>
 #include <ctime>
+#include <filesystem>
 #include <sys/stat.h>
+#include <system_error>
 #include <unistd.h>
 
 namespace sv::platform {
@@ -77,6 +79,22 @@ TimeSource &systemTimeSource() {
 std::string workingDirectory(std::size_t capacity) {
     std::string folder(capacity, '\0');
     return getcwd(folder.data(), capacity) ? folder.c_str() : "";
+}
+
+// Where the system has no such link, there is no program folder to look in.
+Program runningProgram() {
+    std::error_code error;
+    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
+    return {program.parent_path(), program.filename()};
+}
+
+bool isAbsolute(const std::string &name) {
+    return name.starts_with('/');
+}
+
+bool isFile(const std::string &name) {
+    struct stat status {};
+    return stat(name.c_str(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
 bool isOtherThanFile(const std::string &name) {

@@ -12,6 +12,9 @@ namespace {
 
 static_assert(timer_period_refused == TIMERR_NOCANDO);
 
+constexpr std::size_t longest_path = 32768;
+constexpr DWORD no_file = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE;
+
 class SystemTime final : public TimeSource {
   public:
     UtcTime utcNow() override {
@@ -56,10 +59,27 @@ std::string workingDirectory(std::size_t capacity) {
     return folder.size() < capacity ? folder : std::string();
 }
 
+Program runningProgram() {
+    std::string path(longest_path, '\0');
+    path.resize(GetModuleFileNameA(nullptr, path.data(), static_cast<DWORD>(path.size())));
+    const std::size_t slash = path.rfind('\\');
+    if (slash == std::string::npos)
+        return {};
+    return {path.substr(0, slash), path.substr(slash + 1, path.rfind('.') - slash - 1)};
+}
+
+bool isAbsolute(const std::string &name) {
+    return name.starts_with('/') || name.starts_with('\\') || name.find(':') == 1;
+}
+
+bool isFile(const std::string &name) {
+    const DWORD attributes = GetFileAttributesA(name.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & no_file) == 0;
+}
+
 bool isOtherThanFile(const std::string &name) {
     const DWORD attributes = GetFileAttributesA(name.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES &&
-           (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE)) != 0;
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & no_file) != 0;
 }
 
 bool isDeleted(std::FILE *) {
