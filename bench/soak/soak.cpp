@@ -26,6 +26,7 @@
 #include <cstdlib>
 #include <ctime>
 #include <fstream>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -37,10 +38,13 @@ constexpr int steps_a_round = 1000;
 constexpr long tolerance_bytes = 1024;
 
 /// The other end of the game's connection. It echoes most of what it receives, sends nonsense from
-/// time to time, and never stays long.
+/// time to time, and never stays long. It stands for another program, so what it does must not
+/// change what the world does: it throws dice of its own.
 class Peer {
   public:
     ~Peer() { hangUp(); }
+
+    void reseed() { generator.seed(1); }
 
     void step() {
         if (socket == sv::platform::no_socket)
@@ -59,15 +63,16 @@ class Peer {
 
   private:
     void connect() {
-        socket = sv::platform::connectTo(sv::LOOPBACK_ADDRESS,
-                                         sv::NetworkManager::getInstance().getPort());
-        steps_left = 10 + soak::choice(20);
+        socket = sv::platform::connectTo(sv::LOOPBACK_ADDRESS, port);
+        steps_left = 10 + choice(20);
     }
 
+    int choice(int below) { return std::uniform_int_distribution<int>(0, below - 1)(generator); }
+
     void talk() {
-        if (soak::choice(20) == 0)
+        if (choice(20) == 0)
             send(std::string("\xff\xff\xff\xff", 4)); // A nonsense length.
-        else if (soak::choice(10) != 0)               // What is left unread makes the end a reset.
+        else if (choice(10) != 0)                     // What is left unread makes the end a reset.
             echo();
     }
 
@@ -82,8 +87,10 @@ class Peer {
         sv::platform::send(socket, bytes.data(), static_cast<int>(bytes.size()));
     }
 
+    const int port = sv::NetworkManager::getInstance().getPort();
     sv::platform::Socket socket = sv::platform::no_socket;
     int steps_left = 0;
+    std::mt19937 generator;
 };
 
 /// Sends itself to a peer in every step, and reads itself back from what it echoes.
@@ -219,6 +226,7 @@ class Director : public sv::Object {
         if (step > 0)
             meter.endRound();
         soak::reseed();
+        peer.reseed();
         for (soak::Walker *walker : walkers)
             walker->setOut();
     }

@@ -10,6 +10,8 @@
 #include "game/playGame.h"
 #include "selvane/core/Config.h"
 #include "selvane/loop/GameManager.h"
+#include "selvane/record/Recorder.h"
+#include "selvane/record/Replayer.h"
 #include "selvane/resources/Sprite.h"
 #include "selvane/testing/Session.h"
 #include "support/EngineTest.h"
@@ -236,6 +238,25 @@ TEST_F(GameInSession, every_plan_ends_as_it_must) {
         for (int seed = 1; seed <= 6; ++seed)
             as_planned += Game({plan, 1 + seed % LAST_LEVEL, seed}).playAndCheck();
         EXPECT_GE(as_planned, 3) << nameOf(plan);
+    }
+}
+
+TEST_F(GameInSession, records_play_again_the_same) {
+    LevelManager::getInstance(); // A process's first asks for the time.
+    for (int seed = 1; seed <= 10; ++seed) {
+        ASSERT_EQ(sv::Recorder::getInstance().start("record"), 0);
+        const Plan plan = seed % 2 == 0 ? Plan::WAIT : Plan::RIGHT;
+        Game({plan, 1, seed}).playAndCheck();
+        sv::ReplayVerdict verdict{.is_same = false};
+        ASSERT_EQ(sv::Replayer::getInstance().start(
+                      "record", {.at_end = [&](const auto &end) { verdict = end; }}),
+                  0);
+        sv::Session session(playGame, {.folder = GAME_FOLDER});
+        while (verdict.text.empty() && session.play()) {
+        }
+        session.end();
+        EXPECT_TRUE(verdict.is_same) << verdict.text << ", seed " << seed;
+        EXPECT_GT(verdict.steps, 100);
     }
 }
 

@@ -7,11 +7,13 @@
 #include "support/environment.h"
 #include "support/waitUntil.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <future>
+#include <iterator>
 
 namespace {
 
@@ -41,6 +43,29 @@ class GameInWindow : public test::WindowTest {
         return test::difference(shown, drawn) <= 1;
     }
 
+    /// Plays the record of this process, which is not closed yet, as the game without a window, and
+    /// as a film in a terminal.
+    static void expectReplayed() {
+        test::clearEnvironment("DISPLAY");
+        ASSERT_EQ(std::system(REPLAY " --stop 100 --screen 100 --cast game.cast " SELVANE_GAME
+                                     " game.record > replayed.txt"),
+                  0);
+        ASSERT_EQ(std::system("/usr/bin/python3 " TERMINAL " game.cast > terminal.txt"), 0);
+        const std::string shown = readFile("terminal.txt");
+        EXPECT_GT(std::ranges::count(shown, '#'), 20) << "targets";
+        EXPECT_EQ(readFile("replayed.txt"), "-- step 100\n" + shown + "100 steps, all the same\n");
+        EXPECT_EQ(std::system(REPLAY " " SELVANE_GAME " game.record > replayed.txt"), 0);
+        EXPECT_NE(readFile("replayed.txt")
+                      .find(" steps, all the same; the record ends there without an end\n"),
+                  std::string::npos)
+            << readFile("replayed.txt");
+    }
+
+    static std::string readFile(const std::string &name) {
+        std::ifstream file(name);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
     /// Returns the program's exit status; kills it after 50 seconds. Leaks are not looked for here,
     /// since a graphics driver leaves some when it is unloaded; the other cases look for the
     /// game's.
@@ -52,6 +77,7 @@ class GameInWindow : public test::WindowTest {
 };
 
 TEST_F(GameInWindow, keys_and_mouse_win_it) {
+    test::setEnvironment("SELVANE_RECORD", "game.record");
     demo::XHands hands(*server);
     demo::GamePlayer player(hands, demo::Plan::RIGHT);
     new demo::PlayerInLoop(player);
@@ -69,6 +95,7 @@ TEST_F(GameInWindow, keys_and_mouse_win_it) {
     EXPECT_FALSE(player.isStuck());
     EXPECT_EQ(player.getStory().back(), "won: YOU WIN!!!");
     EXPECT_EQ(logText().find("Error!"), std::string::npos);
+    expectReplayed();
 }
 
 TEST_F(GameInWindow, q_ends_the_program_with_status_0) {

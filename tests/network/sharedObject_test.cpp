@@ -1,4 +1,5 @@
 #include "support/EngineTest.h"
+#include "support/environment.h"
 #include "support/waitUntil.h"
 
 #include <cmath>
@@ -12,12 +13,14 @@ namespace {
 class SharedObject : public test::EngineTest {};
 
 TEST_F(SharedObject, moves_alike_in_both_processes) {
-    writeFile("sv-config.txt", "headless:true,frame_time:5,");
+    writeFile("serve.txt", "headless:true,frame_time:5,record:served.record,");
+    writeFile("join.txt", "headless:true,frame_time:5,record:joined.record,");
     // Two shells rather than a pipe, since not every shell runs both its ends at once. "cd ."
     // because one removes quotation marks at the start of a command line.
     const auto run = [](const std::string &arguments) {
         return std::system(("cd . && \"" SHARED_BALL "\" " + arguments).c_str());
     };
+    test::setEnvironment("SELVANE_CONFIG", "serve.txt");
     // The guest leaves after its steps, and then the server ends; its own limit is for a guest that
     // never connects.
     auto served = std::async(std::launch::async, run, "serve 0 4000 > port.txt");
@@ -26,7 +29,9 @@ TEST_F(SharedObject, moves_alike_in_both_processes) {
         std::ifstream file("port.txt");
         return std::getline(file, port) && !file.eof();
     }));
-    ASSERT_EQ(run("join " + std::to_string(std::stoi(port)) + " 300 > seen.txt"), 0) << logText();
+    test::setEnvironment("SELVANE_CONFIG", "join.txt");
+    const std::string join = "join " + std::to_string(std::stoi(port)) + " 300 > ";
+    ASSERT_EQ(run(join + "seen.txt"), 0) << logText();
     ASSERT_EQ(served.get(), 0) << logText();
     EXPECT_EQ(logText().find("Not setup as server"), std::string::npos) << "the guest accepts";
 
@@ -43,6 +48,20 @@ TEST_F(SharedObject, moves_alike_in_both_processes) {
         last_y = y;
     }
     EXPECT_GT(messages, 20);
+
+    // Each alone, as it was recorded.
+    const auto replay = [&](const std::string &record, const std::string &arguments) {
+        test::setEnvironment("SELVANE_REPLAY", record);
+        EXPECT_EQ(run(arguments), 0);
+        std::string verdict;
+        std::ifstream file("replayed.txt");
+        for (std::string line; std::getline(file, line);)
+            verdict = line;
+        EXPECT_TRUE(verdict.ends_with(" steps, all the same")) << verdict;
+    };
+    test::setEnvironment("SELVANE_REPLAY_OPTIONS", "headless:true,");
+    replay("joined.record", join + "replayed.txt");
+    replay("served.record", "serve 0 4000 > replayed.txt");
 }
 
 } // namespace

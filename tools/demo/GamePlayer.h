@@ -138,6 +138,9 @@ class PlayerInLoop : public sv::Object {
   public:
     explicit PlayerInLoop(GamePlayer &new_player) : player(new_player) {
         registerInterest(sv::STEP_EVENT);
+        // The game's objects get the ids that they have without this one, so that the game alone
+        // can play a record of it.
+        restartIds();
     }
 
     int eventHandler(const sv::Event * /*p_event*/) override {

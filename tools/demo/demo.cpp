@@ -92,9 +92,6 @@ int play(const std::filesystem::path &folder, bool to_win) {
     player.aim_steps = 5;
     document(player, server, album);
     new demo::PlayerInLoop(player);
-    // The game's objects get the ids that they have without it, so that the game alone can play a
-    // record of the demo.
-    sv::Object::restartIds();
 
     const int status = playGame();
     const std::string end = player.getStory().empty() ? "" : player.getStory().back();

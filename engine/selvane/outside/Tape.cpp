@@ -28,7 +28,7 @@ void Tape::putText(Channel channel, std::string text) {
 std::int64_t Tape::take(Channel channel) {
     Answers &from = answersOf(channel);
     if (from.next_run == from.runs.size()) {
-        is_overdrawn = true;
+        from.is_overdrawn = true;
         return channel == Channel::CLOCK && !from.runs.empty() ? from.runs.back().answer : -1;
     }
     const Run &run = from.runs[from.next_run];
@@ -43,15 +43,15 @@ std::string Tape::takeText(Channel channel) {
     Answers &from = answersOf(channel);
     if (from.next_text < from.texts.size())
         return std::move(from.texts[from.next_text++]);
-    is_overdrawn = true;
+    from.is_overdrawn = true;
     return "";
 }
 
-bool Tape::isUsedUp() const {
-    const auto is_used_up = [](const Answers &each) {
-        return each.next_run == each.runs.size() && each.next_text == each.texts.size();
-    };
-    return !is_overdrawn && std::all_of(answers.begin(), answers.end(), is_used_up);
+std::optional<Channel> Tape::findMismatch() const {
+    const auto found = std::ranges::find_if_not(answers, &Answers::isUsedUp);
+    if (found == answers.end())
+        return std::nullopt;
+    return static_cast<Channel>(found - answers.begin());
 }
 
 std::string Tape::pack() const {

@@ -8,6 +8,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,8 +30,9 @@ class Tape {
     /// Empty on an empty tape.
     std::string takeText(Channel channel);
 
-    /// Whether as many answers were taken as were put.
-    bool isUsedUp() const;
+    /// The first channel of which more or fewer answers were taken than were put; none if all are
+    /// used up.
+    std::optional<Channel> findMismatch() const;
 
     void clear() { *this = {}; }
 
@@ -52,13 +54,17 @@ class Tape {
         std::size_t next_run = 0;
         std::uint64_t taken = 0; // Of the next run.
         std::size_t next_text = 0;
+        bool is_overdrawn = false;
+
+        bool isUsedUp() const {
+            return !is_overdrawn && next_run == runs.size() && next_text == texts.size();
+        }
     };
 
     Answers &answersOf(Channel channel) { return answers[static_cast<std::size_t>(channel)]; }
     static bool unpack(std::string_view &bytes, Answers &into);
 
     std::array<Answers, CHANNEL_COUNT> answers;
-    bool is_overdrawn = false;
 };
 
 } // namespace sv

@@ -51,7 +51,7 @@ void Recorder::begin(const std::string &filename) {
 
 /// What is on the tape already belongs to the first step.
 int Recorder::open(const std::string &filename, bool is_game_running) {
-    [[maybe_unused]] static const int registered = std::atexit([] { getInstance().endAtExit(); });
+    [[maybe_unused]] static const int registered = std::atexit([] { getInstance().endGame(); });
     name = filename;
     writer = std::make_unique<RecordWriter>(filename);
     state = std::make_unique<WorldState>();
@@ -82,7 +82,7 @@ void Recorder::stop() {
     close(nullptr);
 }
 
-void Recorder::endAtExit() {
+void Recorder::endGame() {
     if (!isRecording())
         return;
     writer->write(BlockKind::EXIT, outside().getTape().pack());

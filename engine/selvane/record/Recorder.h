@@ -37,11 +37,13 @@ class Recorder {
 
     void endStep();
 
+    /// The game has ended, and perhaps the process.
+    void endGame();
+
   private:
     Recorder() = default;
 
     int open(const std::string &filename, bool is_game_running);
-    void endAtExit();
     void close(const char *why);
 
     std::string name;

@@ -33,6 +33,24 @@ const char *describe(RecordReader::State state) {
     return "has no whole step";
 }
 
+const char *question(Channel channel) {
+    switch (channel) {
+    case Channel::CLOCK:
+        return "for the time";
+    case Channel::SEED:
+        return "for a seed";
+    case Channel::CONFIG:
+        return "for the settings";
+    case Channel::FILES:
+        return "for files";
+    case Channel::INPUT:
+        return "for input";
+    case Channel::NETWORK:
+        break;
+    }
+    return "the network";
+}
+
 /// 1204 becomes "1,204".
 std::string grouped(int number) {
     std::string digits = std::to_string(number);
@@ -53,7 +71,7 @@ Replayer &Replayer::getInstance() {
 }
 
 int Replayer::start(const std::string &filename, const ReplayOptions &new_options) {
-    [[maybe_unused]] static const int registered = std::atexit([] { getInstance().endAtExit(); });
+    [[maybe_unused]] static const int registered = std::atexit([] { getInstance().endGame(true); });
     stop();
     Recorder::getInstance().stop();
     options = new_options;
@@ -137,10 +155,11 @@ std::string Replayer::difference() {
     actual->update();
     if (const auto found = actual->findDifference(*expected))
         return *found;
-    return outside().getTape().isUsedUp()
-               ? ""
-               : "it asked for the time, the settings, files, input or the network more often or "
-                 "less often than recorded";
+    const auto mismatch = outside().getTape().findMismatch();
+    if (!mismatch)
+        return "";
+    return std::string("it asked ") + question(*mismatch) +
+           " more often or less often than recorded";
 }
 
 void Replayer::stop() {
@@ -163,19 +182,19 @@ void Replayer::finish(bool is_same, const std::string &what, bool is_at_exit) {
         verdict.changes += (verdict.changes.empty() ? "not as recorded: " : ", ") + change;
     const auto at_end = std::move(options.at_end);
     stop();
-    if (!is_at_exit) // After the log's end.
+    if (LogManager::getInstance().isStarted())
         logLine("Replayer: %s", verdict.text.c_str());
     if (at_end)
         at_end(verdict);
 }
 
-void Replayer::endAtExit() {
+void Replayer::endGame(bool is_at_exit) {
     if (!isReplaying())
         return;
     if (after == After::EXIT)
-        finish(true, "", true);
+        finish(true, "", is_at_exit);
     else
-        finish(false, "is missing: the game ended before it", true);
+        finish(false, "is missing: the game ended before it", is_at_exit);
 }
 
 } // namespace sv

@@ -18,9 +18,9 @@ struct ReplayVerdict {
     int steps = 0;           ///< That were played, and were the same.
     bool is_same = true;     ///< False: the next step differs.
     bool is_at_exit = false; ///< Whether it has ended with the process, which is ending now.
-    std::string text;        ///< A sentence: "1,204 steps, all the same".
-    std::string
-        changes; ///< A sentence about files, settings and version; empty if all are as recorded.
+    std::string text = {};   ///< "1,204 steps, all the same", or which step differs, and how.
+    /// Which files, settings and version are not as recorded; empty if all are.
+    std::string changes = {};
 };
 
 struct ReplayOptions {
@@ -29,10 +29,10 @@ struct ReplayOptions {
     /// Ends after that many steps, from 1; 0: with the record.
     int last_step = 0;
     /// Called after each step, with its number from 1, when it was compared.
-    std::function<void(int)> after_step;
+    std::function<void(int)> after_step = {};
     /// Called when the replay has ended, in a step or at the end of the process. From then on
     /// everything comes live again.
-    std::function<void(const ReplayVerdict &)> at_end;
+    std::function<void(const ReplayVerdict &)> at_end = {};
 };
 
 class Replayer {
@@ -56,6 +56,9 @@ class Replayer {
 
     void endStep();
 
+    /// The game has ended, and the process with it or not.
+    void endGame(bool is_at_exit = false);
+
   private:
     Replayer() = default;
 
@@ -67,7 +70,6 @@ class Replayer {
     void loadNext();
     std::string difference();
     void finish(bool is_same, const std::string &what, bool is_at_exit = false);
-    void endAtExit();
 
     ReplayOptions options;
     std::unique_ptr<RecordReader> reader;

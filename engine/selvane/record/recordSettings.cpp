@@ -134,8 +134,8 @@ void beginRecords() {
 }
 
 void resetRecords() {
-    Recorder::getInstance().stop();
-    Replayer::getInstance().stop();
+    Recorder::getInstance().endGame();
+    Replayer::getInstance().endGame();
     start = Start::FIRST;
     asked.reset();
 }
