@@ -1,15 +1,18 @@
-// What a world step costs by the number of moving solid objects, and an event by the number of its
-// listeners.
+// What a world step costs by the number of moving solid objects, what recording it adds, and an
+// event by the number of its listeners.
 
 #include "selvane/core/Event.h"
 #include "selvane/core/LogManager.h"
+#include "selvane/record/Recorder.h"
 #include "selvane/world/Object.h"
 #include "selvane/world/WorldManager.h"
 #include "selvane/world/spawn.h"
 
 #include <benchmark/benchmark.h>
 #include <cmath>
+#include <filesystem>
 #include <random>
+#include <string>
 
 namespace {
 
@@ -31,19 +34,42 @@ class World {
 
 /// Each object has a hundred cells to itself on average and moves slowly, so that there are as many
 /// collisions in the last step as in the first.
-void update(benchmark::State &state) {
-    const World fixture;
+void populate(long count) {
     std::mt19937 random(1);
-    const float side = std::sqrt(static_cast<float>(state.range(0)) * 100);
+    const float side = std::sqrt(static_cast<float>(count) * 100);
     std::uniform_real_distribution<float> place(0, side);
     std::uniform_real_distribution<float> creep(-0.001F, 0.001F);
-    for (int i = 0; i < state.range(0); ++i) {
+    for (long i = 0; i < count; ++i) {
         auto *object = sv::spawn<sv::Object>();
         object->setPosition({place(random), place(random)});
         object->setVelocity({creep(random), creep(random)});
     }
+}
+
+void update(benchmark::State &state) {
+    const World fixture;
+    populate(state.range(0));
     for ([[maybe_unused]] auto _ : state)
         fixture.world.update();
+}
+
+/// The same, written to a file: to be compared with update().
+void recordedUpdate(benchmark::State &state) {
+    const World fixture;
+    populate(state.range(0));
+    sv::Recorder &recorder = sv::Recorder::getInstance();
+    const std::string file = std::filesystem::temp_directory_path() / "world_bench.record";
+    recorder.start(file);
+    const auto before = std::filesystem::file_size(file);
+    for ([[maybe_unused]] auto _ : state) {
+        fixture.world.update();
+        recorder.endStep();
+    }
+    recorder.stop();
+    state.counters["bytes"] =
+        benchmark::Counter(static_cast<double>(std::filesystem::file_size(file) - before),
+                           benchmark::Counter::kAvgIterations);
+    std::filesystem::remove(file);
 }
 
 class Listener : public sv::Object {
@@ -66,6 +92,7 @@ void event(benchmark::State &state) {
 }
 
 BENCHMARK(update)->Arg(100)->Arg(1000)->Arg(5000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(recordedUpdate)->Arg(100)->Arg(1000)->Arg(5000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(event)->Arg(10)->Arg(100)->Arg(1000)->Unit(benchmark::kMicrosecond);
 
 } // namespace

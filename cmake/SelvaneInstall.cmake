@@ -5,6 +5,8 @@ include(CMakePackageConfigHelpers)
 
 install(TARGETS selvane EXPORT SelvaneTargets FILE_SET HEADERS)
 
+install(PROGRAMS tools/replay DESTINATION ${CMAKE_INSTALL_BINDIR} RENAME selvane-replay)
+
 set(cmake_folder ${CMAKE_INSTALL_LIBDIR}/cmake/Selvane)
 install(EXPORT SelvaneTargets NAMESPACE Selvane:: DESTINATION ${cmake_folder})
 configure_package_config_file(cmake/SelvaneConfig.cmake.in ${PROJECT_BINARY_DIR}/SelvaneConfig.cmake

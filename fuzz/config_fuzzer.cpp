@@ -7,6 +7,7 @@
 #include "selvane/core/text.h"
 #include "selvane/loop/GameManager.h"
 #include "selvane/platform/ManualTime.h"
+#include "selvane/record/recordSettings.h"
 #include "selvane/world/Object.h"
 
 #include <fstream>
@@ -60,5 +61,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         game.run();
     }
     game.shutDown();
+    sv::resetRecords();
     return 0;
 }

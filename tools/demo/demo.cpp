@@ -1,5 +1,5 @@
 // Plays the game without a person, in a real window on an X server of its own, and saves a picture
-// of every screen.
+// of every screen, and a film for terminals, demo.cast.
 //   selvane_demo FOLDER [lose]
 // Start it in the folder that the game runs in. The exit status is 0 if the game ended as planned.
 
@@ -8,7 +8,13 @@
 #include "demo/XServer.h"
 #include "game/LevelManager.h"
 #include "game/playGame.h"
+#include "selvane/core/Config.h"
+#include "selvane/core/EventStep.h"
 #include "selvane/display/DisplayManager.h"
+#include "selvane/display/ScreenCapture.h"
+#include "selvane/loop/GameManager.h"
+#include "selvane/record/Cast.h"
+#include "selvane/world/Object.h"
 
 #include <SFML/Graphics/RenderWindow.hpp>
 #include <SFML/Graphics/Texture.hpp>
@@ -78,6 +84,27 @@ void document(demo::GamePlayer &player, demo::XServer &server, Album &album) {
     };
 }
 
+/// Adds every frame to a film. As PlayerInLoop: the world does not know it, and it is never deleted.
+class Filming : public sv::Object {
+  public:
+    explicit Filming(const std::filesystem::path &file)
+        : cast(file.string(), sv::Config::getInstance().getWindowHorizontalChars(),
+               sv::Config::getInstance().getWindowVerticalChars()) {
+        sv::captureScreen();
+        registerInterest(sv::STEP_EVENT);
+    }
+
+    int eventHandler(const sv::Event * /*p_event*/) override {
+        milliseconds += sv::GameManager::getInstance().getFrameTime();
+        cast.add(milliseconds, sv::screenText(), sv::screenColors());
+        return 1;
+    }
+
+  private:
+    sv::Cast cast;
+    int milliseconds = 0;
+};
+
 int play(const std::filesystem::path &folder, bool to_win) {
     demo::XServer server;
     if (!server.isRunning()) {
@@ -91,13 +118,15 @@ int play(const std::filesystem::path &folder, bool to_win) {
     player.look_steps = 15;
     player.aim_steps = 5;
     document(player, server, album);
+    sv::Config::getInstance().loadConfig(""); // The film has to know the window's size.
+    new Filming(folder / "demo.cast");
     new demo::PlayerInLoop(player);
 
     const int status = playGame();
     const std::string end = player.getStory().empty() ? "" : player.getStory().back();
     const bool is_as_planned = end.starts_with(to_win ? "won" : "lost") && !player.isStuck();
-    std::cout << "The game ended with: " << end << ". " << album.getCount() << " pictures are in "
-              << folder.string() << std::endl;
+    std::cout << "The game ended with: " << end << ". " << album.getCount()
+              << " pictures and a film, demo.cast, are in " << folder.string() << std::endl;
     return status == 0 && is_as_planned && album.isComplete() ? 0 : 1;
 }
 

@@ -74,7 +74,7 @@ void Cast::add(int milliseconds, const std::string &screen, const std::string &c
     if (text == shown)
         return;
     shown = text;
-    file << '[' << milliseconds / 1000.0 << ", \"o\", " << quoted(text) << "]\n";
+    file << '[' << milliseconds / 1000.0 << ", \"o\", " << quoted(text) << "]" << std::endl;
 }
 
 } // namespace sv

@@ -55,7 +55,7 @@ const char *question(Channel channel) {
 std::string grouped(int number) {
     std::string digits = std::to_string(number);
     for (auto at = static_cast<int>(digits.size()) - 3; at > 0; at -= 3)
-        digits.insert(static_cast<std::size_t>(at), ",");
+        digits.insert(static_cast<std::size_t>(at), 1, ',');
     return digits;
 }
 
