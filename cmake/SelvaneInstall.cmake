@@ -1,5 +1,5 @@
-# What `cmake --install` installs: the engine alone, and the files by which CMake and pkg-config find it
-# from another project. `cpack -G DEB` in a build folder makes Debian's package of the same.
+# What `cmake --install` installs: the engine alone, the files by which CMake and pkg-config find it from
+# another project, and what makes such a project. `cpack -G DEB` in a build folder makes Debian's package of the same.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
@@ -27,6 +27,12 @@ endif()
 configure_file(cmake/selvane.pc.in ${PROJECT_BINARY_DIR}/selvane.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/selvane.pc DESTINATION ${pkgconfig_folder})
 
+if(NOT WIN32)
+  install(PROGRAMS new DESTINATION ${CMAKE_INSTALL_BINDIR} RENAME selvane-new)
+  install(DIRECTORY starter/ DESTINATION ${CMAKE_INSTALL_DATADIR}/selvane-starter USE_SOURCE_PERMISSIONS
+          PATTERN build EXCLUDE PATTERN "*.log" EXCLUDE)
+endif()
+
 # A project that has this tree inside makes its own packages.
 if(NOT PROJECT_IS_TOP_LEVEL)
   return()
@@ -34,7 +40,8 @@ endif()
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_DESCRIPTION
-    "The static library, its headers, and the files by which CMake and pkg-config find them.")
+    "The static library, its headers, the files by which CMake and pkg-config find them, and selvane-new,
+ which makes a game to begin with.")
 set(CPACK_DEBIAN_PACKAGE_NAME libselvane-dev)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_MAINTAINER "Selvane developers <developers@selvane.invalid>")

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds and runs a game outside of this tree with what a build of the engine installs.
+# Builds and runs a game outside of this tree with what a build of the engine installs, or makes one.
 #   tests/package/package_test.sh CASE BUILD-FOLDER
 # The compiler is the environment's CXX.
 set -euo pipefail
@@ -37,7 +37,7 @@ builds_by_find_package() {
 holds_only_the_engine() {
     local others
     others=$(find "$1" -type f ! -path '*/include/selvane/*.h' ! -path '*/lib*/cmake/Selvane/*.cmake' \
-        ! -name libselvane.a ! -name selvane.pc)
+        ! -name libselvane.a ! -name selvane.pc ! -path '*/bin/selvane-new' ! -path '*/selvane-starter/*')
     [ -z "$others" ] || fail "installed, and not the engine's: $others"
 }
 
@@ -78,6 +78,50 @@ trees_inside_a_project_install_nothing() {
     cmake -G Ninja -S "$game" -B cmake-build -DSELVANE_TREE="$tree"
     cmake --install cmake-build --prefix "$work/prefix"
     [ ! -e "$work/prefix" ] || fail "installed: $(find "$work/prefix" -type f)"
+}
+
+# says TEXT COMMAND...: the command fails, and that is in its answer.
+says() {
+    local text=$1 answer
+    shift
+    ! answer=$("$@" 2>&1) || fail "succeeds: $*"
+    [[ $answer == *"$text"* ]] || fail "does not say '$text': $*: $answer"
+}
+
+# The folder moves with its build folder. There, nothing of the engine's tree is at hand.
+new_games_pass_their_check_wherever_they_are() {
+    cmake --install "$build" --prefix "$work/a prefix"
+    export CMAKE_PREFIX_PATH="$work/a prefix"
+    "$work/a prefix/bin/selvane-new" "My Game"
+    grep -qF "window_title:My"$'\xc2\xa0'"Game," "My Game/sv-config.txt" || fail "the title is not My Game"
+    cmake -G Ninja -S "My Game" -B "My Game/build"
+    mkdir "$work/else where"
+    mv "My Game" "$work/else where/it"
+    "$work/else where/it/check"
+    grep -qF "$work/outside" "$work/else where/it/build/CMakeCache.txt" && fail "the build is of the old place"
+
+    cmake --install "$work/else where/it/build" --prefix "$work/games"
+    SELVANE_CONFIG=$PWD/sv-config.txt SELVANE_LOG_LEVEL=1 timeout 1 "$work/games/bin/My-Game" || true
+    grep -qF "as '$work/games/share/selvane/My-Game/sprites/hero.txt'" selvane.log ||
+        fail "the installed game does not find its data: $(cat selvane.log)"
+}
+
+new_games_know_the_tree() {
+    "$tree/new" my-game "a folder/of games"
+    local configure=(cmake -G Ninja -S "a folder/of games" -B cmake-build -DCMAKE_DISABLE_FIND_PACKAGE_Selvane=ON)
+    "${configure[@]}"
+    echo /nowhere >"a folder/of games/selvane-tree.txt"
+    says "There is no engine in /nowhere" "${configure[@]}"
+    says "write where it is into selvane-tree.txt" "a folder/of games/pack" --windows
+    says "exists already" "$tree/new" other "a folder"
+    local name
+    for name in "" -x a/b "a " "a,b" Größe; do
+        says "'$name' makes no program" "$tree/new" "$name" made
+    done
+    for name in test ALL selvane "edit_cache" sfml-graphics; do
+        says "the name '$name' is taken" "$tree/new" "$name" made
+    done
+    [ ! -e made ] || fail "a folder was made"
 }
 
 version=$(sed -n 's/^CMAKE_PROJECT_VERSION:STATIC=//p' "$build/CMakeCache.txt")
