@@ -41,13 +41,14 @@ TEST(Game, who_stands_below_a_star_scores) {
     EXPECT_NE(columnOf(session.screen(), "Score 1"), -1) << session.screen();
 }
 
-TEST(Game, q_quits) {
+TEST(Game, q_quits_with_no_error_logged) {
     sv::Session session(playGame);
     session.play(2);
     session.tapKey(sv::Keyboard::Q);
     session.play(2);
     EXPECT_TRUE(session.hasEnded());
     EXPECT_EQ(session.exitStatus(), 0);
+    EXPECT_EQ(session.log().find("Error!"), std::string::npos) << session.log();
 }
 
 } // namespace
