@@ -20,8 +20,8 @@ install_missing() {
     echo "Installing ${missing[*]}"
     # shellcheck disable=SC2016
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive sh -c \
-        'apt-get -qq update && apt-get -qq -y install --no-install-recommends "$@" >/dev/null' \
-        sh "${missing[@]}" || fail "the packages could not be installed"
+        'apt-get -qq update; apt-get -qq -y install --no-install-recommends "$@" >/dev/null' \
+        sh "${missing[@]}" || fail "as root, by hand: apt-get install ${missing[*]}"
 }
 
 # Configures and builds the game in the folder build.

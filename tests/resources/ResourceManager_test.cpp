@@ -78,8 +78,8 @@ TEST_F(Resources, files_come_from_the_nearest_folder) {
     const std::string sub = std::filesystem::path(here).filename().string() + "/";
     prepareLog(1);
     loadAll("missing", -1, sub);
-    const std::string places =
-        "' was looked for in '" + here + "', '" + program.folder + "', '" + data + program.name + "'.";
+    const std::string places = "' was looked for in '" + here + "', '" + program.folder + "', '" +
+                               data + program.name + "'.";
     EXPECT_EQ(logCount("findAsset(): Note! '" + sub + "spr.txt" + places), 1);
     EXPECT_EQ(logCount("findAsset(): Note! '" + sub + "beep.wav" + places), 2);
     const std::string folders[] = {data + program.name, program.folder, here};

@@ -28,7 +28,7 @@ std::optional<std::string> search(const std::string &name) {
     if (platform::isAbsolute(name) || platform::isFile(name) || platform::isOtherThanFile(name))
         return name;
     for (const std::string &folder : furtherFolders())
-        if (std::string path = folder + "/" + name; platform::isFile(path))
+        if (std::string path = std::string(folder).append("/").append(name); platform::isFile(path))
             return path;
     return std::nullopt;
 }
