@@ -35,7 +35,8 @@ std::optional<std::string> search(const std::string &name) {
 
 std::string logFound(const std::string &name, const std::string &path) {
     if (path != name)
-        logLine(1, "findAsset(): Found '%s' as '%s'.", name.c_str(), path.c_str());
+        logLine(1, "findAsset(): Found '%s' as '%s'.", name.c_str(),
+                platform::inUtf8(path).c_str());
     return path;
 }
 
@@ -56,8 +57,8 @@ void logSearch(const std::string &name, int level) {
     constexpr std::size_t capacity = 4096;
     const std::string working_folder = platform::workingDirectory(capacity);
     std::string folders = "'" + working_folder + "'";
-    for (const std::string &folder : furtherFolders())
-        if (folder != working_folder)
+    for (const std::string &further : furtherFolders())
+        if (const std::string folder = platform::inUtf8(further); folder != working_folder)
             folders += ", '" + folder + "'";
     logLine(level, "findAsset(): Note! '%s' was looked for in %s.", name.c_str(), folders.c_str());
 }

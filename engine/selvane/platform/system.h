@@ -68,6 +68,9 @@ struct Program {
 
 Program runningProgram();
 
+/// A file's name as fopen() takes it, in UTF-8 for the log.
+std::string inUtf8(const std::string &name);
+
 /// Whether a name of a file says from itself where the file is, whatever the working folder.
 bool isAbsolute(const std::string &name);
 

@@ -88,6 +88,10 @@ Program runningProgram() {
     return {program.parent_path(), program.filename()};
 }
 
+std::string inUtf8(const std::string &name) {
+    return name;
+}
+
 bool isAbsolute(const std::string &name) {
     return name.starts_with('/');
 }

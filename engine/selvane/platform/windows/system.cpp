@@ -68,6 +68,14 @@ Program runningProgram() {
     return {path.substr(0, slash), path.substr(slash + 1, path.rfind('.') - slash - 1)};
 }
 
+std::string inUtf8(const std::string &name) {
+    std::wstring wide(name.size(), L'\0'); // A character takes at least a byte.
+    const int length = static_cast<int>(name.size());
+    const int written = MultiByteToWideChar(CP_ACP, 0, name.data(), length, wide.data(), length);
+    wide.resize(static_cast<std::size_t>(written));
+    return toUtf8(wide);
+}
+
 bool isAbsolute(const std::string &name) {
     return name.starts_with('/') || name.starts_with('\\') || name.find(':') == 1;
 }
