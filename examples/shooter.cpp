@@ -27,7 +27,9 @@ class Thing : public sv::Object {
     }
 
     int eventHandler(const sv::Event *p_event) override {
-        return p_event->getType() == sv::OUT_EVENT ? world().markForDelete(this) : 0;
+        if (p_event->getType() == sv::OUT_EVENT)
+            world().markForDelete(this);
+        return Object::eventHandler(p_event);
     }
 };
 

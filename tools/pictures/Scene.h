@@ -13,6 +13,7 @@ namespace pictures {
 struct Scene {
     const char *name;          ///< Of its source, picture and text.
     const char *folder;        ///< That it runs in, from the top of the tree.
+    const char *size;          ///< Settings for the picture: cells of 8 x 16 pixels.
     std::function<int()> main; ///< The whole program.
     std::function<void(sv::Session &)> script;
 };

@@ -12,9 +12,7 @@ namespace pictures {
 
 namespace {
 
-// Cells of 8 x 16 pixels.
-constexpr char settings[] = "window_horizontal_pixels:640,window_vertical_pixels:384,"
-                            "font_file:/usr/share/fonts/truetype/inconsolata/Inconsolata.otf,";
+constexpr char font[] = "font_file:/usr/share/fonts/truetype/inconsolata/Inconsolata.otf,";
 
 /// To one of 16 levels: fewer colours make smaller files.
 sf::Uint8 rounded(sf::Uint8 component) {
@@ -57,7 +55,7 @@ class Photographer : public sv::Object {
 
 Result play(const Scene &scene, const std::string &tree, const std::string &picture) {
     const bool in_window = !picture.empty();
-    sv::Session session(scene.main, {.config = in_window ? settings : "",
+    sv::Session session(scene.main, {.config = in_window ? std::string(scene.size) + font : "",
                                      .folder = tree + "/" + scene.folder,
                                      .in_window = in_window});
     session.start();

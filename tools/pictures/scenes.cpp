@@ -38,6 +38,33 @@ int main();
 namespace view_objects {
 int main();
 }
+namespace step_01 {
+int playGame();
+}
+namespace step_02 {
+int playGame();
+}
+namespace step_03 {
+int playGame();
+}
+namespace step_04 {
+int playGame();
+}
+namespace step_05 {
+int playGame();
+}
+namespace step_06 {
+int playGame();
+}
+namespace step_07 {
+int playGame();
+}
+namespace step_08 {
+int playGame();
+}
+namespace step_09 {
+int playGame();
+}
 
 namespace pictures {
 
@@ -47,6 +74,9 @@ using sv::Keyboard;
 using sv::Session;
 
 constexpr char examples[] = "examples";
+constexpr char wide[] = "window_horizontal_pixels:640,window_vertical_pixels:384,";
+constexpr char guide[] = "examples/guide";
+constexpr char narrow[] = "window_horizontal_pixels:400,window_vertical_pixels:320,";
 
 /// Holds a key for some steps.
 void hold(Session &session, Keyboard::Key key, int steps) {
@@ -93,6 +123,27 @@ void shootSaucers(Session &session) {
     session.play(28);
 }
 
+void walk(Session &session) {
+    hold(session, Keyboard::RIGHTARROW, 10);
+    hold(session, Keyboard::UPARROW, 10);
+    session.play();
+}
+
+/// Four drops, a step of the way between them.
+void water(Session &session, Keyboard::Key way) {
+    for (int i = 0; i < 4; ++i) {
+        type(session, {Keyboard::SPACE});
+        hold(session, way, 4);
+    }
+}
+
+void waterBeetles(Session &session) {
+    session.play(120);
+    for (const Keyboard::Key way : {Keyboard::DOWNARROW, Keyboard::UPARROW, Keyboard::UPARROW,
+                                    Keyboard::DOWNARROW, Keyboard::UPARROW})
+        water(session, way);
+}
+
 int serveBall() {
     char program[] = "shared_ball";
     char role[] = "serve";
@@ -101,33 +152,44 @@ int serveBall() {
 }
 
 const Scene all[] = {
-    {"smallest", examples, smallest::main, [](Session &session) { session.play(100); }},
-    {"first_object", examples, first_object::main, [](Session &session) { session.play(100); }},
-    {"sprites", examples, sprites::main, [](Session &session) { session.play(40); }},
-    {"keys_and_mouse", examples, keys_and_mouse::main, useKeysAndMouse},
-    {"collisions", examples, collisions::main, [](Session &session) { session.play(180); }},
-    {"scrolling_world", examples, scrolling_world::main,
+    {"smallest", examples, wide, smallest::main, [](Session &session) { session.play(100); }},
+    {"first_object", examples, wide, first_object::main,
+     [](Session &session) { session.play(100); }},
+    {"sprites", examples, wide, sprites::main, [](Session &session) { session.play(40); }},
+    {"keys_and_mouse", examples, wide, keys_and_mouse::main, useKeysAndMouse},
+    {"collisions", examples, wide, collisions::main, [](Session &session) { session.play(180); }},
+    {"scrolling_world", examples, wide, scrolling_world::main,
      [](Session &session) {
          hold(session, Keyboard::RIGHTARROW, 90);
          hold(session, Keyboard::DOWNARROW, 25);
      }},
-    {"view_objects", examples, view_objects::main,
+    {"view_objects", examples, wide, view_objects::main,
      [](Session &session) {
          type(session, {Keyboard::SPACE, Keyboard::L, Keyboard::SPACE, Keyboard::L, Keyboard::L});
          session.play();
      }},
-    {"sound_and_music", examples, sound_and_music::main,
+    {"sound_and_music", examples, wide, sound_and_music::main,
      [](Session &session) {
          type(session, {Keyboard::NUM2, Keyboard::M, Keyboard::DOWNARROW, Keyboard::V});
      }},
-    {"paths", examples, paths::main,
+    {"paths", examples, wide, paths::main,
      [](Session &session) {
          session.click({72, 8});
          session.play(20);
      }},
-    {"shooter", examples, shooter::main, shootSaucers},
-    {"cellar", examples, [] { return cellar::main(0, nullptr); }, walkInCellar},
-    {"shared_ball", examples, serveBall, [](Session &session) { session.play(30); }},
+    {"shooter", examples, wide, shooter::main, shootSaucers},
+    {"cellar", examples, wide, [] { return cellar::main(0, nullptr); }, walkInCellar},
+    {"shared_ball", examples, wide, serveBall, [](Session &session) { session.play(30); }},
+    {"step_01", guide, narrow, step_01::playGame, [](Session &session) { session.play(); }},
+    {"step_02", guide, narrow, step_02::playGame, [](Session &session) { session.play(); }},
+    {"step_03", guide, narrow, step_03::playGame, walk},
+    {"step_04", guide, narrow, step_04::playGame,
+     [](Session &session) { water(session, Keyboard::DOWNARROW); }},
+    {"step_05", guide, narrow, step_05::playGame, waterBeetles},
+    {"step_06", guide, narrow, step_06::playGame, waterBeetles},
+    {"step_07", guide, narrow, step_07::playGame, waterBeetles},
+    {"step_08", guide, narrow, step_08::playGame, [](Session &session) { session.play(1000); }},
+    {"step_09", guide, narrow, step_09::playGame, [](Session &session) { session.play(150); }},
 };
 
 } // namespace

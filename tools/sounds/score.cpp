@@ -290,6 +290,7 @@ constexpr Piece pieces[] = {
     {"examples/sounds/shot.wav", false, 600, 1, 30, 70, shot},
     {"examples/sounds/boom.wav", false, 300, 1, 30, 75, boom},
     {"examples/sounds/coin.wav", false, 400, 1, 30, 60, coin},
+    {"examples/guide/sounds/catch.wav", false, 600, 1, 30, 70, shoot},
     {"examples/sounds/tune.wav", true, 120, 4, 35, 30, tune},
 };
 

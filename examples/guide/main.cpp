@@ -1,0 +1,5 @@
+#include "game.h"
+
+int main() {
+    return playGame();
+}
