@@ -3,6 +3,8 @@
 #include "selvane/resources/spriteFile.h"
 #include "support/EngineTest.h"
 
+#include <fstream>
+#include <iterator>
 #include <set>
 #include <sstream>
 
@@ -236,6 +238,18 @@ TEST_F(SpriteFiles, contents_are_logged_at_detail_levels) {
     EXPECT_TRUE(lines.ends_with("\tTransparency: #\n\t       Color: blue\n" + robust +
                                 "Extra BODY:\n\tLine 13: cd\n\tLine 14: end\n" + not_loaded))
         << lines;
+}
+
+// docs/sprites.md shows both files.
+TEST_F(SpriteFiles, the_documented_fault_reads_as_documented) {
+    const auto sample = [](const std::string &name) {
+        std::ifstream file(SAMPLES "/" + name);
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    };
+    resources.startUp();
+    writeFile("beetle.txt", sample("short-row.txt"));
+    EXPECT_EQ(resources.loadSprite("beetle.txt", "beetle"), -1);
+    EXPECT_EQ(said(), sample("short-row-log.txt"));
 }
 
 TEST_F(SpriteFiles, sprites_of_the_game_fit_the_game) {
