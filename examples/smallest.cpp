@@ -16,10 +16,10 @@ class Saucer : public sv::Object {
 
 int main() {
     sv::GameManager &game = sv::GameManager::getInstance();
-    if (game.startUp() == 0) {
-        sv::spawn<Saucer>();
-        game.run(); // Until the window is closed.
-    }
+    if (game.startUp() != 0)
+        return 1; // It has said why.
+    sv::spawn<Saucer>();
+    game.run(); // Until the window is closed.
     game.shutDown();
     return 0;
 }

@@ -13,7 +13,7 @@ namespace pictures {
 struct Scene {
     const char *name;          ///< Of its source, picture and text.
     const char *folder;        ///< That it runs in, from the top of the tree.
-    const char *size;          ///< Settings for the picture: cells of 8 x 16 pixels.
+    const char *size;          ///< Settings: cells of 8 x 16 pixels make small pictures.
     std::function<int()> main; ///< The whole program.
     std::function<void(sv::Session &)> script;
 };

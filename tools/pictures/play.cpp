@@ -12,8 +12,6 @@ namespace pictures {
 
 namespace {
 
-constexpr char font[] = "font_file:/usr/share/fonts/truetype/inconsolata/Inconsolata.otf,";
-
 /// To one of 16 levels: fewer colours make smaller files.
 sf::Uint8 rounded(sf::Uint8 component) {
     return static_cast<sf::Uint8>((component + 8) / 17 * 17);
@@ -55,9 +53,9 @@ class Photographer : public sv::Object {
 
 Result play(const Scene &scene, const std::string &tree, const std::string &picture) {
     const bool in_window = !picture.empty();
-    sv::Session session(scene.main, {.config = in_window ? std::string(scene.size) + font : "",
-                                     .folder = tree + "/" + scene.folder,
-                                     .in_window = in_window});
+    sv::Session session(
+        scene.main,
+        {.config = scene.size, .folder = tree + "/" + scene.folder, .in_window = in_window});
     session.start();
     scene.script(session);
     if (in_window)

@@ -1,5 +1,6 @@
 #include "pictures/Scene.h"
 
+#include "game/playGame.h"
 #include "selvane/core/Keyboard.h"
 
 namespace cellar {
@@ -76,6 +77,9 @@ using sv::Session;
 constexpr char examples[] = "examples";
 constexpr char wide[] = "window_horizontal_pixels:640,window_vertical_pixels:384,";
 constexpr char guide[] = "examples/guide";
+constexpr char here[] = ".";
+constexpr char tall[] = "window_horizontal_chars:100,window_vertical_chars:40,"
+                        "window_horizontal_pixels:800,window_vertical_pixels:640,";
 constexpr char narrow[] = "window_horizontal_pixels:400,window_vertical_pixels:320,";
 
 /// Holds a key for some steps.
@@ -144,6 +148,18 @@ void waterBeetles(Session &session) {
         water(session, way);
 }
 
+/// Past the title sequence, the title and the screens of the first level.
+void beginLevel(Session &session) {
+    session.play(95);
+    for (const Keyboard::Key key : {Keyboard::P, Keyboard::S, Keyboard::H, Keyboard::A, Keyboard::P,
+                                    Keyboard::E, Keyboard::SPACE}) {
+        type(session, {key});
+        session.play(3);
+    }
+    session.moveMouse({40.5F, 20.5F});
+    session.play(80);
+}
+
 int serveBall() {
     char program[] = "shared_ball";
     char role[] = "serve";
@@ -152,6 +168,7 @@ int serveBall() {
 }
 
 const Scene all[] = {
+    {"afterimage", here, tall, playGame, beginLevel},
     {"smallest", examples, wide, smallest::main, [](Session &session) { session.play(100); }},
     {"first_object", examples, wide, first_object::main,
      [](Session &session) { session.play(100); }},
