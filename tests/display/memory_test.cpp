@@ -1,14 +1,15 @@
-// The program's memory is the test's own here, so that it can run out.
+// What happens without memory. All of this program's `new` can be made to fail.
 
+#include "selvane/core/text.h"
 #include "selvane/display/DisplayManager.h"
 #include "support/WindowTest.h"
 #include "support/allocations.h"
 
 namespace {
 
-class DisplayMemoryTest : public test::WindowTest {};
+class Memory : public test::WindowTest {};
 
-TEST_F(DisplayMemoryTest, failed_allocations_fail_the_start) {
+TEST_F(Memory, the_display_needs_it_to_start) {
     server.emplace();
     configure("");
     startLog();
@@ -25,6 +26,25 @@ TEST_F(DisplayMemoryTest, failed_allocations_fail_the_start) {
         display.shutDown();
     }
     EXPECT_EQ(display.startUp(), 0);
+}
+
+TEST_F(Memory, a_match_without_it_is_empty) {
+    const std::string value(100, 'x');
+    const std::string text = "a:1,b:" + value;
+    const std::string key = "b";
+    startLog();
+    int blocks = 0;
+    for (std::string found; found != value; ++blocks) {
+        test::failAfter(blocks);
+        found = sv::match(text, key);
+        test::failAfter(-1);
+        if (found != value) {
+            EXPECT_EQ(found, "");
+            EXPECT_EQ(said(), "match(): unable to allocate key array!\n") << blocks;
+        }
+        sv::match("another text", key);
+    }
+    EXPECT_GT(blocks, 5) << "nothing was refused";
 }
 
 } // namespace

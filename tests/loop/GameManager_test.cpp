@@ -12,6 +12,7 @@
 #include "support/EngineTest.h"
 #include "support/InputWitness.h"
 #include "support/environment.h"
+#include "support/waveFile.h"
 
 #include <cstdlib>
 #include <ctime>
@@ -112,25 +113,6 @@ TEST_F(GameManagerTest, starts_managers_in_order_and_stops_them_reversed) {
                "GameManager()::shutDown(): Warning! timeEndPeriod() cannot accept 1 msec.\n");
 }
 
-TEST_F(GameManagerTest, finds_paths_without_time_for_them) {
-    for (const char *config : {"frame_time:0,", "frame_time:1,", "frame_time:-20,"}) {
-        Session session({.config = config});
-        ASSERT_EQ(session.start(), 0);
-        for (const float y : {0.0F, 3.0F, 6.0F}) {
-            auto *seeker = spawn<test::InputWitness>();
-            seeker->setPosition({0, y});
-            seeker->findPath({1, y});
-            seeker->on_event = [&](const std::string &) { session.getTime().now_ms += 5; };
-        }
-        for (int step = 0; step < 2; ++step) {
-            session.getTime().now_ms += 2;
-            session.play();
-        }
-        for (auto *seeker : session.objects<test::InputWitness>())
-            EXPECT_EQ(seeker->seen.size(), 1U) << config;
-    }
-}
-
 TEST_F(GameManagerTest, refuses_a_second_start) {
     Session session;
     ASSERT_EQ(session.start(), 0);
@@ -141,15 +123,6 @@ TEST_F(GameManagerTest, refuses_a_second_start) {
     EXPECT_EQ(Config::getInstance().getFrameTime(), 33);
     EXPECT_TRUE(session.play());
     EXPECT_FALSE(NetworkManager::getInstance().isStarted()) << "only if configured";
-}
-
-TEST_F(GameManagerTest, makes_the_world_as_large_as_the_window) {
-    Session session({.columns = 70, .rows = 20});
-    ASSERT_EQ(session.start(), 0);
-    const WorldManager &world = WorldManager::getInstance();
-    EXPECT_EQ(world.getBoundary(), (Box{{0, 0}, 70, 20}));
-    EXPECT_EQ(world.getView(), world.getBoundary());
-    EXPECT_EQ(world.getViewSlack(), (Vector{0.33333334F, 0.33333334F}));
 }
 
 TEST_F(GameManagerTest, fails_without_a_log_file) {
@@ -227,6 +200,22 @@ TEST_F(GameManagerTest, seeds_the_random_numbers_as_configured) {
     EXPECT_LE(before, seed);
     EXPECT_LE(seed, std::time(nullptr));
     game().shutDown();
+}
+
+using Globals = test::EngineTest;
+
+TEST_F(Globals, may_use_the_engine_around_main) {
+    test::setEnvironment("ALSOFT_DRIVERS", "null");
+    writeFile("beep.wav", test::waveFile(std::vector<std::int16_t>(400, 9000)));
+    for (const char *way : {"engine", "exit", "atexit", "late"}) {
+        test::setEnvironment("SELVANE_TEST_WAY", way);
+        test::CapturedErrors errors;
+        EXPECT_EQ(std::system("\"" GLOBALS_PROGRAM "\""), 0) << way;
+        const std::string text = errors.take();
+        EXPECT_NE(text.find("last words"), std::string::npos) << way;
+        EXPECT_EQ(text.find("device not closed"), std::string::npos) << "OpenAL's complaint";
+        EXPECT_NE(logText().find("** Game engine stopped **"), std::string::npos) << way;
+    }
 }
 
 } // namespace

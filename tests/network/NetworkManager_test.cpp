@@ -70,16 +70,6 @@ class Network : public test::NetworkTest {
     }
 };
 
-TEST_F(Network, unknown_labels_and_types_are_logged) {
-    expectRefused(network.isValid("sv-step"),
-                  "isValid(): Error! NetworkManager does not handle sv-step.", false);
-    for (const int label : {-2, 4}) {
-        EXPECT_EQ(EventNetwork(label).getLabel(), UNDEFINED_NETWORK_LABEL);
-        EXPECT_EQ(lastLine(),
-                  "EventNetwork::setLabel(): Undefined type (" + std::to_string(label) + ").");
-    }
-}
-
 TEST_F(Network, accepts_connections_up_to_the_limit) {
     LogManager::getInstance().setLogLevel(15);
     expectRefused(network.accept(), "accept(): Error! Not setup as server.", -2);
@@ -163,7 +153,14 @@ TEST_F(Network, an_event_announces_each_whole_message) {
     EXPECT_EQ(buffer, "untouched");
 }
 
-TEST_F(Network, unknown_indices_are_logged) {
+TEST_F(Network, what_is_unknown_is_logged) {
+    expectRefused(network.isValid("sv-step"),
+                  "isValid(): Error! NetworkManager does not handle sv-step.", false);
+    for (const int label : {-2, 4}) {
+        EXPECT_EQ(EventNetwork(label).getLabel(), UNDEFINED_NETWORK_LABEL);
+        EXPECT_EQ(lastLine(),
+                  "EventNetwork::setLabel(): Undefined type (" + std::to_string(label) + ").");
+    }
     join(2);
     std::string buffer;
     expectRefused(network.isData(-1), "isData(): Error! Sock index -1 not connected.");

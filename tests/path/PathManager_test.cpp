@@ -18,7 +18,7 @@ using Waypoints = std::vector<Vector>;
 /// Time stands still unless a test moves it, so that one cycle completes every pending search.
 class Paths : public test::SessionTest {
   protected:
-    Paths() : SessionTest("frame_time:100,") {}
+    explicit Paths(const char *config = "frame_time:100,") : SessionTest(config) {}
     ~Paths() override { session.end(); } // While there is still the diary.
 
     static Object *put(Vector where, Solidness solidness = HARD) {
@@ -161,32 +161,29 @@ TEST_F(Paths, objects_without_speed_are_logged_once) {
 
 TEST_F(Paths, a_search_notifies_its_object_once) {
     Witness *object = putWitness("o");
-    const Vector there{5, 0};
-    const auto nothing = [](const Event *) {};
-    const auto pass_on = [&](const Event *p_event) { object->Object::eventHandler(p_event); };
-    const auto ask = [&](const Event *) { EXPECT_EQ(object->findPath(Vector{3, 3}), 0); };
-    const auto go_on = [&](const Event *) { paths.cycle(1); };
-    const struct {
-        std::function<void(const Event *)> first, second; // What it does with the first event.
-        int events;
-    } cases[] = {{nothing, nothing, 1}, {pass_on, nothing, 1}, {go_on, nothing, 1},
-                 {ask, nothing, 2},     {pass_on, ask, 2},     {ask, pass_on, 2}};
-    for (const auto &c : cases) {
-        SCOPED_TRACE(&c - cases);
+    // What it does with its first event: p passes it on, a asks anew, g lets the searches go on.
+    const std::pair<std::string, int> cases[] = {{"", 1},  {"p", 1},  {"g", 1},
+                                                 {"a", 2}, {"pa", 2}, {"ap", 2}};
+    for (const auto &[actions, expected] : cases) {
+        SCOPED_TRACE(actions);
         int events = 0;
         object->on_event = [&](const Event *p_event) {
-            if (events++ > 0)
-                return;
-            c.first(p_event);
-            c.second(p_event);
+            for (const char action : events++ == 0 ? actions : "") {
+                if (action == 'p')
+                    object->Object::eventHandler(p_event);
+                else if (action == 'a')
+                    EXPECT_EQ(object->findPath(Vector{3, 3}), 0);
+                else
+                    paths.cycle(1);
+            }
         };
-        ASSERT_EQ(object->findPath(there), 0);
+        ASSERT_EQ(object->findPath(Vector{5, 0}), 0);
         paths.cycle(1);
-        EXPECT_EQ(events, c.events);
-        EXPECT_EQ(object->findPath(there), 0) << "it is free to ask again";
+        EXPECT_EQ(events, expected);
+        EXPECT_EQ(object->findPath(Vector{5, 0}), 0) << "it is free to ask again";
         object->dropPathFind();
         paths.cycle(1);
-        EXPECT_EQ(events, c.events) << "it gave up";
+        EXPECT_EQ(events, expected) << "it gave up";
     }
 }
 
@@ -237,8 +234,7 @@ TEST_F(Paths, handlers_may_delete_objects) {
 
 TEST_F(Paths, searches_share_the_time_of_a_step) {
     const struct {
-        int given;
-        int answer_ms;
+        int given, answer_ms;
         std::size_t answers;
         int exceeded;
     } cases[] = {
@@ -265,6 +261,16 @@ TEST_F(Paths, searches_get_the_rest_of_a_step) {
     putSeekers(20);
     session.play();
     EXPECT_EQ(std::count(diary.begin(), diary.end(), "o: sv-path"), 5) << "95 of 100 ms";
+}
+
+struct HurriedPaths : Paths {
+    HurriedPaths() : Paths("frame_time:1,") {}
+};
+
+TEST_F(HurriedPaths, are_found_without_time_for_them) {
+    putSeekers(5);
+    session.play(2);
+    EXPECT_EQ(diary, test::Diary(10, "o: sv-path")) << "each has its turn in each step";
 }
 
 } // namespace

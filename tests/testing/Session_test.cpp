@@ -221,7 +221,10 @@ TEST_F(SessionTest, runs_where_it_is_told_and_as_configured) {
     const auto randomOf = [](int seed) {
         Session session({.seed = seed, .rows = 10, .folder = "game"});
         EXPECT_EQ(session.start(), 0);
-        EXPECT_EQ(WorldManager::getInstance().getBoundary(), (Box{{0, 0}, 50, 10}));
+        const WorldManager &world = WorldManager::getInstance();
+        EXPECT_EQ(world.getBoundary(), (Box{{0, 0}, 50, 10}));
+        EXPECT_EQ(world.getView(), world.getBoundary());
+        EXPECT_EQ(world.getViewSlack(), (Vector{0.33333334F, 0.33333334F}));
         session.play(3);
         EXPECT_EQ(session.getTime().now_ms, 150);
         return std::rand();
