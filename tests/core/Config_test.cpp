@@ -1,6 +1,5 @@
 #include "selvane/core/Config.h"
 
-#include "selvane/core/LogManager.h"
 #include "selvane/core/text.h"
 #include "selvane/platform/system.h"
 #include "support/EngineTest.h"

@@ -44,10 +44,8 @@ TEST_F(Text, match_logs_every_parse) {
                       "match(): parsed.\n"
                       "match(): Looking for match 'b' among 2 items.\n");
     LogManager::getInstance().setLogLevel(28);
-    match("::,b:2", "b");
     match("a:1,b", "b");
-    for (const char *line : {"\n\tp_element is 'a:1' (", "\n\ttoken is 'a' (", "\n\ttoken is '' (",
-                             "\n\t0  a : 1\n", "\n\t1  b : \n", "\nmatch(): 1: b == b?\n"})
+    for (const char *line : {"\n\tp_element is 'a:1' (", "\n\ttoken is 'a' (", "\n\t0  a : 1\n"})
         EXPECT_NE(logText().find(line), std::string::npos) << line;
 }
 

@@ -4,7 +4,6 @@
 #include "game/Button.h"
 #include "game/GameOver.h"
 #include "game/LevelManager.h"
-#include "game/Reticle.h"
 #include "game/Shape.h"
 #include "game/Timer.h"
 #include "game/playGame.h"
@@ -317,31 +316,6 @@ TEST_F(GameInSession, small_windows_warn_about_the_button) {
                   is_warned)
             << size;
     }
-}
-
-TEST_F(GameInSession, screens_ignore_all_other_keys) {
-    Game game({});
-    std::optional<sv::ObjectList> before; // All objects, while other keys are pressed.
-    game.player.on_sight = [&](Stage stage) {
-        if (stage == Stage::SPLASH)
-            return;
-        before = sv::WorldManager::getInstance().getAllObjects();
-        for (int i = 0; i < sv::Keyboard::OTHER_KEYS; ++i) {
-            const auto key = static_cast<sv::Keyboard::Key>(i);
-            if (key != demo::keyOn(stage) && (stage != Stage::TITLE || key != sv::Keyboard::Q))
-                game.session.tapKey(key);
-        }
-    };
-    game.player.instead = [&](Stage stage) {
-        if (!before)
-            return false;
-        game.session.play();
-        EXPECT_TRUE(std::ranges::equal(*before, sv::WorldManager::getInstance().getAllObjects()))
-            << nameOf(stage);
-        before.reset();
-        return true;
-    };
-    game.play();
 }
 
 } // namespace

@@ -12,6 +12,7 @@
 #include "support/EngineTest.h"
 #include "support/printing.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <span>
 #include <sstream>
@@ -104,6 +105,24 @@ TEST_F(GameRules, held_and_released_keys_count_as_pressed) {
         session.play(9);
         EXPECT_EQ(Session::objects<Button>().size(), is_held ? 2U : 1U);
     }
+}
+
+TEST_F(GameRules, screens_ignore_all_other_keys) {
+    using enum Keyboard::Key;
+    sv::spawn<GameStart>();
+    for (const auto own : {P, S, H, A, P, E, SPACE, UNDEFINED_KEY}) {
+        const sv::ObjectList before = world.getAllObjects();
+        const bool is_title = !Session::objects<GameStart>().empty();
+        for (int key = 0; key < Keyboard::OTHER_KEYS; ++key)
+            if (key != own && !(is_title && key == Q)) // Which quits.
+                session.tapKey(static_cast<Keyboard::Key>(key));
+        session.play();
+        EXPECT_TRUE(std::ranges::equal(before, world.getAllObjects())) << own;
+        if (own != UNDEFINED_KEY)
+            session.tapKey(own);
+        session.play();
+    }
+    EXPECT_FALSE(Session::objects<Button>().empty());
 }
 
 TEST_F(GameRules, targets_answer_nearby_and_in_two_columns) {

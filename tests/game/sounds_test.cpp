@@ -17,19 +17,6 @@ int loudestOf(const Samples &samples) {
     return std::max(-low, int{high});
 }
 
-/// The mean of the loudest twentieth of a second.
-double loudnessOf(const Samples &samples) {
-    constexpr std::size_t window = sounds::SAMPLES_PER_SECOND / 20;
-    double loudest = 0;
-    for (std::size_t at = 0; at + window <= samples.size(); at += window) {
-        double sum = 0;
-        for (std::size_t i = at; i < at + window; ++i)
-            sum += std::pow(samples[i], 2);
-        loudest = std::max(loudest, std::sqrt(sum / window));
-    }
-    return loudest;
-}
-
 double meanJump(const Samples &samples) {
     double sum = 0;
     for (std::size_t i = 1; i < samples.size(); ++i)
@@ -42,9 +29,6 @@ double meanJump(const Samples &samples) {
 // The files fix every sample. The other rules are for whoever changes the score and makes new
 // files.
 TEST(GameSounds, the_score_renders_to_the_committed_bytes) {
-    double loudest_music = 0;
-    double softest_effect = 1e9;
-    std::size_t bytes = 0;
     for (const sounds::Piece &piece : sounds::score()) {
         SCOPED_TRACE(piece.file);
         std::string error;
@@ -54,22 +38,13 @@ TEST(GameSounds, the_score_renders_to_the_committed_bytes) {
         EXPECT_TRUE(made == std::string(std::istreambuf_iterator<char>(file), {}))
             << error << ": run make_sounds again";
         ASSERT_FALSE(samples.empty());
-        bytes += made.size();
         EXPECT_LT(loudestOf(samples), 30000) << "clipped";
-        const double seconds = static_cast<double>(samples.size()) / sounds::SAMPLES_PER_SECOND;
-        if (piece.loops) {
-            loudest_music = std::max(loudest_music, loudnessOf(samples));
-            EXPECT_GE(seconds, 8);
-            // The largest jump is a drum's, and would hide a click.
+        // The largest jump is a drum's, and would hide a click.
+        if (piece.loops)
             EXPECT_LE(std::abs(samples.back() - samples.front()), 2 * meanJump(samples));
-        } else {
-            softest_effect = std::min(softest_effect, loudnessOf(samples));
-            EXPECT_LE(seconds, 4);
+        else
             EXPECT_EQ(samples.back(), 0) << "fades out";
-        }
     }
-    EXPECT_GT(softest_effect, loudest_music) << "effects are heard over the music";
-    EXPECT_LT(bytes, 4'000'000U);
 }
 
 // Notes as "start+steps pitch loudness", or what is wrong.

@@ -8,9 +8,7 @@
 #include "selvane/path/PathManager.h"
 #include "selvane/resources/ResourceManager.h"
 #include "selvane/testing/Session.h"
-#include "selvane/world/spawn.h"
 #include "support/EngineTest.h"
-#include "support/InputWitness.h"
 #include "support/environment.h"
 #include "support/waveFile.h"
 

@@ -1,7 +1,6 @@
 // Mistakes of a game's author: each is logged, and the game goes on.
 
 #include "selvane/core/EventCollision.h"
-#include "selvane/core/LogManager.h"
 #include "selvane/display/DisplayManager.h"
 #include "selvane/loop/GameManager.h"
 #include "selvane/platform/ManualTime.h"

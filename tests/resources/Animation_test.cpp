@@ -1,7 +1,6 @@
 #include "selvane/resources/Animation.h"
 
 #include "selvane/core/Config.h"
-#include "selvane/core/LogManager.h"
 #include "selvane/display/DisplayManager.h"
 #include "selvane/display/ScreenCapture.h"
 #include "selvane/resources/ResourceManager.h"
@@ -143,26 +142,6 @@ TEST_F(Animations, new_sprites_start_over_and_keep_the_count) {
     EXPECT_EQ(sv::screenColors(), "g");
     display.drawCh({}, '#'); // Under the transparent frame.
     EXPECT_EQ(draw(animation, 4), "#..y");
-}
-
-TEST_F(Animations, sprites_that_are_gone_leave_their_name) {
-    auto sprite = makeSprite("###", 1);
-    sv::Animation animation;
-    animation.setSprite(sprite.get());
-    animation.draw({});
-    sv::Animation copy = animation;
-    const std::string text = copy.serialize("ALL");
-    sprite.reset();
-    shown();
-    for (sv::Animation *p_each : {&animation, &copy}) {
-        EXPECT_EQ(p_each->getSprite(), nullptr);
-        EXPECT_EQ(draw(*p_each, 2), "..");
-        EXPECT_EQ(p_each->serialize("ALL"), text);
-        EXPECT_EQ(p_each->getBox(), sv::Box::cell());
-    }
-    sprite = makeSprite("#", 1);
-    copy.setSprite(sprite.get());
-    EXPECT_EQ(draw(copy, 1), "#");
 }
 
 TEST_F(Animations, sprites_hold_a_limited_number_of_frames) {

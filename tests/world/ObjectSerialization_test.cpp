@@ -92,13 +92,8 @@ TEST_F(SerializationTest, texts_make_the_round_trip) {
         "avoid_collisions:false,";
     p_o->setPath({{{70, 1}}, 4}); // What it had is replaced.
     p_o->registerInterest("other");
-    LogManager::getInstance().setLogLevel(20);
     EXPECT_EQ(p_o->deserialize(text), 0);
     EXPECT_EQ(p_o->serialize("ALL"), text);
-    expectLogged({"Object::deserialize(): id is 7", "Object::deserialize(): is_active is true",
-                  "Object::deserialize(): event_name[0] is 'TIMER: tick'",
-                  "Object::deserialize(): pos-y is -3.25", "Object::deserialize(): size is '12.5'",
-                  "Object::deserialize(): type is square red: the second"});
     const std::pair<const char *, const char *> changes[] = {
         {"y_direction:-0.5,", "x_direction:0.6,y_direction:-0.5,"},
         {"x_acceleration:3,", "x_acceleration:3,y_acceleration:1e-07,"},

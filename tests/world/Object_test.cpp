@@ -55,10 +55,14 @@ TEST_F(ObjectTest, stopping_the_resources_leaves_objects_without_sprites) {
     Object *p_o = new Object;
     p_o->setSprite("spr");
     EXPECT_EQ(p_o->draw(), -1) << "there is no display";
+    const std::string text = p_o->getAnimation().serialize("ALL");
+    Animation copy = p_o->getAnimation();
     ResourceManager::getInstance().shutDown();
     EXPECT_EQ(p_o->draw(), 0);
     EXPECT_EQ(p_o->getAnimation().getSprite(), nullptr);
-    EXPECT_EQ(p_o->getAnimation().getName(), "spr");
+    EXPECT_EQ(copy.getSprite(), nullptr);
+    EXPECT_EQ(copy.serialize("ALL"), text);
+    EXPECT_EQ(copy.getBox(), Box::cell());
     EXPECT_EQ(p_o->getBox(), (Box{{-1.5F, -0.5F}, 3, 1}));
 }
 

@@ -1,6 +1,5 @@
 // How objects move: the geometry, collisions, sliding, leaving the world, and the view.
 
-#include "selvane/core/LogManager.h"
 #include "selvane/world/geometry.h"
 #include "support/WorldTest.h"
 
