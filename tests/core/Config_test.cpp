@@ -11,8 +11,7 @@
 namespace sv {
 namespace {
 
-class ConfigTest : public test::EngineTest {
-  protected:
+struct ConfigTest : test::EngineTest {
     ConfigTest() { prepareLog(1); }
 
     /// What is logged while a text is loaded; empty: the file.

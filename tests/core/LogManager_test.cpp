@@ -13,8 +13,7 @@
 namespace sv {
 namespace {
 
-class Log : public test::EngineTest {
-  protected:
+struct Log : test::EngineTest {
     /// What is written to standard error meanwhile.
     static std::string errorsOf(const std::function<void()> &action) {
         test::CapturedErrors errors;
@@ -105,8 +104,7 @@ TEST_F(Log, another_programs_log_is_kept) {
 }
 
 // Each opening counts as another program.
-class SharedLog : public Log {
-  protected:
+struct SharedLog : Log {
     /// Opens the log and writes a line to it. Whether others have it open too.
     bool open(std::FILE *&file, const char *line) {
         const platform::LogFile opened = platform::openLog(name);

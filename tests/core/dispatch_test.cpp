@@ -10,8 +10,7 @@ namespace {
 using test::Diary;
 using test::Witness;
 
-class Dispatch : public test::WorldTest {
-  protected:
+struct Dispatch : test::WorldTest {
     /// Sends an event; the names of its receivers, in order. Checks the count that onEvent returns.
     std::string receivers(const std::string &type = "t") {
         diary.clear();

@@ -92,8 +92,7 @@ void drawManyCells(const Draw &character) {
                   static_cast<char>('A' + i % 26), static_cast<sv::Color>(1 + i % 7));
 }
 
-class CellBatchTest : public test::WindowTest {
-  protected:
+struct CellBatchTest : test::WindowTest {
     static sf::Image drawn(const Draw &draw, void (*scene)(const Draw &)) {
         sf::RenderWindow &window = *DisplayManager::getInstance().getWindow();
         window.clear(sv::colorToSFML(sv::Config::getInstance().getWindowBackgroundColor()));

@@ -19,8 +19,7 @@ using test::Extent;
 constexpr char unable_to_open[] = "DisplayManager::startUp(): Unable to allocate window!\n"
                                   "DisplayManager::startUp(): Note! ";
 
-class DisplayManagerTest : public test::WindowTest {
-  protected:
+struct DisplayManagerTest : test::WindowTest {
     static DisplayManager &display() { return DisplayManager::getInstance(); }
 
     /// Fills the window, then draws a blank at that position; what stays unfilled.

@@ -223,8 +223,7 @@ struct Game {
     }
 };
 
-class GameInSession : public test::EngineTest {
-  protected:
+struct GameInSession : test::EngineTest {
     GameInSession() {
         test::setEnvironment(sv::CONFIG_FILE_VARIABLE, GAME_FOLDER "/game/sv-config.txt");
     }

@@ -19,8 +19,7 @@ namespace {
 
 using demo::Stage;
 
-class GameInWindow : public test::WindowTest {
-  protected:
+struct GameInWindow : test::WindowTest {
     GameInWindow() {
         test::setEnvironment("ALSOFT_DRIVERS", "null");
         server.emplace(1600, 1600);

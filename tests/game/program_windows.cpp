@@ -14,21 +14,6 @@ namespace {
 
 constexpr DWORD longest_wait_ms = 30000;
 
-struct Search {
-    DWORD process = 0;
-    HWND found = nullptr;
-};
-
-BOOL CALLBACK lookAt(HWND window, LPARAM parameter) {
-    Search &search = *reinterpret_cast<Search *>(parameter);
-    DWORD owner = 0;
-    GetWindowThreadProcessId(window, &owner);
-    if (owner != search.process || !IsWindowVisible(window) || GetWindowTextLengthW(window) == 0)
-        return TRUE;
-    search.found = window;
-    return FALSE;
-}
-
 /// The pixels of a rectangle of the screen: blue, green, red and a fourth byte, row by row.
 std::vector<sf::Uint8> screenPixels(POINT corner, int width, int height) {
     std::vector<sf::Uint8> pixels(static_cast<std::size_t>(width) *
@@ -76,11 +61,10 @@ class GameProgram : public test::EngineTest {
     /// What the screen shows inside of the window's frame; empty without a window.
     sf::Image picture() const {
         sf::Image image;
-        Search search{process.dwProcessId};
-        EnumWindows(&lookAt, reinterpret_cast<LPARAM>(&search));
+        const HWND window = FindWindowW(nullptr, L"Afterimage");
         RECT inside{};
         POINT corner{};
-        if (!GetClientRect(search.found, &inside) || !ClientToScreen(search.found, &corner))
+        if (!GetClientRect(window, &inside) || !ClientToScreen(window, &corner))
             return image;
         std::vector<sf::Uint8> pixels = screenPixels(corner, inside.right, inside.bottom);
         for (std::size_t i = 0; i < pixels.size(); i += 4) {

@@ -23,8 +23,7 @@ using sv::Keyboard;
 using sv::Session;
 using sv::Vector;
 
-class GameRules : public test::EngineTest {
-  protected:
+struct GameRules : test::EngineTest {
     GameRules() { EXPECT_EQ(session.start(), 0); }
 
     static void act(sv::EventMouseAction action, sv::EventMouseButton button, Vector at) {

@@ -28,8 +28,7 @@ DisplayManager &display() {
     return DisplayManager::getInstance();
 }
 
-class InputManagerTest : public test::WindowTest {
-  protected:
+struct InputManagerTest : test::WindowTest {
     /// A window of 400 by 400 pixels and 20 by 10 cells, which has the pointer and the keys.
     void startInput(const std::vector<std::string> &server_arguments = {}) {
         server.emplace(1600, 1200, server_arguments);
@@ -240,34 +239,37 @@ TEST_F(InputManagerTest, games_may_convert_sfml_keys_themselves) {
 }
 
 TEST_F(InputManagerTest, starts_with_a_window_without_one_and_headless) {
-    const auto expect_log = [&](int answer, const std::string &lines) {
+    const auto start_and_stop = [&] {
         said();
-        EXPECT_EQ(input.startUp(), answer);
+        input.startUp();
         input.getInput();
-        EXPECT_EQ(said(), lines);
         if (input.isStarted())
             input.shutDown();
+        return said();
     };
     const std::string start = "InputManager::startUp(): ";
     const std::string started = start + "successfully started.\n";
+    const std::string stopped = "InputManager::shutDown(): successfully stopped.\n";
     const std::string no_window =
         "InputManager::getInput(): DisplayManager unexpectedly returned null window!\n";
     startLog(5);
-    expect_log(-1, start + "Error starting InputManager. DisplayManager must be started first.\n" +
-                       no_window);
+    EXPECT_EQ(start_and_stop(),
+              start + "Error starting InputManager. DisplayManager must be started first.\n" +
+                  no_window);
     startDisplay();
-    expect_log(0, start + "Keyboard repeated disabled.\n" + started);
-    EXPECT_EQ(said(), "InputManager::shutDown(): Keyboard repeat enabled.\n"
-                      "InputManager::shutDown(): successfully stopped.\n");
+    EXPECT_EQ(start_and_stop(), start + "Keyboard repeated disabled.\n" + started +
+                                    "InputManager::shutDown(): Keyboard repeat enabled.\n" +
+                                    stopped);
     display().shutDown();
-    sv::Config::getInstance().loadConfig("headless:true");
+    configure("headless:true");
     ASSERT_EQ(display().startUp(), 0);
-    expect_log(0, start + "not doing input since in headless mode.\n" + started);
-    sv::Config::getInstance().loadConfig("headless:false");
-    expect_log(0, start +
-                      "Warning - DisplayManager unexpectedly returned null window! Cannot "
-                      "disable keyboard repeat.\n" +
-                      started + no_window);
+    EXPECT_EQ(start_and_stop(),
+              start + "not doing input since in headless mode.\n" + started + stopped);
+    configure("headless:false");
+    EXPECT_EQ(start_and_stop(), start +
+                                    "Warning - DisplayManager unexpectedly returned null window! "
+                                    "Cannot disable keyboard repeat.\n" +
+                                    started + no_window + stopped);
 }
 
 } // namespace

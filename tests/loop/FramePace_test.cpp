@@ -18,8 +18,7 @@ struct Step {
     std::string complaint = ""; // What stands behind "Can't keep up! ".
 };
 
-class Pace : public test::EngineTest {
-  protected:
+struct Pace : test::EngineTest {
     Pace() { startLog(); }
 
     void play(const char *name, int frame_time, const std::vector<Step> &steps) {

@@ -35,8 +35,7 @@ std::string linesLike(const std::string &pattern, const std::string &text) {
 
 const std::string stars = std::string(52, '*') + "\n";
 
-class GameManagerTest : public test::EngineTest {
-  protected:
+struct GameManagerTest : test::EngineTest {
     /// Without a session, which has its own log file and puts the random numbers back.
     static int start(const std::string &config = "", int log_level = 0) {
         writeFile("sv-config.txt", "headless:true," + config);

@@ -60,8 +60,7 @@ class Actor : public Object {
     std::function<void(Actor *)> action;
 };
 
-class Mistakes : public test::EngineTest, public testing::WithParamInterface<std::string> {
-  protected:
+struct Mistakes : test::EngineTest, testing::WithParamInterface<std::string> {
     Mistakes() {
         writeFile("sv-config.txt", "headless:true,");
         prepareLog();
@@ -236,8 +235,12 @@ TEST_F(Mistake, only_objects_made_by_new_are_deleted) {
     new (std::nothrow) Counted;
     EXPECT_EQ(reinterpret_cast<std::uintptr_t>(new Tank) % 64, 0U);
     EXPECT_EQ(Counted::count, not_by_new + 4 + 1 + 1);
+    shared->registerInterest("boom");
     world().markForDelete(shared.get());
     play();
+    Event boom;
+    boom.setType("boom");
+    EXPECT_EQ(world().onEvent(&boom), 0) << "no more events either";
     game().shutDown();
     EXPECT_EQ(Counted::count, not_by_new);
     const std::string warning =

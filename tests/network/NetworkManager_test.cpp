@@ -23,8 +23,7 @@ std::string withLength(int length, std::size_t size) {
 
 const std::string longest = withLength(MAX_MESSAGE_BYTES, MAX_MESSAGE_BYTES);
 
-class Network : public test::NetworkTest {
-  protected:
+struct Network : test::NetworkTest {
     void expectRefused(int answer, const std::string &line, int refusal = -1) {
         EXPECT_EQ(answer, refusal);
         EXPECT_EQ(lastLine(), "NetworkManager::" + line);

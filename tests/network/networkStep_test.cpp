@@ -11,8 +11,7 @@ using test::waitUntil;
 
 constexpr char residual[] = "GameManager::run(): Warning! Residual network data.\n";
 
-class NetworkStep : public test::NetworkTest {
-  protected:
+struct NetworkStep : test::NetworkTest {
     void SetUp() override { join(1); }
 
     void sendAndArrive(const std::string &bytes) {

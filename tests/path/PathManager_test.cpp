@@ -16,8 +16,7 @@ using test::Witness;
 using Waypoints = std::vector<Vector>;
 
 /// Time stands still unless a test moves it, so that one cycle completes every pending search.
-class Paths : public test::SessionTest {
-  protected:
+struct Paths : test::SessionTest {
     explicit Paths(const char *config = "frame_time:100,") : SessionTest(config) {}
     ~Paths() override { session.end(); } // While there is still the diary.
 
@@ -270,7 +269,7 @@ struct HurriedPaths : Paths {
 TEST_F(HurriedPaths, are_found_without_time_for_them) {
     putSeekers(5);
     session.play(2);
-    EXPECT_EQ(diary, test::Diary(10, "o: sv-path")) << "each has its turn in each step";
+    EXPECT_EQ(std::ranges::count(diary, "o: sv-path"), 10) << "each has its turn in each step";
 }
 
 } // namespace

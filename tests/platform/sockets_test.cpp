@@ -36,8 +36,7 @@ void expectReason() {
 
 /// A server on the loopback and one connection to it, seen from both ends; open until the process
 /// ends.
-class Connection : public testing::Test {
-  protected:
+struct Connection : testing::Test {
     void SetUp() override {
         ASSERT_EQ(startSockets(), 0);
         listener = listenOn(loopback, 0, 4);

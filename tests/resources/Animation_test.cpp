@@ -17,8 +17,7 @@ using sv::NO_TRANSPARENCY;
 constexpr int lowest = std::numeric_limits<int>::min();
 constexpr int highest = std::numeric_limits<int>::max();
 
-class Animations : public test::EngineTest {
-  protected:
+struct Animations : test::EngineTest {
     Animations() {
         startLog();
         sv::Config::getInstance().loadConfig("headless:true,");

@@ -13,8 +13,7 @@ namespace {
 constexpr int samples_per_second = 8000;
 constexpr double beep_seconds = 0.05;
 
-class Playing : public test::EngineTest {
-  protected:
+struct Playing : test::EngineTest {
     Playing() {
         startLog();
         std::vector<std::int16_t> beep(static_cast<std::size_t>(beep_seconds * samples_per_second));

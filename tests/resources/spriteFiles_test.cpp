@@ -14,8 +14,7 @@ namespace {
 const std::string loading = "RM::loadSprite(): Loading sprite 'spr.txt'.\n";
 const std::string not_loaded = "RM::loadSprite(): Sprite 'it' NOT loaded.\n";
 
-class SpriteFiles : public test::EngineTest {
-  protected:
+struct SpriteFiles : test::EngineTest {
     SpriteFiles() { startLog(); }
 
     /// Loads `text` as a file, with nothing loaded or logged before, and returns the answer.
@@ -205,27 +204,25 @@ TEST_F(SpriteFiles, lines_may_be_as_long_as_the_file) {
                     end_of_file + "readData(): Error! Never encountered '</HEADER>'."}});
 }
 
-TEST_F(SpriteFiles, contents_are_logged_at_level_20) {
+TEST_F(SpriteFiles, what_is_unused_or_extra_is_logged) {
     EXPECT_EQ(load(robustFile("frames 7\nwidth 2\nframes 1\nheight 2\nmood good\nslowdown -1\n",
                               "ab\ncd\nend\n", "date today\nversion 1\nversion 2\n"),
                    20),
               0);
-    EXPECT_EQ(said(), loading +
-                          "RM::loadSprite(): assuming robust sprite file format.\n"
-                          "\tAfter reading header: line number is '8'\n"
-                          "matchLineInt(): Warning! 'frames 1' matches multiple lines.\n"
-                          "RM::loadRobustSprite(): Warning! No 'color' in header.\n"
-                          "RM::loadRobustSprite(): Note! No 'transparency' in header.\n"
-                          "RM::loadRobustSprite(): Note! No 'slowdown' in header.\n"
-                          "RM::loadRobustSprite(): Warning! Unused HEADER lines:\n\t'mood good'\n"
-                          "\t      Frames: 1\n\t       Width: 2\n\t      Height: 2\n"
-                          "\t    Slowdown: 0\n\tTransparency: (none)\n"
-                          "\tAfter reading body: line number is '13'\n"
-                          "\t       Color: default\n\tLine 11: 'ab'\n\tLine 12: 'cd'\n"
-                          "matchLineStr(): Warning! 'version 2' matches multiple lines.\n"
-                          "RM::loadRobustSprite(): Warning! Unused FOOTER lines:\n\t'date today'\n"
-                          "RM::loadSprite(): Sprite 'it' frames:\n\tFrame 1:\n\tab\n\tcd\n"
-                          "RM::loadSprite(): Sprite 'it' loaded.\n");
+    const std::string lines = said();
+    for (const char *part :
+         {"\tAfter reading header: line number is '8'\n"
+          "matchLineInt(): Warning! 'frames 1' matches multiple lines.\n"
+          "RM::loadRobustSprite(): Warning! No 'color' in header.\n"
+          "RM::loadRobustSprite(): Note! No 'transparency' in header.\n"
+          "RM::loadRobustSprite(): Note! No 'slowdown' in header.\n"
+          "RM::loadRobustSprite(): Warning! Unused HEADER lines:\n\t'mood good'\n",
+          "\t    Slowdown: 0\n\tTransparency: (none)\n"
+          "\tAfter reading body: line number is '13'\n"
+          "\t       Color: default\n\tLine 11: 'ab'\n\tLine 12: 'cd'\n"
+          "matchLineStr(): Warning! 'version 2' matches multiple lines.\n"
+          "RM::loadRobustSprite(): Warning! Unused FOOTER lines:\n\t'date today'\n"})
+        EXPECT_NE(lines.find(part), std::string::npos) << lines;
     EXPECT_EQ(load(robustFile(two_by_one, "ab\nend\ncd\nend\n"), 5), -1);
     EXPECT_TRUE(
         said().ends_with(robust + "Extra BODY:\n\tLine 11: cd\n\tLine 12: end\n" + not_loaded));

@@ -8,8 +8,7 @@
 namespace sv {
 namespace {
 
-class SerializationTest : public test::WorldTest {
-  protected:
+struct SerializationTest : test::WorldTest {
     Object *p_o = new Object;
 };
 
@@ -24,6 +23,7 @@ TEST_F(SerializationTest, new_objects_write_everything_once) {
     EXPECT_EQ(p_o->serialize(""), text);
     EXPECT_EQ(p_o->serialize(""), "");
     EXPECT_EQ(p_o->serialize("ALL"), text);
+    EXPECT_EQ(logText().find("missing trailing"), std::string::npos);
 }
 
 TEST_F(SerializationTest, selectors_name_attributes_with_commas) {

@@ -158,8 +158,8 @@ class Pilgrim : public Object {
     }
 
     int setPosition(Vector new_position) override {
+        on_arrival(); // First: reading the path forgets the waypoints behind.
         seen.push_back(getPath().waypoints);
-        on_arrival();
         return Object::setPosition(new_position);
     }
 

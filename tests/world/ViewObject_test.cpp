@@ -14,8 +14,7 @@
 namespace sv {
 namespace {
 
-class ViewObjectTest : public test::WorldTest {
-  protected:
+struct ViewObjectTest : test::WorldTest {
     ViewObjectTest() {
         // The middles of the sixths of 78 columns are columns too.
         Config::getInstance().loadConfig("headless:true,window_horizontal_chars:78,");
@@ -72,6 +71,7 @@ TEST_F(ViewObjectTest, labels_show_in_nine_places) {
                            std::string(12, '\n') +
                            "           P6 66                     P7 77                     P8 88");
     EXPECT_NE(screenColors().find("c cc c\n"), std::string::npos) << screenColors();
+    EXPECT_EQ(logText().find("out of range"), std::string::npos) << "a free label has no location";
 }
 
 TEST_F(ViewObjectTest, sprites_show_at_the_edges_of_the_view) {
@@ -117,8 +117,9 @@ TEST_F(ViewObjectTest, attributes_have_numbers_in_each_class) {
     ViewObject *p_label = make("");
     const Object *p_o = p_label;
     p_label->serialize("ALL");
-    p_label->setColor(RED);
     p_label->setAcceleration({1, 1});
+    EXPECT_TRUE(p_label->isModified()) << "as an object";
+    p_label->setColor(RED);
     for (int index = -1; index <= ATTRIBUTE_COUNT; ++index) {
         EXPECT_EQ(p_label->isModified(index), index == 3) << index;
         EXPECT_EQ(p_o->isModified(index), index == 13) << index;

@@ -16,8 +16,7 @@ namespace {
 using test::Diary;
 using test::Witness;
 
-class WorldManagerTest : public test::WorldTest {
-  protected:
+struct WorldManagerTest : test::WorldTest {
     Witness &a = *new Witness("a", diary);
     Witness &b = *new Witness("b", diary);
     Witness &c = *new Witness("c", diary);

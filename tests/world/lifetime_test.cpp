@@ -40,8 +40,7 @@ class Actor : public Object {
     std::string &events;
 };
 
-class Lifetime : public testing::Test {
-  protected:
+struct Lifetime : testing::Test {
     Lifetime() {
         session.start();
         Animation pictures;

@@ -13,8 +13,7 @@ namespace {
 using test::Diary;
 using test::Witness;
 
-class MovementTest : public test::WorldTest {
-  protected:
+struct MovementTest : test::WorldTest {
     /// An object that the diary calls `name`.
     Witness *make(const std::string &name, Vector position, Solidness solidness = HARD) {
         auto *p_o = new Witness(name, diary);
