@@ -16,9 +16,7 @@ struct ConfigTest : test::EngineTest {
 
     /// What is logged while a text is loaded; empty: the file.
     std::string load(const std::string &text = "") {
-        test::CapturedErrors errors;
-        config.loadConfig(text);
-        return errors.take();
+        return test::errorsOf([&] { config.loadConfig(text); });
     }
 
     std::string loadFile(const std::string &content) {
@@ -32,9 +30,7 @@ struct ConfigTest : test::EngineTest {
     }
 
     std::string printed() {
-        test::CapturedErrors errors;
-        config.printConfig();
-        return errors.take();
+        return test::errorsOf([&] { config.printConfig(); });
     }
 
     Config &config = Config::getInstance();

@@ -14,13 +14,6 @@ namespace sv {
 namespace {
 
 struct Log : test::EngineTest {
-    /// What is written to standard error meanwhile.
-    static std::string errorsOf(const std::function<void()> &action) {
-        test::CapturedErrors errors;
-        action();
-        return errors.take();
-    }
-
     LogManager &log = LogManager::getInstance();
 };
 
@@ -56,7 +49,7 @@ TEST_F(Log, lines_have_time_step_count_and_message) {
 
 TEST_F(Log, defaults_are_level_0_and_both_prefixes) {
     ManualTime time;
-    EXPECT_EQ(errorsOf([&] {
+    EXPECT_EQ(test::errorsOf([&] {
                   log.writeLog(1, "one");
                   log.writeLog(0, "two");
               }),
@@ -95,7 +88,7 @@ TEST_F(Log, another_programs_log_is_kept) {
     ASSERT_TRUE(other);
     std::setbuf(other, nullptr);
     std::fputs("other 1\n", other);
-    EXPECT_EQ(errorsOf([] { startLog(); }), warning);
+    EXPECT_EQ(test::errorsOf([] { startLog(); }), warning);
     log.writeLog("own 1");
     std::fputs("other 2\n", other);
     log.writeLog("own 2");
@@ -147,13 +140,14 @@ TEST_F(SharedLog, is_never_shared_when_a_device) {
     EXPECT_FALSE(open(files[0], "first\n"));
     EXPECT_FALSE(open(files[1], "second\n"));
 
-    test::CapturedErrors errors;
-    std::fputs("first\n", stderr);
-    name = "/dev/stderr";
-    EXPECT_FALSE(open(files[2], "second\n"));
-    std::fputs("third\n", stderr);
-    write(files[2], "fourth\n");
-    EXPECT_EQ(errors.take(), "first\nsecond\nthird\nfourth\n");
+    const std::string errors = test::errorsOf([&] {
+        std::fputs("first\n", stderr);
+        name = "/dev/stderr";
+        EXPECT_FALSE(open(files[2], "second\n"));
+        std::fputs("third\n", stderr);
+        write(files[2], "fourth\n");
+    });
+    EXPECT_EQ(errors, "first\nsecond\nthird\nfourth\n");
 }
 
 TEST_F(Log, a_full_disk_is_reported_once) {
@@ -161,7 +155,7 @@ TEST_F(Log, a_full_disk_is_reported_once) {
         GTEST_SKIP() << "no /dev/full here";
     test::setEnvironment(LOG_FILE_VARIABLE, "/dev/full");
     for (const bool do_flush : {true, false}) {
-        EXPECT_EQ(errorsOf([&] {
+        EXPECT_EQ(test::errorsOf([&] {
                       startLog();
                       log.setFlush(do_flush);
                       EXPECT_EQ(log.writeLog("message"), -1);
@@ -179,7 +173,7 @@ TEST_F(Log, a_deleted_log_goes_on_in_a_new_file) {
     const std::string deleted =
         "LogManager::writeLog(): Warning! The log file 'selvane.log' was deleted. ";
     const auto two_lines = [&] {
-        return errorsOf([&] {
+        return test::errorsOf([&] {
             log.writeLog("one");
             log.writeLog("two");
         });
@@ -216,10 +210,10 @@ TEST_F(Log, the_variable_wins_over_the_configuration) {
 TEST_F(Log, a_new_start_empties_the_file) {
     startLog(5);
     EXPECT_EQ(log.startUp(), -1);
-    EXPECT_EQ(errorsOf([&] { log.shutDown(); }), "");
+    EXPECT_EQ(test::errorsOf([&] { log.shutDown(); }), "");
     EXPECT_EQ(logText(), "LogManager::startup(): Warning! LogManager already started.\n"
                          "LogManager::shutDown(): successfully stopped.\n");
-    EXPECT_EQ(errorsOf([&] { log.shutDown(); }),
+    EXPECT_EQ(test::errorsOf([&] { log.shutDown(); }),
               "Manager::shutDown(): Warning! LogManager not started.\n"
               "LogManager::shutDown(): successfully stopped.\n");
     ASSERT_EQ(log.startUp(), 0);

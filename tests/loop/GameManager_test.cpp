@@ -42,6 +42,13 @@ struct GameManagerTest : test::EngineTest {
         prepareLog(log_level);
         return game().startUp();
     }
+
+    static std::string errorsOfFailedStart(const std::string &config) {
+        return test::errorsOf([&] {
+            EXPECT_EQ(start(config), -1);
+            game().shutDown();
+        });
+    }
 };
 
 TEST_F(GameManagerTest, numbers_the_steps_of_each_run) {
@@ -124,10 +131,7 @@ TEST_F(GameManagerTest, refuses_a_second_start) {
 
 TEST_F(GameManagerTest, fails_without_a_log_file) {
     test::setEnvironment(LOG_FILE_VARIABLE, "missing/x.log");
-    test::CapturedErrors errors;
-    EXPECT_EQ(start(), -1);
-    game().shutDown();
-    EXPECT_EQ(errors.take(),
+    EXPECT_EQ(errorsOfFailedStart(""),
               "LogManager::startup(): Warning! Unable to open file 'missing/x.log'.\n"
               "Error starting log manager!\n" +
                   stars + "** Game engine stopped **\n");
@@ -136,18 +140,12 @@ TEST_F(GameManagerTest, fails_without_a_log_file) {
 
 TEST_F(GameManagerTest, reports_a_failure_on_standard_error_once) {
     const std::string reason = "Its sides are 1 to 16384 long, in pixels and in characters.\n";
-    const auto reported = [&] {
-        test::CapturedErrors errors;
-        EXPECT_EQ(start("window_horizontal_chars:0,"), -1);
-        game().shutDown();
-        return errors.take();
-    };
-    EXPECT_EQ(reported(),
+    EXPECT_EQ(errorsOfFailedStart("window_horizontal_chars:0,"),
               "Selvane did not start. " + reason + "The log may say more: selvane.log\n");
     if (std::filesystem::path::preferred_separator != '/')
         GTEST_SKIP() << "no /dev/stderr here";
     test::setEnvironment(LOG_FILE_VARIABLE, "/dev/stderr");
-    const std::string log = reported();
+    const std::string log = errorsOfFailedStart("window_horizontal_chars:0,");
     EXPECT_TRUE(log.starts_with(stars)) << log;
     EXPECT_EQ(log.find(reason), log.rfind(reason)) << log;
     EXPECT_EQ(log.find("Selvane did not start"), std::string::npos) << log;
@@ -206,9 +204,8 @@ TEST_F(Globals, may_use_the_engine_around_main) {
     writeFile("beep.wav", test::waveFile(std::vector<std::int16_t>(400, 9000)));
     for (const char *way : {"engine", "exit", "atexit", "late"}) {
         test::setEnvironment("SELVANE_TEST_WAY", way);
-        test::CapturedErrors errors;
-        EXPECT_EQ(std::system("\"" GLOBALS_PROGRAM "\""), 0) << way;
-        const std::string text = errors.take();
+        const std::string text =
+            test::errorsOf([&] { EXPECT_EQ(std::system("\"" GLOBALS_PROGRAM "\""), 0) << way; });
         EXPECT_NE(text.find("last words"), std::string::npos) << way;
         EXPECT_EQ(text.find("device not closed"), std::string::npos) << "OpenAL's complaint";
         EXPECT_NE(logText().find("** Game engine stopped **"), std::string::npos) << way;

@@ -108,9 +108,7 @@ TEST_P(AtEachMoment, shut_down_waits_for_the_step) {
     EXPECT_FALSE(game().isStarted());
     EXPECT_FALSE(DisplayManager::getInstance().isStarted());
     EXPECT_TRUE(isLogged("** Game engine stopped **"));
-    test::CapturedErrors errors;
-    game().shutDown();
-    EXPECT_EQ(errors.take(), "");
+    EXPECT_EQ(test::errorsOf([] { game().shutDown(); }), "");
     EXPECT_EQ(game().startUp(), 0);
 }
 

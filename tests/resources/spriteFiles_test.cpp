@@ -28,16 +28,12 @@ struct SpriteFiles : test::EngineTest {
         return resources.loadSprite("spr.txt", "it");
     }
 
-    struct Case {
-        std::string text;
-        std::string reason;
-    };
-
-    void expectRefused(const std::vector<Case> &cases) {
-        for (const Case &c : cases) {
-            SCOPED_TRACE(c.text.substr(0, 100));
-            EXPECT_EQ(load(c.text), -1);
-            EXPECT_EQ(said(), loading + c.reason + "\n" + not_loaded);
+    /// Texts, and what is logged of them.
+    void expectRefused(const std::vector<std::pair<std::string, std::string>> &cases) {
+        for (const auto &[text, reason] : cases) {
+            SCOPED_TRACE(text.substr(0, 100));
+            EXPECT_EQ(load(text), -1);
+            EXPECT_EQ(said(), loading + reason + "\n" + not_loaded);
             EXPECT_EQ(resources.getSprite("it"), nullptr);
         }
     }

@@ -42,13 +42,12 @@ class EngineTest : public testing::Test {
     std::size_t said_before = 0; // Characters of the log that said() has returned.
 };
 
-/// Standard error while it lives.
-class CapturedErrors {
-  public:
-    CapturedErrors() { testing::internal::CaptureStderr(); }
-
-    /// Ends the capture; to be called once.
-    std::string take() { return testing::internal::GetCapturedStderr(); }
-};
+/// What goes to standard error meanwhile.
+template<typename Action>
+std::string errorsOf(const Action &action) {
+    testing::internal::CaptureStderr();
+    action();
+    return testing::internal::GetCapturedStderr();
+}
 
 } // namespace test

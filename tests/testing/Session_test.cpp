@@ -103,12 +103,7 @@ TEST_F(SessionTest, every_program_is_ended) {
         return 0;
     };
     const auto expect_errors = [](const std::function<int()> &program, const std::string &errors) {
-        test::CapturedErrors captured;
-        {
-            Session session(program);
-            session.play(2);
-        }
-        EXPECT_EQ(captured.take(), errors);
+        EXPECT_EQ(test::errorsOf([&] { Session(program).play(2); }), errors);
     };
     expect_errors([] { return runRepeatedly(100); }, "");
     expect_errors([] { return runRepeatedly(101); },

@@ -1,6 +1,5 @@
 #include "selvane/world/WorldManager.h"
 
-#include "selvane/core/LogManager.h"
 #include "selvane/loop/GameManager.h"
 #include "support/WorldTest.h"
 
@@ -148,8 +147,6 @@ struct SceneGraphTest : test::WorldTest {
 };
 
 TEST_F(SceneGraphTest, lists_agree_with_fields) {
-    LogManager::getInstance().shutDown(); // Refusals by the thousand are of no interest.
-    test::CapturedErrors errors;
     for (unsigned seed = 1; seed <= 20 && !HasFailure(); ++seed) {
         std::mt19937 random(seed);
         Objects objects;
