@@ -159,7 +159,8 @@ TEST_F(ConfigTest, likely_mistakes_are_logged_with_their_line) {
         int line;
         std::string fault;
     } cases[] = {
-        {"fame_Time:20,", 1, "No setting is called 'fame_Time', but one is called 'frame_time'."},
+        {"fframe__Time:20,", 1,
+         "No setting is called 'fframe__Time', but one is called 'frame_time'."},
         {"# a\n\nlives:3,", 3, "No setting is called 'lives'."},
         {"frame_time = 20,", 1, "'frame_time=20' has no colon; 'frame_time:20,' is meant."},
         {"headless,", 1, "'headless' has no colon; a setting is written as key:value,"},

@@ -102,14 +102,10 @@ struct SharedLog : Log {
     bool open(std::FILE *&file, const char *line) {
         const platform::LogFile opened = platform::openLog(name);
         file = opened.p_file;
-        EXPECT_NE(file, nullptr);
-        write(file, line);
-        return opened.is_shared;
-    }
-
-    static void write(std::FILE *file, const char *line) {
+        EXPECT_TRUE(file);
+        std::setbuf(file, nullptr);
         std::fputs(line, file);
-        std::fflush(file);
+        return opened.is_shared;
     }
 
     std::string name = "selvane.log";
@@ -120,9 +116,10 @@ TEST_F(SharedLog, is_emptied_only_by_its_sole_writer) {
     files[0] = platform::openNewLog(name);
     ASSERT_TRUE(files[0]);
     EXPECT_FALSE(platform::openNewLog(name)) << "its name is taken";
-    write(files[0], "first\n");
+    std::setbuf(files[0], nullptr);
+    std::fputs("first\n", files[0]);
     EXPECT_TRUE(open(files[1], "second\n"));
-    write(files[0], "first again\n");
+    std::fputs("first again\n", files[0]);
     std::fclose(files[0]);
     EXPECT_TRUE(open(files[2], "third\n")) << "the second still writes";
     EXPECT_EQ(logText(), "first\nsecond\nfirst again\nthird\n");
@@ -145,7 +142,7 @@ TEST_F(SharedLog, is_never_shared_when_a_device) {
         name = "/dev/stderr";
         EXPECT_FALSE(open(files[2], "second\n"));
         std::fputs("third\n", stderr);
-        write(files[2], "fourth\n");
+        std::fputs("fourth\n", files[2]);
     });
     EXPECT_EQ(errors, "first\nsecond\nthird\nfourth\n");
 }

@@ -45,8 +45,7 @@ TEST_F(Text, match_logs_every_parse) {
                       "match(): Looking for match 'b' among 2 items.\n");
     LogManager::getInstance().setLogLevel(28);
     match("a:1,b", "b");
-    for (const char *line : {"\n\tp_element is 'a:1' (", "\n\ttoken is 'a' (", "\n\t0  a : 1\n"})
-        EXPECT_NE(logText().find(line), std::string::npos) << line;
+    EXPECT_NE(logText().find("\n\tp_element is 'a:1' ("), std::string::npos);
 }
 
 TEST_F(Text, attribute_text_is_kept_exactly) {

@@ -93,12 +93,6 @@ TEST_F(DisplayManagerTest, unstarted_displays_refuse_and_convert) {
     EXPECT_EQ(sv::pixelsToSpaces({64, 16}), (Vector{5, 0.5F}));
     EXPECT_EQ(said(), "spacesToPixels(int): spaces (10.00,2.00) = pixels (128.00,64.00)\n"
                       "pixelsToSpaces(): pixels (64.00,16.00) = spaces (5.00,0.50)\n");
-    test::clearEnvironment("DISPLAY");
-    sv::Config::getInstance().loadConfig("headless:true,font_file:missing.ttf");
-    said();
-    ASSERT_EQ(display().startUp(), 0);
-    EXPECT_EQ(said(), "DisplayManager::startUp(): not doing graphics since in headless mode.\n"
-                      "DisplayManager::startUp(): successfully started.\n");
 }
 
 TEST_F(DisplayManagerTest, unusable_displays_are_refused_with_advice) {

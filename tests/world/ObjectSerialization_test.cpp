@@ -135,7 +135,10 @@ TEST_F(SerializationTest, invalid_values_change_nothing) {
         EXPECT_EQ(std::regex_replace(said(), prefix, ">"), logged) << text;
         EXPECT_EQ(p_o->serialize("ALL"), before) << text;
     }
-    p_o->deserialize("shape:77,altitude:99,solidness:2147483648,"); // The setters refuse those.
+    for (const char *text : {"shape:3,altitude:5,solidness:2147483648,", "shape:-2,altitude:-1,"})
+        p_o->deserialize(text); // The setters refuse those.
+    expectLogged({"Shape::setType(): Unknown shape type 3. Ignoring.",
+                  "Shape::setType(): Unknown shape type -2. Ignoring."});
     EXPECT_EQ(p_o->serialize("ALL"), before);
 }
 

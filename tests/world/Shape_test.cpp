@@ -102,14 +102,4 @@ TEST_F(ShapeTest, invalid_sizes_are_drawn_without_harm) {
     EXPECT_EQ(sv::DisplayManager::getInstance().swapBuffers(), 0);
 }
 
-TEST_F(ShapeTest, refusals_are_logged) {
-    startLog();
-    Shape shape;
-    for (const int type : {3, -2})
-        shape.setType(type);
-    EXPECT_EQ(shape.getType(), sv::CIRCLE);
-    EXPECT_EQ(logText(), "Shape::setType(): Unknown shape type 3. Ignoring.\n"
-                         "Shape::setType(): Unknown shape type -2. Ignoring.\n");
-}
-
 } // namespace
