@@ -31,13 +31,16 @@ builds_by_find_package() {
     grep -qF "Selvane_DIR:PATH=$1/lib" cmake-build/CMakeCache.txt || fail "another Selvane was found"
     cmake --build cmake-build
     runs_with_version cmake-build/countdown "$version"
+    SELVANE_RECORD=countdown.record cmake-build/countdown
+    "$1/bin/selvane-replay" cmake-build/countdown countdown.record || fail "its record does not play again"
 }
 
 # holds_only_the_engine FOLDER
 holds_only_the_engine() {
     local others
     others=$(find "$1" -type f ! -path '*/include/selvane/*.h' ! -path '*/lib*/cmake/Selvane/*.cmake' \
-        ! -name libselvane.a ! -name selvane.pc ! -path '*/bin/selvane-new' ! -path '*/selvane-starter/*')
+        ! -name libselvane.a ! -name selvane.pc ! -path '*/bin/selvane-new' ! -path '*/bin/selvane-replay' \
+        ! -path '*/selvane-starter/*')
     [ -z "$others" ] || fail "installed, and not the engine's: $others"
 }
 
@@ -101,7 +104,9 @@ new_games_pass_their_check_wherever_they_are() {
     grep -qF "$work/outside" "$work/else where/it/build/CMakeCache.txt" && fail "the build is of the old place"
 
     cmake --install "$work/else where/it/build" --prefix "$work/games"
-    SELVANE_CONFIG=$PWD/sv-config.txt SELVANE_LOG_LEVEL=1 timeout 1 "$work/games/bin/My-Game" || true
+    SELVANE_CONFIG=$PWD/sv-config.txt SELVANE_LOG_LEVEL=1 "$work/games/bin/My-Game" &
+    until grep -qsF "starting game loop" selvane.log; do sleep 0.1; done
+    kill $!
     grep -qF "as '$work/games/share/selvane/My-Game/sprites/hero.txt'" selvane.log ||
         fail "the installed game does not find its data: $(cat selvane.log)"
 }

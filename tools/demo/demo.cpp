@@ -84,7 +84,8 @@ void document(demo::GamePlayer &player, demo::XServer &server, Album &album) {
     };
 }
 
-/// Adds every frame to a film. As PlayerInLoop: the world does not know it, and it is never deleted.
+/// Adds every frame to a film. As PlayerInLoop: the world does not know it, and it is never
+/// deleted.
 class Filming : public sv::Object {
   public:
     explicit Filming(const std::filesystem::path &file)

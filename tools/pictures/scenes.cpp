@@ -12,6 +12,9 @@ int main();
 namespace first_object {
 int main();
 }
+namespace ghost {
+int main();
+}
 namespace keys_and_mouse {
 int main();
 }
@@ -133,6 +136,12 @@ void walk(Session &session) {
     session.play();
 }
 
+/// The first race, and the second one halfway.
+void runRaces(Session &session) {
+    session.pressKey(Keyboard::RIGHTARROW);
+    session.play(110);
+}
+
 /// Four drops, a step of the way between them.
 void water(Session &session, Keyboard::Key way) {
     for (int i = 0; i < 4; ++i) {
@@ -196,6 +205,7 @@ const Scene all[] = {
      }},
     {"shooter", examples, wide, shooter::main, shootSaucers},
     {"cellar", examples, wide, [] { return cellar::main(0, nullptr); }, walkInCellar},
+    {"ghost", examples, wide, ghost::main, runRaces},
     {"shared_ball", examples, wide, serveBall, [](Session &session) { session.play(30); }},
     {"step_01", guide, narrow, step_01::playGame, [](Session &session) { session.play(); }},
     {"step_02", guide, narrow, step_02::playGame, [](Session &session) { session.play(); }},

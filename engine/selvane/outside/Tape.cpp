@@ -48,7 +48,7 @@ std::string Tape::takeText(Channel channel) {
 }
 
 std::optional<Channel> Tape::findMismatch() const {
-    const auto found = std::ranges::find_if_not(answers, &Answers::isUsedUp);
+    const auto *const found = std::ranges::find_if_not(answers, &Answers::isUsedUp);
     if (found == answers.end())
         return std::nullopt;
     return static_cast<Channel>(found - answers.begin());

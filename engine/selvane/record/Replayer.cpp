@@ -2,6 +2,7 @@
 
 #include "selvane/core/LogManager.h"
 #include "selvane/core/text.h"
+#include "selvane/input/InputManager.h"
 #include "selvane/outside/Outside.h"
 #include "selvane/outside/packing.h"
 #include "selvane/record/Recorder.h"
@@ -17,20 +18,6 @@ namespace {
 
 Outside &outside() {
     return Outside::getInstance();
-}
-
-const char *describe(RecordReader::State state) {
-    switch (state) {
-    case RecordReader::State::CANNOT_OPEN:
-        return "cannot be opened";
-    case RecordReader::State::NO_RECORD:
-        return "is no record, or one of another version";
-    case RecordReader::State::GOOD:
-    case RecordReader::State::CUT:
-    case RecordReader::State::DAMAGED:
-        break;
-    }
-    return "has no whole step";
 }
 
 const char *question(Channel channel) {
@@ -74,65 +61,41 @@ int Replayer::start(const std::string &filename, const ReplayOptions &new_option
     [[maybe_unused]] static const int registered = std::atexit([] { getInstance().endGame(true); });
     stop();
     Recorder::getInstance().stop();
+    record = std::make_unique<RecordedGame>(filename);
     options = new_options;
     steps = 0;
-    after = After::STEP;
-    expected = std::make_unique<WorldState>();
+    InputManager::getInstance().setUnheardListener(options.at_input);
     actual = std::make_unique<WorldState>();
-    reader = std::make_unique<RecordReader>(filename);
     outside().setMode(Outside::Mode::REPLAYING, options.is_fast);
-    if (!begin())
+    if (record->getVersion() != recordVersion())
+        outside().noteChange("the engine's version (" + recordVersion() + ", recorded " +
+                             printable(record->getVersion()) + ")");
+    loadNext();
+    if (after != Next::STEP)
         return refuse(filename);
-    if (is_of_running_game)
+    if (record->isOfRunningGame())
         std::srand(static_cast<unsigned>(outside().ask(Channel::SEED, [] { return 0; })));
     return 0;
 }
 
 int Replayer::refuse(const std::string &filename) {
-    const char *why = describe(reader->getState());
+    const char *problem = record->isOpen() ? "has no whole step" : record->getProblem();
+    const int failure = logFailure("Replayer::start(): Error! The record '%s' %s.",
+                                   printable(filename).c_str(), problem);
     stop();
-    return logFailure("Replayer::start(): Error! The record '%s' %s.", printable(filename).c_str(),
-                      why);
+    return failure;
 }
 
-/// Reads up to the first step; false if the record has none.
-bool Replayer::begin() {
-    const std::optional<Block> block = reader->next();
-    if (!block || block->kind != BlockKind::BEGIN)
-        return false;
-    std::string_view bytes = block->bytes;
-    const auto version = unpackText(bytes);
-    const auto is_of_running = unpackNumber(bytes);
-    if (!version || !is_of_running || !expected->apply(bytes))
-        return false;
-    is_of_running_game = *is_of_running != 0;
-    if (*version != recordVersion())
-        outside().noteChange("the engine's version (" + recordVersion() + ", recorded " +
-                             printable(*version) + ")");
-    loadNext();
-    return after == After::STEP;
-}
-
-/// Fills the tape with the next step's answers, and makes its world the expected one.
+/// The tape gets the next step's answers.
 void Replayer::loadNext() {
-    const std::optional<Block> block = reader->next();
-    if (!block) {
-        after = reader->getState() == RecordReader::State::DAMAGED ? After::DAMAGE : After::CUT;
-        return;
-    }
-    std::string_view bytes = block->bytes;
-    if (block->kind == BlockKind::STOP)
-        after = After::STOP;
-    else if (block->kind == BlockKind::EXIT)
-        after = outside().getTape().unpack(bytes) ? After::EXIT : After::DAMAGE;
-    else if (!outside().getTape().unpack(bytes) || !expected->apply(bytes))
-        after = After::DAMAGE;
+    after = record->next();
+    outside().getTape() = record->takeTape();
 }
 
 void Replayer::endStep() {
     if (!isReplaying())
         return;
-    if (after == After::EXIT)
+    if (after == Next::EXIT)
         return finish(false, "goes on where the recorded game ended");
     if (const std::string different = difference(); !different.empty())
         return finish(false, "differs: " + different);
@@ -142,9 +105,9 @@ void Replayer::endStep() {
     if (!isReplaying())
         return; // It was stopped there.
     loadNext();
-    if (steps == options.last_step || after == After::STOP || after == After::CUT)
+    if (steps == options.last_step || after == Next::STOP || after == Next::CUT)
         finish(true, "");
-    else if (after == After::DAMAGE)
+    else if (after == Next::DAMAGE)
         finish(false, "is damaged in the record");
 }
 
@@ -153,7 +116,7 @@ std::string Replayer::difference() {
     if (!options.is_checked)
         return "";
     actual->update();
-    if (const auto found = actual->findDifference(*expected))
+    if (const auto found = actual->findDifference(record->getWorld()))
         return *found;
     const auto mismatch = outside().getTape().findMismatch();
     if (!mismatch)
@@ -165,7 +128,7 @@ std::string Replayer::difference() {
 void Replayer::stop() {
     if (!isReplaying())
         return;
-    reader.reset();
+    record.reset();
     outside().setMode(Outside::Mode::LIVE);
 }
 
@@ -176,7 +139,7 @@ void Replayer::finish(bool is_same, const std::string &what, bool is_at_exit) {
     verdict.is_at_exit = is_at_exit;
     verdict.text =
         is_same ? stepCount(steps) + ", all the same" : "step " + grouped(steps + 1) + " " + what;
-    if (is_same && after == After::CUT)
+    if (is_same && after == Next::CUT)
         verdict.text += "; the record ends there without an end";
     for (const std::string &change : outside().getChanges())
         verdict.changes += (verdict.changes.empty() ? "not as recorded: " : ", ") + change;
@@ -191,7 +154,7 @@ void Replayer::finish(bool is_same, const std::string &what, bool is_at_exit) {
 void Replayer::endGame(bool is_at_exit) {
     if (!isReplaying())
         return;
-    if (after == After::EXIT)
+    if (after == Next::EXIT)
         finish(true, "", is_at_exit);
     else
         finish(false, "is missing: the game ended before it", is_at_exit);

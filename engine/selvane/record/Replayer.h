@@ -4,8 +4,8 @@
 /// Game-loop thread only.
 #pragma once
 
-#include "selvane/record/RecordFile.h"
-#include "selvane/record/WorldState.h"
+#include "selvane/input/InputSource.h"
+#include "selvane/record/RecordedGame.h"
 
 #include <functional>
 #include <memory>
@@ -30,6 +30,8 @@ struct ReplayOptions {
     int last_step = 0;
     /// Called after each step, with its number from 1, when it was compared.
     std::function<void(int)> after_step = {};
+    /// Called with what a person does meanwhile: the game gets the record's input only.
+    std::function<void(const InputItem &)> at_input = {};
     /// Called when the replay has ended, in a step or at the end of the process. From then on
     /// everything comes live again.
     std::function<void(const ReplayVerdict &)> at_end = {};
@@ -50,7 +52,7 @@ class Replayer {
     /// Ends it with the current step, as if the record ended there.
     void endWithStep() { options.last_step = steps + 1; }
 
-    bool isReplaying() const { return reader != nullptr; }
+    bool isReplaying() const { return record != nullptr; }
 
     // Called by the engine.
 
@@ -62,21 +64,17 @@ class Replayer {
   private:
     Replayer() = default;
 
-    /// What the record has after the steps played so far.
-    enum class After { STEP, STOP, EXIT, CUT, DAMAGE };
+    using Next = RecordedGame::Next;
 
     int refuse(const std::string &filename);
-    bool begin();
     void loadNext();
     std::string difference();
     void finish(bool is_same, const std::string &what, bool is_at_exit = false);
 
     ReplayOptions options;
-    std::unique_ptr<RecordReader> reader;
-    std::unique_ptr<WorldState> expected;
+    std::unique_ptr<RecordedGame> record;
     std::unique_ptr<WorldState> actual;
-    After after = After::STEP;
-    bool is_of_running_game = false; // Not from the engine's start on.
+    Next after = Next::STEP; // What the record has after the steps played so far.
     int steps = 0;
 };
 

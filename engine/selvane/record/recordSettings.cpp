@@ -5,7 +5,6 @@
 #include "selvane/core/text.h"
 #include "selvane/display/DisplayManager.h"
 #include "selvane/display/ScreenCapture.h"
-#include "selvane/input/InputManager.h"
 #include "selvane/outside/Outside.h"
 #include "selvane/record/Cast.h"
 #include "selvane/record/Recorder.h"
@@ -28,6 +27,11 @@ std::string variable(const char *name) {
     return value ? value : "";
 }
 
+void closeOnRequest(const InputItem &item) {
+    if (item.kind == InputItem::Kind::WINDOW_CLOSED)
+        Replayer::getInstance().endWithStep();
+}
+
 /// The replay that the environment asks for.
 class AskedReplay {
   public:
@@ -46,6 +50,7 @@ class AskedReplay {
         return {.is_fast = headless,
                 .last_step = last_step,
                 .after_step = [this](int step) { show(step); },
+                .at_input = closeOnRequest,
                 .at_end = [this](const ReplayVerdict &verdict) { end(verdict); }};
     }
 
@@ -95,11 +100,6 @@ enum class Start { FIRST, UNDER_WAY, LATER };
 Start start = Start::FIRST;
 std::unique_ptr<AskedReplay> asked;
 
-void closeOnRequest(const InputItem &item) {
-    if (item.kind == InputItem::Kind::WINDOW_CLOSED)
-        Replayer::getInstance().endWithStep();
-}
-
 } // namespace
 
 int prepareRecords() {
@@ -109,7 +109,6 @@ int prepareRecords() {
     if (file.empty())
         return 0;
     asked = std::make_unique<AskedReplay>(variable(REPLAY_OPTIONS_VARIABLE));
-    InputManager::getInstance().setUnheardListener(closeOnRequest);
     return Replayer::getInstance().start(file, asked->options());
 }
 
