@@ -2,12 +2,15 @@
 
 #include "selvane/core/Clock.h"
 #include "selvane/core/random.h"
+#include "selvane/display/ScreenCapture.h"
 #include "selvane/outside/Outside.h"
 #include "selvane/record/Recorder.h"
 #include "selvane/record/Replayer.h"
+#include "selvane/record/recordSettings.h"
 #include "selvane/selvane.h"
 #include "selvane/testing/Session.h"
 #include "support/EngineTest.h"
+#include "support/environment.h"
 
 #include <algorithm>
 #include <fstream>
@@ -66,6 +69,8 @@ class Walker : public sv::Object {
         if (step % 10 == 5)
             findPath(sv::Vector{2, 3});
         clock.delta();
+        if (step == 11)
+            setNoSoft(sv::DisplayManager::getInstance().drawCh({1, 1}, '.', sv::WHITE) == 0);
         if (step == 20)
             (new sv::ViewObject)->setValue(static_cast<int>(clock.split() % 1000));
         if (step == 25)
@@ -87,6 +92,7 @@ class Replay : public test::EngineTest {
     }
 
     static int run(const Fault &fault) {
+        sv::captureScreen(is_seen);
         sv::GameManager &game = sv::GameManager::getInstance();
         game.startUp();
         sv::ResourceManager::getInstance().loadSprite("ball.txt", "ball");
@@ -120,10 +126,14 @@ class Replay : public test::EngineTest {
         if (sv::Replayer::getInstance().start("record", {.at_end = at_end}) != 0)
             return "refused";
         Session session([&] { return run(fault); });
-        session.play(steps + 5);
+        session.play(10);
+        EXPECT_NE(session.screen(), "");
+        session.play(steps);
         session.end();
         return verdict;
     }
+
+    inline static bool is_seen = true;
 };
 
 TEST_F(Replay, finds_the_first_step_that_differs) {
@@ -132,6 +142,11 @@ TEST_F(Replay, finds_the_first_step_that_differs) {
     struct Row {
         Fault fault;
         std::string verdict;
+    };
+    const auto waitForTheClock = [](sv::Object &) {
+        const sv::Clock clock;
+        while (sv::Replayer::getInstance().isReplaying() && clock.split() < 50000) {
+        }
     };
     const Row rows[] = {
         {{8, [](sv::Object &o) { o.setSpeed(o.getSpeed() + 0.001F); }},
@@ -144,7 +159,7 @@ TEST_F(Replay, finds_the_first_step_that_differs) {
          "step 7 differs: object 3 ((Undefined)) is there, but was not recorded"},
         {{22, [](sv::Object &o) { sv::WorldManager::getInstance().markForDelete(&o); }},
          "step 23 differs: object 1 (Walker) is missing"},
-        {{9, [](sv::Object &) { sv::Clock(); }},
+        {{9, waitForTheClock},
          "step 10 differs: it asked for the time more often or less often than recorded"},
         {{14, [](sv::Object &o) { o.setType("Runner"); }},
          "step 15 differs: object 1 (Runner): type is 'Runner', recorded 'Walker'"},
@@ -153,6 +168,13 @@ TEST_F(Replay, finds_the_first_step_that_differs) {
     };
     for (const Row &row : rows)
         EXPECT_EQ(replay(row.fault).substr(0, row.verdict.size()), row.verdict);
+}
+
+TEST_F(Replay, games_that_nobody_saw_are_seen) {
+    is_seen = false;
+    record();
+    EXPECT_EQ(replay(), "42 steps, all the same");
+    is_seen = true;
 }
 
 TEST_F(Replay, tells_what_is_not_as_recorded) {
@@ -211,6 +233,14 @@ TEST_F(Replay, a_handler_begins_and_ends_records) {
         EXPECT_EQ(sv::Recorder::getInstance().start("other"), -1);
     });
     EXPECT_EQ(verdict, "10 steps, all the same");
+
+    const auto again = [](int step) {
+        EXPECT_EQ(step == 3 ? sv::Replayer::getInstance().start("record") : 0, 0);
+    };
+    play([=] { sv::Replayer::getInstance().start("record", {.after_step = again}); });
+
+    test::setEnvironment(sv::RECORD_VARIABLE, "whole");
+    play([] { EXPECT_EQ(sv::Recorder::getInstance().start("record"), -1); });
 }
 
 } // namespace

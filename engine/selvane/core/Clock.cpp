@@ -17,7 +17,7 @@ std::uint32_t systemNow() {
 }
 
 std::uint32_t now() {
-    return Outside::getInstance().ask(Channel::CLOCK, systemNow);
+    return Outside::getInstance().askTime(systemNow);
 }
 
 } // namespace

@@ -134,8 +134,14 @@ void Config::loadConfig(const std::string &config) {
         return;
     }
     Outside &outside = Outside::getInstance();
-    applyAll(outside.askChangeable("the configuration", readConfig()));
+    const std::string here = readConfig();
+    applyAll(outside.askChangeable("the configuration", here));
     applyAll(outside.askText(Channel::CONFIG, forced));
+    if (outside.isReplaying()) { // Wherever it was recorded, there may be no window here.
+        headless = false;
+        for (const std::string &text : {here, forced})
+            applyAll("headless:" + attributeValue(text, "headless") + ",");
+    }
 }
 
 void Config::applyAll(const std::string &text) {

@@ -68,7 +68,7 @@ void DisplayManager::shutDown() {
 }
 
 int DisplayManager::drawCh(Vector world_pos, char ch, Color color) {
-    if (isHeadless())
+    if (isUnseen())
         return -1;
     unsigned char r = 255;
     unsigned char g = 255;
@@ -81,25 +81,25 @@ int DisplayManager::drawCh(Vector world_pos, char ch, unsigned char r, unsigned 
                            unsigned char b) {
     if (!isStarted())
         return refuseUnstarted();
-    if (isHeadless() || !isDrawing())
+    if (isUnseen() || !isDrawing())
         return -1;
     const Vector pixel = worldToPixels(world_pos);
     if (capture)
         capture->put(world_pos - origin, ch, r, g, b);
     if (!cells)
-        return 0;
+        return isHeadless() ? -1 : 0;
     const Vector behind{pixel.x - cell_size.x / RECTANGLE_LEFT,
                         pixel.y + cell_size.y / RECTANGLE_DOWN};
     const Vector shake{static_cast<float>(shake_x), static_cast<float>(shake_y)};
     cells->add(behind, pixel + shake, ch, sf::Color(r, g, b));
-    return 0;
+    return isHeadless() ? -1 : 0;
 }
 
 int DisplayManager::drawString(Vector world_pos, const std::string &str, Justification just,
                                Color color) {
     if (!isStarted())
         return refuseUnstarted();
-    if (isHeadless())
+    if (isUnseen())
         return -1;
     std::size_t before = 0; // Characters left of the position.
     if (just == CENTER_JUSTIFIED)
@@ -109,13 +109,13 @@ int DisplayManager::drawString(Vector world_pos, const std::string &str, Justifi
     const Vector pos = world_pos - Vector{static_cast<float>(before), 0};
     for (std::size_t i = 0; i < str.length(); ++i)
         drawCh({pos.x + static_cast<float>(i), pos.y}, str[i], color);
-    return 0;
+    return isHeadless() ? -1 : 0;
 }
 
 int DisplayManager::swapBuffers() {
     if (!isStarted())
         return refuseUnstarted();
-    if (isHeadless() || !isDrawing())
+    if (isUnseen() || !isDrawing())
         return -1;
     if (capture)
         capture->show();
@@ -124,6 +124,8 @@ int DisplayManager::swapBuffers() {
         p_window->display();
         p_window->clear(colorToSFML(window_background_color));
     }
+    if (isHeadless())
+        return -1;
     shakeCells();
     return 0;
 }
@@ -181,8 +183,9 @@ void DisplayManager::reset() {
 }
 
 void DisplayManager::setCapture(bool is_wanted) {
+    is_capture_wanted = is_wanted;
     capture.reset();
-    if (is_wanted)
+    if (is_wanted || is_shown_in_record)
         capture = std::make_unique<ScreenCapture>(window_horizontal_chars, window_vertical_chars);
 }
 
@@ -190,9 +193,23 @@ bool DisplayManager::isDrawing() const {
     return p_window || (capture && isStarted());
 }
 
-/// As configured, unless the frames are captured.
+void DisplayManager::setShownInRecord(std::optional<bool> is_shown) {
+    is_shown_in_record = is_shown;
+    if (!capture || !(is_shown || is_capture_wanted))
+        setCapture(is_capture_wanted);
+}
+
+/// As configured, or recorded, unless the frames are captured for the game.
 bool DisplayManager::isHeadless() const {
-    return Config::getInstance().getHeadless() && !capture;
+    if (is_capture_wanted)
+        return false;
+    return is_shown_in_record ? !*is_shown_in_record : Config::getInstance().getHeadless();
+}
+
+/// Whoever plays a record sees what a headless game draws, though the game is told that nobody
+/// does.
+bool DisplayManager::isUnseen() const {
+    return isHeadless() && !is_shown_in_record;
 }
 
 float charWidth() {

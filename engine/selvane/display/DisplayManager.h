@@ -11,6 +11,7 @@
 #include "selvane/core/Vector.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace sf {
@@ -107,6 +108,9 @@ class DisplayManager : public Manager {
 
     /// See captureScreen().
     void setCapture(bool is_wanted);
+    /// While a record is played: whether drawing answers as if there were a window, as in the
+    /// recorded game. Everything is captured then. Without a value, as things are here.
+    void setShownInRecord(std::optional<bool> is_shown);
     /// Null while nothing is captured.
     ScreenCapture *getCapture() const { return capture.get(); }
 
@@ -126,6 +130,7 @@ class DisplayManager : public Manager {
     int prepareCells();
     void shakeCells();
     bool isHeadless() const;
+    bool isUnseen() const;
 
     // Declared before everything that needs its graphics memory, so it is destroyed last.
     std::unique_ptr<sf::RenderWindow> p_window;
@@ -134,6 +139,8 @@ class DisplayManager : public Manager {
     std::unique_ptr<sf::Text> p_text;                // What the character in a cell looks like.
     std::unique_ptr<CellBatch> cells;
     std::unique_ptr<ScreenCapture> capture;
+    bool is_capture_wanted = false;
+    std::optional<bool> is_shown_in_record;
 
     int window_horizontal_pixels = 0;
     int window_vertical_pixels = 0;

@@ -60,7 +60,7 @@ int DisplayManager::takeSizes() {
     window_vertical_chars = sizes[3];
     cell_size = {static_cast<float>(sizes[0]) / static_cast<float>(sizes[2]),
                  static_cast<float>(sizes[1]) / static_cast<float>(sizes[3])};
-    setCapture(capture != nullptr);
+    setCapture(is_capture_wanted);
     return 0;
 }
 

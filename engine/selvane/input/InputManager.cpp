@@ -111,8 +111,9 @@ void InputManager::takeUnheard() {
         const std::optional<InputItem> item = live.next();
         if (!item)
             return;
-        if (unheard_listener)
-            unheard_listener(*item);
+        const auto listener = unheard_listener; // It may set another one.
+        if (listener)
+            listener(*item);
     }
 }
 

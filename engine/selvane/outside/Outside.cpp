@@ -5,6 +5,7 @@
 
 #include <fstream>
 #include <iterator>
+#include <utility>
 
 namespace sv {
 
@@ -24,6 +25,27 @@ std::string fingerprint(const std::string &path) {
 Outside &Outside::getInstance() {
     static Outside &instance = *new Outside;
     return instance;
+}
+
+std::uint32_t Outside::askTime(std::uint32_t (*live)()) {
+    if (std::this_thread::get_id() != recorded_thread)
+        return live() + live_shift;
+    if (mode == Mode::REPLAYING)
+        return askRecordedTime(live);
+    if (last_recorded_time)
+        live_shift = *std::exchange(last_recorded_time, std::nullopt) - live();
+    const std::uint32_t now = live() + live_shift;
+    if (mode == Mode::RECORDING)
+        tape.put(Channel::CLOCK, now);
+    return now;
+}
+
+std::uint32_t Outside::askRecordedTime(std::uint32_t (*live)()) {
+    const auto recorded = static_cast<std::uint32_t>(tape.takeTime());
+    if (std::exchange(is_joining, false))
+        recorded_shift = last_recorded_time.value_or(live() + live_shift) - recorded;
+    last_recorded_time = recorded + recorded_shift;
+    return *last_recorded_time;
 }
 
 std::string Outside::askText(Channel channel, const std::string &now) {
@@ -55,6 +77,8 @@ void Outside::sleep(int milliseconds) const {
 }
 
 void Outside::setMode(Mode new_mode, bool new_is_fast) {
+    takeThread();
+    is_joining = new_mode == Mode::REPLAYING;
     mode = new_mode;
     is_fast = new_is_fast;
     tape.clear();

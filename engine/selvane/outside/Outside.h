@@ -3,14 +3,19 @@
 /// here, and gets the answer of the moment. A recorder writes the answers down as well, and while a
 /// record is played they are those of the record.
 ///
-/// Whoever gives the engine another source of chance makes it ask here. Game-loop thread only.
+/// Whoever gives the engine another source of chance makes it ask here. Game-loop thread only,
+/// except for the time, which other threads get live.
 #pragma once
 
 #include "selvane/outside/Tape.h"
 
+#include <atomic>
 #include <concepts>
-#include <functional>
+#include <cstdint>
+#include <optional>
 #include <string>
+#include <thread>
+#include <type_traits>
 #include <vector>
 
 namespace sv {
@@ -36,14 +41,18 @@ class Outside {
         return answer;
     }
 
-    /// The same for a text, `now`.
+    /// The time in microseconds, of which `live()` is the present one. Where a record begins or
+    /// ends to be played, the time goes on from what it was before.
+    std::uint32_t askTime(std::uint32_t (*live)());
+
+    /// `now`, or the text that was there instead when the game was recorded.
     std::string askText(Channel channel, const std::string &now);
 
     /// A file was loaded, or could not be: its name as the game knows it, and the path where it was
     /// found. A file that is not the one of the record is among getChanges().
     void noteFile(const std::string &name, const std::string &path);
 
-    /// The same for a text that is there at the time, under a name for people. The recorded text.
+    /// As askText(). If the two differ, `name`, as people call it, is among getChanges().
     std::string askChangeable(const std::string &name, const std::string &now);
 
     /// What is not as it was recorded, in words.
@@ -55,6 +64,9 @@ class Outside {
 
     // Called by the engine's recorder.
 
+    /// The game loop runs in this thread from here on.
+    void takeThread() { recorded_thread = std::this_thread::get_id(); }
+
     /// Empties the tape too. `new_is_fast`: sleep() does not block.
     void setMode(Mode new_mode, bool new_is_fast = false);
 
@@ -65,9 +77,17 @@ class Outside {
   private:
     Outside() = default;
 
-    Mode mode = Mode::LIVE;
+    std::uint32_t askRecordedTime(std::uint32_t (*live)());
+
+    std::atomic<Mode> mode = Mode::LIVE;
+    std::thread::id recorded_thread;
     bool is_fast = false;
     Tape tape;
+    // Added to the time, so that it goes on from one mode to the next.
+    std::atomic<std::uint32_t> live_shift = 0;
+    std::uint32_t recorded_shift = 0;
+    std::optional<std::uint32_t> last_recorded_time; // Shifted; none once the live time was told.
+    bool is_joining = false;                         // Until the record tells its first time.
     std::vector<std::string> changes;
 };
 

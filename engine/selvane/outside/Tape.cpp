@@ -9,8 +9,9 @@ namespace sv {
 
 namespace {
 
-/// A game that asks more often in one step does not end it.
+/// More equal answers in one step are taken for damage: no game asks so often.
 constexpr std::uint64_t most_answers = 1 << 28;
+constexpr std::int64_t millisecond = 1000;
 
 } // namespace
 
@@ -28,8 +29,8 @@ void Tape::putText(Channel channel, std::string text) {
 std::int64_t Tape::take(Channel channel) {
     Answers &from = answersOf(channel);
     if (from.next_run == from.runs.size()) {
-        from.is_overdrawn = true;
-        return channel == Channel::CLOCK && !from.runs.empty() ? from.runs.back().answer : -1;
+        ++from.overdrawn;
+        return -1;
     }
     const Run &run = from.runs[from.next_run];
     if (++from.taken == run.count) {
@@ -39,11 +40,19 @@ std::int64_t Tape::take(Channel channel) {
     return run.answer;
 }
 
+std::int64_t Tape::takeTime() {
+    const std::int64_t time = take(Channel::CLOCK);
+    const Answers &from = answersOf(Channel::CLOCK);
+    if (from.overdrawn == 0)
+        return time;
+    return (from.runs.empty() ? 0 : from.runs.back().answer) + from.overdrawn * millisecond;
+}
+
 std::string Tape::takeText(Channel channel) {
     Answers &from = answersOf(channel);
     if (from.next_text < from.texts.size())
         return std::move(from.texts[from.next_text++]);
-    from.is_overdrawn = true;
+    ++from.overdrawn;
     return "";
 }
 

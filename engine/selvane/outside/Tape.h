@@ -24,8 +24,12 @@ class Tape {
     void put(Channel channel, std::int64_t answer);
     void putText(Channel channel, std::string text);
 
-    /// The next answer. On an empty tape the last one again; -1 if the step had none.
+    /// The next answer; -1 on an empty tape.
     std::int64_t take(Channel channel);
+
+    /// The next time, in microseconds. On an empty tape a clock goes on, a millisecond each time:
+    /// a game that does otherwise than recorded may wait for it.
+    std::int64_t takeTime();
 
     /// Empty on an empty tape.
     std::string takeText(Channel channel);
@@ -54,10 +58,10 @@ class Tape {
         std::size_t next_run = 0;
         std::uint64_t taken = 0; // Of the next run.
         std::size_t next_text = 0;
-        bool is_overdrawn = false;
+        std::int64_t overdrawn = 0;
 
         bool isUsedUp() const {
-            return !is_overdrawn && next_run == runs.size() && next_text == texts.size();
+            return overdrawn == 0 && next_run == runs.size() && next_text == texts.size();
         }
     };
 

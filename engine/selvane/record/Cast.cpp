@@ -1,5 +1,6 @@
 #include "selvane/record/Cast.h"
 
+#include <iomanip>
 #include <string_view>
 
 namespace sv {
@@ -37,7 +38,7 @@ std::string inColor(const std::string &screen, const std::string &colors) {
 }
 
 /// As a text in JSON.
-std::string quoted(std::string_view text) {
+std::string jsonText(std::string_view text) {
     std::string json = "\"";
     for (const char ch : text) {
         switch (ch) {
@@ -66,7 +67,7 @@ std::string quoted(std::string_view text) {
 
 Cast::Cast(const std::string &filename, int columns, int rows) : file(filename) {
     file << R"({"version": 2, "width": )" << columns << R"(, "height": )" << rows << "}\n";
-    file << "[0, \"o\", " << quoted(hide_cursor) << "]\n";
+    file << "[0, \"o\", " << jsonText(hide_cursor) << "]\n";
 }
 
 void Cast::add(int milliseconds, const std::string &screen, const std::string &colors) {
@@ -74,7 +75,8 @@ void Cast::add(int milliseconds, const std::string &screen, const std::string &c
     if (text == shown)
         return;
     shown = text;
-    file << '[' << milliseconds / 1000.0 << ", \"o\", " << quoted(text) << "]" << std::endl;
+    file << '[' << milliseconds / 1000 << '.' << std::setw(3) << std::setfill('0')
+         << milliseconds % 1000 << ", \"o\", " << jsonText(text) << "]" << std::endl;
 }
 
 } // namespace sv

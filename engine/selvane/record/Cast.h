@@ -13,6 +13,9 @@ class Cast {
     /// Overwrites the file. Cells.
     Cast(const std::string &filename, int columns, int rows);
 
+    /// False once something could not be written.
+    bool isGood() const { return file.good(); }
+
     /// A frame as screenText() and screenColors() have it, and when it is shown.
     void add(int milliseconds, const std::string &screen, const std::string &colors);
 

@@ -1,5 +1,5 @@
-/// A record, read step by step: what came from outside in a step, and the world at its end. For who
-/// plays it, and for a game that shows a ghost of an earlier one.
+/// A record, read step by step: what came from outside in a step, and the world at its end. For the
+/// replay, and for a game that shows the ghost of an earlier one.
 #pragma once
 
 #include "selvane/outside/Tape.h"

@@ -5,6 +5,7 @@
 #include "selvane/outside/Outside.h"
 #include "selvane/outside/packing.h"
 #include "selvane/record/Replayer.h"
+#include "selvane/record/recordSettings.h"
 
 #include <cstdlib>
 #include <utility>
@@ -25,6 +26,9 @@ Recorder &Recorder::getInstance() {
 }
 
 int Recorder::start(const std::string &filename) {
+    if (isWholeGameRecorded())
+        return logFailure(
+            "Recorder::start(): Error! The whole game is recorded or played already.");
     if (Replayer::getInstance().isReplaying())
         return logFailure("Recorder::start(): Error! A record is being played.");
     stop();

@@ -17,9 +17,9 @@ class Recorder {
     static Recorder &getInstance();
 
     /// Begins a record here, in a handler or between two runs, and seeds the random numbers anew:
-    /// who plays it has to begin at the same place in the code, with the same objects. Ends a
-    /// record under way. 0, or -1 with a line in the log: the file cannot be written, or a record
-    /// is being played.
+    /// to play it, begin at the same place in the code, with the same objects. Ends a record that
+    /// the game has begun. 0, or -1 with a line in the log: the file cannot be written, or a record
+    /// is being played, or the settings have the whole game recorded.
     int start(const std::string &filename);
 
     /// Ends the record. Without it the record ends with the process.

@@ -2,10 +2,12 @@
 
 #include "selvane/core/LogManager.h"
 #include "selvane/core/text.h"
+#include "selvane/display/DisplayManager.h"
 #include "selvane/input/InputManager.h"
 #include "selvane/outside/Outside.h"
 #include "selvane/outside/packing.h"
 #include "selvane/record/Recorder.h"
+#include "selvane/record/recordSettings.h"
 
 #include <cstdlib>
 #include <optional>
@@ -59,8 +61,12 @@ Replayer &Replayer::getInstance() {
 
 int Replayer::start(const std::string &filename, const ReplayOptions &new_options) {
     [[maybe_unused]] static const int registered = std::atexit([] { getInstance().endGame(true); });
+    if (isWholeGameRecorded())
+        return logFailure(
+            "Replayer::start(): Error! The whole game is recorded or played already.");
     stop();
     Recorder::getInstance().stop();
+    ++started;
     record = std::make_unique<RecordedGame>(filename);
     options = new_options;
     steps = 0;
@@ -100,10 +106,11 @@ void Replayer::endStep() {
     if (const std::string different = difference(); !different.empty())
         return finish(false, "differs: " + different);
     ++steps;
-    if (options.after_step)
-        options.after_step(steps);
-    if (!isReplaying())
-        return; // It was stopped there.
+    const int current = started;
+    if (const auto after_step = options.after_step) // A copy: another record may be started there.
+        after_step(steps);
+    if (!isReplaying() || started != current)
+        return;
     loadNext();
     if (steps == options.last_step || after == Next::STOP || after == Next::CUT)
         finish(true, "");
@@ -130,6 +137,7 @@ void Replayer::stop() {
         return;
     record.reset();
     outside().setMode(Outside::Mode::LIVE);
+    DisplayManager::getInstance().setShownInRecord(std::nullopt);
 }
 
 void Replayer::finish(bool is_same, const std::string &what, bool is_at_exit) {

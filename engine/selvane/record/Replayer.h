@@ -28,7 +28,7 @@ struct ReplayOptions {
     bool is_fast = false;   ///< Without pauses between the steps.
     /// Ends after that many steps, from 1; 0: with the record.
     int last_step = 0;
-    /// Called after each step, with its number from 1, when it was compared.
+    /// Called after each step that was the same, with its number from 1.
     std::function<void(int)> after_step = {};
     /// Called with what a person does meanwhile: the game gets the record's input only.
     std::function<void(const InputItem &)> at_input = {};
@@ -42,8 +42,8 @@ class Replayer {
     static Replayer &getInstance();
 
     /// Begins here, in a handler or between two runs, where the record was begun. Ends a record
-    /// that is being written or played. 0, or -1 with a line in the log: the file is no record of
-    /// this engine.
+    /// that the game has begun to write or to play. 0, or -1 with a line in the log: the file is no
+    /// record of this engine, or the settings have the whole game recorded or played.
     int start(const std::string &filename, const ReplayOptions &new_options = {});
 
     /// Ends it before its end.
@@ -76,6 +76,7 @@ class Replayer {
     std::unique_ptr<WorldState> actual;
     Next after = Next::STEP; // What the record has after the steps played so far.
     int steps = 0;
+    int started = 0; // Records, so far.
 };
 
 } // namespace sv

@@ -1,5 +1,6 @@
 #include "selvane/record/WorldState.h"
 
+#include "selvane/core/text.h"
 #include "selvane/outside/packing.h"
 #include "selvane/world/ViewObject.h"
 #include "selvane/world/WorldManager.h"
@@ -175,7 +176,7 @@ bool forEachId(std::string_view &bytes, Visit visit) {
 std::string nameOf(int id, const ObjectState &state) {
     if (id == id_of_world)
         return "the view or the boundary";
-    return "object " + std::to_string(id) + " (" + state.get(Text::TYPE) + ")";
+    return "object " + std::to_string(id) + " (" + printable(state.get(Text::TYPE)) + ")";
 }
 
 std::string shown(std::size_t number, std::int32_t value) {
@@ -195,8 +196,8 @@ std::string firstDifference(const ObjectState &now, const ObjectState &recorded)
     std::size_t i = 0;
     while (now.texts[i] == recorded.texts[i])
         ++i;
-    return std::string(text_names[i]) + " is '" + now.texts[i] + "', recorded '" +
-           recorded.texts[i] + "'";
+    return std::string(text_names[i]) + " is '" + printable(now.texts[i]) + "', recorded '" +
+           printable(recorded.texts[i]) + "'";
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "selvane/record/recordSettings.h"
 
 #include "selvane/core/Config.h"
+#include "selvane/core/LogManager.h"
 #include "selvane/core/attributes.h"
 #include "selvane/core/text.h"
 #include "selvane/display/DisplayManager.h"
@@ -27,11 +28,6 @@ std::string variable(const char *name) {
     return value ? value : "";
 }
 
-void closeOnRequest(const InputItem &item) {
-    if (item.kind == InputItem::Kind::WINDOW_CLOSED)
-        Replayer::getInstance().endWithStep();
-}
-
 /// The replay that the environment asks for.
 class AskedReplay {
   public:
@@ -39,7 +35,7 @@ class AskedReplay {
         : headless(attributeValue(options, "headless") == "true"),
           live(attributeValue(options, "live") == "true"),
           last_step(parseInt(attributeValue(options, "last_step"))),
-          report(attributeValue(options, "report")), cast_file(attributeValue(options, "cast")) {
+          report(variable(REPLAY_REPORT_VARIABLE)), film(variable(REPLAY_FILM_VARIABLE)) {
         const std::string range = attributeValue(options, "screen");
         const std::size_t dash = range.find('-');
         first_screen = parseInt(range);
@@ -50,32 +46,45 @@ class AskedReplay {
         return {.is_fast = headless,
                 .last_step = last_step,
                 .after_step = [this](int step) { show(step); },
-                .at_input = closeOnRequest,
+                .at_input = [this](const InputItem &item) { take(item); },
                 .at_end = [this](const ReplayVerdict &verdict) { end(verdict); }};
     }
 
     bool isHeadless() const { return headless; }
-    bool wantsScreen() const { return headless || first_screen > 0 || !cast_file.empty(); }
 
   private:
     void show(int step) {
         if (first_screen <= step && step <= last_screen)
             std::printf("-- step %d\n%s\n", step, screenText().c_str());
-        if (cast_file.empty())
+        if (film.empty())
             return;
         const Config &config = Config::getInstance();
         if (!cast)
-            cast = std::make_unique<Cast>(cast_file, config.getWindowHorizontalChars(),
+            cast = std::make_unique<Cast>(film, config.getWindowHorizontalChars(),
                                           config.getWindowVerticalChars());
         cast->add(step * config.getFrameTime(), screenText(), screenColors());
     }
 
+    /// A closed window ends the replay, and the game.
+    void take(const InputItem &item) {
+        if (item.kind != InputItem::Kind::WINDOW_CLOSED)
+            return;
+        live = false;
+        Replayer::getInstance().endWithStep();
+    }
+
     /// The process ends with the replay, unless the game is to go on.
     void end(const ReplayVerdict &verdict) {
-        cast.reset();
-        const int status = verdict.is_same ? 0 : 1;
+        int status = verdict.is_same ? 0 : 1;
         std::string text = verdict.changes.empty() ? "" : verdict.changes + "\n";
         text += verdict.text + "\n";
+        if (first_screen > verdict.steps)
+            text += "No screen is shown: it has no step " + std::to_string(first_screen) + "\n";
+        if (cast && !cast->isGood()) {
+            text += "The film '" + printable(film) + "' could not be written\n";
+            status = 2;
+        }
+        cast.reset();
         if (report.empty())
             std::fputs(text.c_str(), stdout);
         else
@@ -88,7 +97,7 @@ class AskedReplay {
     bool live;
     int last_step;
     std::string report;
-    std::string cast_file;
+    std::string film;
     int first_screen = 0;
     int last_screen = 0;
     std::unique_ptr<Cast> cast;
@@ -99,17 +108,23 @@ class AskedReplay {
 enum class Start { FIRST, UNDER_WAY, LATER };
 Start start = Start::FIRST;
 std::unique_ptr<AskedReplay> asked;
+bool is_recording_asked_for = false;
 
 } // namespace
 
 int prepareRecords() {
     start = start == Start::FIRST ? Start::UNDER_WAY : Start::LATER;
+    Outside::getInstance().takeThread();
     const std::string file = start == Start::UNDER_WAY ? variable(REPLAY_VARIABLE) : "";
     Recorder::getInstance().prepare();
     if (file.empty())
         return 0;
-    asked = std::make_unique<AskedReplay>(variable(REPLAY_OPTIONS_VARIABLE));
-    return Replayer::getInstance().start(file, asked->options());
+    if (!variable(RECORD_VARIABLE).empty())
+        logLine("prepareRecords(): Note! A record is played, so none is written.");
+    auto replay = std::make_unique<AskedReplay>(variable(REPLAY_OPTIONS_VARIABLE));
+    const int result = Replayer::getInstance().start(file, replay->options());
+    asked = std::move(replay);
+    return result;
 }
 
 void beginRecords() {
@@ -117,25 +132,33 @@ void beginRecords() {
     std::string file = variable(RECORD_VARIABLE);
     if (file.empty())
         file = config.getRecordFile();
-    Recorder::getInstance().begin(start == Start::UNDER_WAY ? file : "");
-    // What is drawn into a window or taken down shakes, which takes random numbers.
-    const bool is_shown = Outside::getInstance().ask(Channel::CONFIG, [&] {
-        return !config.getHeadless() || DisplayManager::getInstance().getCapture() != nullptr;
-    });
-    if (!asked || !Replayer::getInstance().isReplaying())
+    Recorder &recorder = Recorder::getInstance();
+    const bool is_new = !recorder.isRecording();
+    recorder.begin(start == Start::UNDER_WAY ? file : "");
+    if (is_new)
+        is_recording_asked_for = recorder.isRecording();
+    DisplayManager &display = DisplayManager::getInstance();
+    const bool is_shown = Outside::getInstance().ask(
+        Channel::CONFIG, [&] { return !config.getHeadless() || display.getCapture() != nullptr; });
+    if (!Replayer::getInstance().isReplaying())
         return;
-    if ((is_shown && asked->isHeadless()) || asked->wantsScreen())
-        captureScreen();
-    if (asked->isHeadless()) {
+    display.setShownInRecord(is_shown);
+    if (asked && asked->isHeadless()) {
         config.loadConfig("headless:true,");
         setSoundWanted(false);
     }
+}
+
+bool isWholeGameRecorded() {
+    return (is_recording_asked_for && Recorder::getInstance().isRecording()) ||
+           (asked && Replayer::getInstance().isReplaying());
 }
 
 void resetRecords() {
     Recorder::getInstance().endGame();
     Replayer::getInstance().endGame();
     start = Start::FIRST;
+    is_recording_asked_for = false;
     asked.reset();
 }
 

@@ -10,9 +10,14 @@ inline constexpr char RECORD_VARIABLE[] = "SELVANE_RECORD";
 inline constexpr char REPLAY_VARIABLE[] = "SELVANE_REPLAY";
 /// How to play it, as settings: `headless:true,` as fast as it goes and without a window;
 /// `last_step:N,` ends it there, and `live:true,` then goes on with the real input;
-/// `screen:N,` or `screen:N-M,` writes those steps' screens to standard output;
-/// `cast:FILE,` makes a film of it; `report:FILE,` gets the verdict.
+/// `screen:N,` or `screen:N-M,` writes those steps' screens to standard output.
 inline constexpr char REPLAY_OPTIONS_VARIABLE[] = "SELVANE_REPLAY_OPTIONS";
+
+/// The file for a film of the replay.
+inline constexpr char REPLAY_FILM_VARIABLE[] = "SELVANE_REPLAY_FILM";
+/// The file for the verdict, which otherwise goes to standard output: a line with 0 if all steps
+/// were the same, 1 if one differs, 2 if the film could not be written, and the sentences.
+inline constexpr char REPLAY_REPORT_VARIABLE[] = "SELVANE_REPLAY_REPORT";
 
 // Called by the engine.
 
@@ -21,6 +26,9 @@ int prepareRecords();
 
 /// After they were read.
 void beginRecords();
+
+/// Whether the settings or the environment have a record written or played now.
+bool isWholeGameRecorded();
 
 /// Ends what is recorded or played, so that the next start is like the process's first.
 void resetRecords();

@@ -42,10 +42,19 @@ std::string settingsOf(const SessionOptions &options) {
     return settings + options.config;
 }
 
+/// A test that a program takes with it would otherwise pass.
+void refuseExit() {
+    if (!is_any_session)
+        return;
+    std::fputs("Session: Error! The program has called exit(), which ends the test.\n", stderr);
+    std::_Exit(1);
+}
+
 /// True while a session lives; refuses a second one.
 class OnlySession {
   public:
     OnlySession() {
+        [[maybe_unused]] static const int registered = std::atexit(refuseExit);
         if (is_any_session || GameManager::getInstance().isStarted() ||
             LogManager::getInstance().isStarted())
             throw std::logic_error("Session: the engine is started, or there is another session.");
