@@ -42,6 +42,7 @@ class GameProgram : public test::EngineTest {
         std::filesystem::copy(folder_of_game, "game", std::filesystem::copy_options::recursive);
         std::filesystem::current_path("game");
         test::setEnvironment(sv::LOG_LEVEL_VARIABLE, "10");
+        test::setEnvironment("ALSOFT_DRIVERS", "null"); // The packed OpenAL's device without sound.
         STARTUPINFOW startup{};
         startup.cb = sizeof startup;
         ASSERT_TRUE(CreateProcessW(L"selvane_game.exe", nullptr, nullptr, nullptr, FALSE, 0,
@@ -118,6 +119,7 @@ TEST_F(GameProgram, shows_both_titles_and_quits_on_q) {
     EXPECT_TRUE(GetExitCodeProcess(process.hProcess, &status));
     EXPECT_EQ(status, 0U) << logText();
     EXPECT_EQ(logText().find("Warning!"), std::string::npos) << logText();
+    EXPECT_EQ(logText().find("No audio device"), std::string::npos) << "OpenAL was not packed";
 }
 
 } // namespace
