@@ -36,7 +36,7 @@ class Drawing : public benchmark::Fixture {
             state.SkipWithError("there is no window to draw to");
             return;
         }
-        DisplayManager::getInstance().getWindow()->setVerticalSyncEnabled(false);
+        DisplayManager::getInstance().getFlushedWindow()->setVerticalSyncEnabled(false);
     }
 
     void TearDown(benchmark::State & /*state*/) override {
@@ -66,8 +66,13 @@ BENCHMARK_DEFINE_F(Drawing, collected)(benchmark::State &state) {
 }
 BENCHMARK_REGISTER_F(Drawing, collected)->Unit(benchmark::kMillisecond)->UseRealTime();
 
+BENCHMARK_DEFINE_F(Drawing, nothing)(benchmark::State &state) {
+    measure(state, [](int /*column*/, int /*row*/) {});
+}
+BENCHMARK_REGISTER_F(Drawing, nothing)->Unit(benchmark::kMillisecond)->UseRealTime();
+
 BENCHMARK_DEFINE_F(Drawing, character_by_character)(benchmark::State &state) {
-    sf::RenderWindow *window = DisplayManager::getInstance().getWindow();
+    sf::RenderWindow *window = DisplayManager::getInstance().getFlushedWindow();
     sf::Font font;
     if (!window || !font.loadFromFile(font_file)) {
         state.SkipWithError("there is no window or no font");

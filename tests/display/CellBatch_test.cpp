@@ -39,7 +39,7 @@ class Plain {
     }
 
     void operator()(Vector pos, char ch, sv::Color color) {
-        sf::RenderWindow &window = *DisplayManager::getInstance().getWindow();
+        sf::RenderWindow &window = *DisplayManager::getInstance().getFlushedWindow();
         const Vector corner = sv::WorldManager::getInstance().getView().corner;
         const sf::Vector2f pixel((pos.x - corner.x) * cell.x, (pos.y - corner.y) * cell.y);
         rectangle.setPosition(pixel.x - cell.x / 10, pixel.y + cell.y / 5);
@@ -93,15 +93,16 @@ void drawManyCells(const Draw &character) {
 }
 
 struct CellBatchTest : test::WindowTest {
-    static sf::Image drawn(const Draw &draw, void (*scene)(const Draw &)) {
-        sf::RenderWindow &window = *DisplayManager::getInstance().getWindow();
-        window.clear(sv::colorToSFML(sv::Config::getInstance().getWindowBackgroundColor()));
+    std::function<void()> clear = [] { DisplayManager::getInstance().swapBuffers(); };
+
+    sf::Image drawn(const Draw &draw, void (*scene)(const Draw &)) const {
+        clear();
         scene(draw);
         return picture();
     }
 
     /// Draws the scene both ways.
-    static void expectAlike(Plain &plain, void (*scene)(const Draw &)) {
+    void expectAlike(Plain &plain, void (*scene)(const Draw &)) const {
         // The first square turns every figure after it: both pictures come after one.
         sv::Shape square;
         square.setType(sv::SQUARE);
@@ -135,6 +136,9 @@ TEST_F(CellBatchTest, shakes_move_characters_without_their_rectangles) {
     startDisplay("window_background_color:red");
     DisplayManager &display = DisplayManager::getInstance();
     display.setShake(9, 4, 2);
+    clear = [&] {
+        display.getFlushedWindow()->clear(sf::Color::Red);
+    }; // A frame would end the shake.
     Plain plain({12.8F, 32}, 25, sf::Color::Red);
     for (int frame = 0; frame < 3; ++frame) {
         std::srand(5);
@@ -160,6 +164,18 @@ TEST_F(CellBatchTest, cells_of_any_size_keep_their_proportions) {
 TEST_F(CellBatchTest, font_textures_may_grow_during_a_frame) {
     startDisplay("font_scale:6");
     Plain plain({12.8F, 32}, 76, sf::Color::Black);
+    expectAlike(plain, drawEveryByte);
+}
+
+/// A picture that a game draws by itself in the whole window, with the window of an earlier frame.
+TEST_F(CellBatchTest, rectangles_cover_what_games_draw) {
+    startDisplay("window_background_color:red");
+    sf::RenderWindow &window = *DisplayManager::getInstance().getWindow();
+    clear = [&] {
+        DisplayManager::getInstance().swapBuffers();
+        window.clear(sf::Color::Yellow);
+    };
+    Plain plain({12.8F, 32}, 25, sf::Color::Red);
     expectAlike(plain, drawEveryByte);
 }
 

@@ -13,7 +13,7 @@ namespace test {
 WindowTest::~WindowTest() {
     // Before the server goes: a client that loses its server dies.
     sv::DisplayManager &display = sv::DisplayManager::getInstance();
-    if (display.getWindow() != nullptr)
+    if (display.getFlushedWindow())
         display.shutDown();
 }
 
@@ -29,7 +29,7 @@ void WindowTest::startDisplay(const std::string &settings) {
 }
 
 sf::Image WindowTest::picture() {
-    sf::RenderWindow &window = *sv::DisplayManager::getInstance().getWindow();
+    sf::RenderWindow &window = *sv::DisplayManager::getInstance().getFlushedWindow();
     sf::Texture texture;
     if (!texture.create(window.getSize().x, window.getSize().y))
         return {};

@@ -1,9 +1,12 @@
 #include "selvane/display/CellBatch.h"
 
+#include "selvane/display/fontSize.h"
+
 #include <SFML/Graphics/Font.hpp>
 #include <SFML/Graphics/RectangleShape.hpp>
 #include <SFML/Graphics/RenderTarget.hpp>
 #include <SFML/Graphics/Text.hpp>
+#include <algorithm>
 
 namespace sv {
 
@@ -13,30 +16,20 @@ namespace {
 constexpr std::size_t most_cells = 4096;
 constexpr std::size_t vertices_per_cell = 8;
 
-/// SFML draws a glyph with this much of its surroundings, so that its edge can fade out between two
-/// pixels.
+/// Without a graphics card, many small draws take two thirds of the time of a large one.
+constexpr std::size_t vertices_per_draw = 160;
+
+/// A glyph is drawn with this much of its surroundings, in pixels of the font's texture, so that
+/// its edge can fade out between two pixels. It reaches no farther.
 constexpr float glyph_padding = 1;
 
-/// Position and texture, each from the upper left corner to the lower right one.
-void addQuad(std::vector<sf::Vertex> &vertices, const sf::FloatRect &place,
-             const sf::FloatRect &texture, const sf::Color &color) {
-    const float right = place.left + place.width;
-    const float bottom = place.top + place.height;
-    const float texture_right = texture.left + texture.width;
-    const float texture_bottom = texture.top + texture.height;
-    vertices.emplace_back(sf::Vector2f(place.left, place.top), color,
-                          sf::Vector2f(texture.left, texture.top));
-    vertices.emplace_back(sf::Vector2f(right, place.top), color,
-                          sf::Vector2f(texture_right, texture.top));
-    vertices.emplace_back(sf::Vector2f(right, bottom), color,
-                          sf::Vector2f(texture_right, texture_bottom));
-    vertices.emplace_back(sf::Vector2f(place.left, bottom), color,
-                          sf::Vector2f(texture.left, texture_bottom));
+PixelArea padded(float left, float top, float width, float height) {
+    return {left - glyph_padding, top - glyph_padding, left + width + glyph_padding,
+            top + height + glyph_padding};
 }
 
-sf::FloatRect padded(const sf::FloatRect &rect) {
-    return {rect.left - glyph_padding, rect.top - glyph_padding, rect.width + 2 * glyph_padding,
-            rect.height + 2 * glyph_padding};
+PixelArea moved(const PixelArea &area, Vector by) {
+    return {area.left + by.x, area.top + by.y, area.right + by.x, area.bottom + by.y};
 }
 
 /// The characters for which sf::Text moves on without drawing anything.
@@ -44,11 +37,23 @@ bool isBlank(char ch) {
     return ch == ' ' || ch == '\t' || ch == '\n' || ch == '\r';
 }
 
+/// How far a cell's rectangle is from where its character is.
+Vector rectangleOffset(sf::Vector2f size) {
+    return {-size.x / RECTANGLE_LEFT, size.y / RECTANGLE_DOWN};
+}
+
+Vector vectorOf(sf::Vector2f v) {
+    return {v.x, v.y};
+}
+
 } // namespace
 
 CellBatch::CellBatch(sf::RenderTarget &new_target, const sf::RectangleShape &new_rectangle,
                      const sf::Text &new_text)
-    : target(new_target), rectangle(new_rectangle), text(new_text) {
+    : target(new_target), rectangle(new_rectangle), text(new_text),
+      ink(vectorOf(new_target.getView().getSize()),
+          rectangleOffset(rectangle.getSize()) - vectorOf({0, rectangle.getSize().y}),
+          vectorOf(rectangle.getSize())) {
     vertices.reserve(most_cells * vertices_per_cell);
 }
 
@@ -59,25 +64,57 @@ void CellBatch::add(Vector rectangle_pos, Vector text_pos, char ch, const sf::Co
         flush();
     // SFML begins every font texture with a white square, for underlines. This is its middle: a
     // quad that shows nothing else has the colour of its vertices.
-    const sf::FloatRect white_texel(1, 1, 0, 0);
+    constexpr PixelArea white_texel{1, 1, 1, 1};
     const sf::Vector2f size = rectangle.getSize();
-    addQuad(vertices, {rectangle_pos.x, rectangle_pos.y, size.x, size.y}, white_texel,
-            rectangle.getFillColor());
-    if (!isBlank(ch))
-        addCharacter(text_pos, ch, color);
+    const PixelArea covered = ink.inkIn(
+        {rectangle_pos.x, rectangle_pos.y, rectangle_pos.x + size.x, rectangle_pos.y + size.y});
+    if (!covered.isEmpty())
+        addQuad(covered, white_texel, rectangle.getFillColor());
+    if (isBlank(ch))
+        return;
+    const Glyph &glyph = glyphOf(ch);
+    const PixelArea place = moved(glyph.place, text_pos);
+    ink.add(place);
+    addQuad(place, glyph.texture, color);
 }
 
-void CellBatch::addCharacter(Vector pos, char ch, const sf::Color &color) {
+const CellBatch::Glyph &CellBatch::glyphOf(char ch) {
+    Glyph &glyph = glyphs[static_cast<unsigned char>(ch)];
+    if (glyph.is_known)
+        return glyph;
     const unsigned size = text.getCharacterSize();
     const bool bold = (text.getStyle() & sf::Text::Bold) != 0;
     // Convert as sf::Text does, so each byte selects the same glyph.
     const sf::Uint32 code_point = sf::String(ch)[0];
-    const sf::Glyph &glyph = text.getFont()->getGlyph(code_point, size, bold);
-    sf::FloatRect place = padded(glyph.bounds);
-    place.left += pos.x;
+    const sf::Glyph &found = text.getFont()->getGlyph(code_point, size, bold);
+    const sf::FloatRect &bounds = found.bounds;
+    const sf::FloatRect texture(found.textureRect);
     // A glyph is placed from its baseline, which lies a character size below the text's top.
-    place.top += pos.y + static_cast<float>(size);
-    addQuad(vertices, place, padded(sf::FloatRect(glyph.textureRect)), color);
+    glyph.place =
+        padded(bounds.left, bounds.top + static_cast<float>(size), bounds.width, bounds.height);
+    glyph.texture = padded(texture.left, texture.top, texture.width, texture.height);
+    glyph.is_known = true;
+    return glyph;
+}
+
+void CellBatch::addQuad(const PixelArea &place, const PixelArea &texture, const sf::Color &color) {
+    const auto corner = [&](float x, float y, float texture_x, float texture_y) {
+        vertices.emplace_back(sf::Vector2f(x, y), color, sf::Vector2f(texture_x, texture_y));
+    };
+    corner(place.left, place.top, texture.left, texture.top);
+    corner(place.right, place.top, texture.right, texture.top);
+    corner(place.right, place.bottom, texture.right, texture.bottom);
+    corner(place.left, place.bottom, texture.left, texture.bottom);
+}
+
+void CellBatch::noteDrawingAnywhere() {
+    is_drawn_anywhere = true;
+    ink.fill();
+}
+
+void CellBatch::noteCleared() {
+    if (!is_drawn_anywhere)
+        ink.clear();
 }
 
 void CellBatch::flush() {
@@ -85,7 +122,9 @@ void CellBatch::flush() {
         return;
     // Not before: the texture grows with new glyphs, and is then another one.
     sf::RenderStates states(&text.getFont()->getTexture(text.getCharacterSize()));
-    target.draw(vertices.data(), vertices.size(), sf::Quads, states);
+    for (std::size_t i = 0; i < vertices.size(); i += vertices_per_draw)
+        target.draw(&vertices[i], std::min(vertices_per_draw, vertices.size() - i), sf::Quads,
+                    states);
     vertices.clear();
 }
 

@@ -123,6 +123,7 @@ int DisplayManager::swapBuffers() {
         cells->flush();
         p_window->display();
         p_window->clear(colorToSFML(window_background_color));
+        cells->noteCleared();
     }
     if (isHeadless())
         return -1;
@@ -150,7 +151,19 @@ void DisplayManager::setKeyRepeat(bool new_key_repeat) {
         p_window->setKeyRepeatEnabled(key_repeat);
 }
 
+/// A game may keep the window, and draw into it whenever it likes.
 sf::RenderWindow *DisplayManager::getWindow() {
+    if (cells)
+        cells->noteDrawingAnywhere();
+    return getFlushedWindow();
+}
+
+void DisplayManager::noteDrawing(const PixelArea &area) {
+    if (cells)
+        cells->noteDrawing(area);
+}
+
+sf::RenderWindow *DisplayManager::getFlushedWindow() {
     if (cells)
         cells->flush();
     return p_window.get();

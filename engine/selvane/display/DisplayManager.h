@@ -25,6 +25,7 @@ namespace sv {
 
 class CellBatch;
 class ScreenCapture;
+struct PixelArea;
 
 /// Which part of a string stands at the position that it is drawn at.
 enum Justification : int {
@@ -81,6 +82,10 @@ class DisplayManager : public Manager {
     sf::RenderWindow *getWindow();
 
     // Called by the engine.
+
+    /// As getWindow(), for whoever tells noteDrawing() where it draws.
+    sf::RenderWindow *getFlushedWindow();
+    void noteDrawing(const PixelArea &area);
 
     /// Opens the window and loads the font, both as configured; headless it does neither. 0, or -1
     /// with a line in the log; what was made by then stays until shutDown().

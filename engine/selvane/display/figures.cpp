@@ -2,6 +2,7 @@
 
 #include "selvane/core/Config.h"
 #include "selvane/display/DisplayManager.h"
+#include "selvane/display/InkMap.h"
 #include "selvane/display/ScreenCapture.h"
 
 #include <SFML/Graphics/CircleShape.hpp>
@@ -104,8 +105,12 @@ void drawFigure(const Figure &figure, Vector pixel) {
     DisplayManager &display = DisplayManager::getInstance();
     if (ScreenCapture *capture = display.getCapture(); capture && figure.alpha > 0)
         captureFigure(*capture, polygon);
-    if (sf::RenderWindow *window = display.getWindow())
-        window->draw(polygon);
+    sf::RenderWindow *window = display.getFlushedWindow();
+    if (!window)
+        return;
+    window->draw(polygon);
+    const sf::FloatRect area = polygon.getGlobalBounds();
+    display.noteDrawing({area.left, area.top, area.left + area.width, area.top + area.height});
 }
 
 void forgetFigures() {

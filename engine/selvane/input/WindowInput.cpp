@@ -12,7 +12,7 @@ namespace sv {
 namespace {
 
 sf::RenderWindow *window() {
-    return DisplayManager::getInstance().getWindow();
+    return DisplayManager::getInstance().getFlushedWindow();
 }
 
 Vector cellAt(int x, int y) {
