@@ -11,8 +11,10 @@
 #include <benchmark/benchmark.h>
 #include <cmath>
 #include <filesystem>
+#include <memory>
 #include <random>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -91,8 +93,36 @@ void event(benchmark::State &state) {
         benchmark::DoNotOptimize(fixture.world.onEvent(&ping));
 }
 
+class Plain {
+  public:
+    Plain() = default;
+    Plain(const Plain &) = delete;
+    Plain &operator=(const Plain &) = delete;
+    virtual ~Plain() = default;
+    virtual int handle(const sv::Event * /*p_event*/) { return ++heard; }
+
+  private:
+    int heard = 0;
+};
+
+/// The floor of event(): nothing but the calls.
+void calls(benchmark::State &state) {
+    std::vector<std::unique_ptr<Plain>> owned;
+    std::vector<Plain *> listeners;
+    for (int i = 0; i < state.range(0); ++i)
+        listeners.push_back(owned.emplace_back(std::make_unique<Plain>()).get());
+    benchmark::DoNotOptimize(listeners.data());
+    sv::Event ping;
+    for ([[maybe_unused]] auto _ : state) {
+        for (Plain *listener : listeners)
+            listener->handle(&ping);
+        benchmark::ClobberMemory();
+    }
+}
+
 BENCHMARK(update)->Arg(100)->Arg(1000)->Arg(5000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(recordedUpdate)->Arg(100)->Arg(1000)->Arg(5000)->Unit(benchmark::kMicrosecond);
-BENCHMARK(event)->Arg(10)->Arg(100)->Arg(1000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(event)->Arg(10)->Arg(100)->Arg(1000)->Unit(benchmark::kNanosecond);
+BENCHMARK(calls)->Arg(10)->Arg(100)->Arg(1000)->Unit(benchmark::kNanosecond);
 
 } // namespace

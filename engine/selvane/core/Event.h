@@ -42,6 +42,8 @@ class Event {
     Event &operator=(const Event &) = default;
 
   private:
+    friend class Manager; // Compares the type without a copy.
+
     std::string event_type = UNDEFINED_EVENT;
 };
 

@@ -9,6 +9,7 @@
 #include "selvane/world/WorldManager.h"
 
 #include <algorithm>
+#include <array>
 #include <new>
 #include <utility>
 
@@ -23,6 +24,37 @@ std::vector<Manager *> &allManagers() {
     static auto &managers = *new std::vector<Manager *>;
     return managers;
 }
+
+/// What a delivery works with: the type of its event and copies of the lists of receivers, as they
+/// were before any handler. Each level of nesting uses the same memory again.
+class Delivery {
+  public:
+    explicit Delivery(const std::string &event_type) : own(levels().at(depth)) {
+        own.event_type = event_type;
+        ++depth;
+    }
+    ~Delivery() { --depth; }
+    Delivery(const Delivery &) = delete;
+    Delivery &operator=(const Delivery &) = delete;
+
+    const std::string &getType() const { return own.event_type; }
+    ObjectList &receivers() { return own.receivers; }
+
+  private:
+    struct Level {
+        std::string event_type;
+        ObjectList receivers;
+    };
+
+    /// Never destroyed, as the managers.
+    static std::array<Level, NestingLimit::MOST> &levels() {
+        static auto &instance = *new std::array<Level, NestingLimit::MOST>;
+        return instance;
+    }
+
+    static inline std::size_t depth = 0;
+    Level &own;
+};
 
 } // namespace
 
@@ -64,7 +96,7 @@ int Manager::onEvent(const Event *p_event) {
         logFailure("Manager(%s)::onEvent(): Error! There is no event.", type.c_str());
         return 0;
     }
-    const std::string event_type = p_event->getType();
+    const std::string &event_type = p_event->event_type;
     if (event_type == UNDEFINED_EVENT) {
         // Names the manager twice, as the line always has: people search logs for it.
         logLine(1, "Manager(%s)::onEvent(): Warning! Event type %s is undefined.", type.c_str(),
@@ -78,7 +110,7 @@ int Manager::onEvent(const Event *p_event) {
     }
     const NestingLimit::Call call(nested_events);
     if (!call.isRefused())
-        return deliver(p_event, event_type);
+        return deliver(p_event);
     if (nested_events.isFirstRefusal())
         logFailure(
             "Manager(%s)::onEvent(): Error! %d events are under way, each sent from a handler "
@@ -88,13 +120,15 @@ int Manager::onEvent(const Event *p_event) {
     return 0;
 }
 
-int Manager::deliver(const Event *p_event, const std::string &event_type) {
+int Manager::deliver(const Event *p_event) {
+    Delivery delivery(p_event->event_type);
+    ObjectList &receivers = delivery.receivers();
     int called = 0;
     // By index: a handler may add and remove rows.
     for (std::size_t row = 0; row < interests.size(); ++row) {
-        if (interests[row].event_name != event_type)
+        if (interests[row].event_name != delivery.getType())
             continue;
-        ObjectList receivers = interests[row].obj_list;
+        receivers = interests[row].obj_list;
         const ObjectWatch watch(receivers);
         for (Object *p_o : receivers) {
             // An event of the step still reaches the objects after the one whose handler recursed.

@@ -81,7 +81,7 @@ class Manager {
     };
 
     std::vector<Interest>::iterator findInterest(const std::string &event_type);
-    int deliver(const Event *p_event, const std::string &event_type);
+    int deliver(const Event *p_event);
     int addInterest(Object *p_o, const std::string &event_type);
     void forget(const Object *p_o);
 

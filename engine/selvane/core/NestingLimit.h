@@ -38,7 +38,8 @@ class NestingLimit {
 
     /// The same, but the outermost call continues.
     bool isReachedWithin() {
-        is_reached = is_reached && depth > 1;
+        if (is_reached)
+            is_reached = depth > 1;
         return is_reached;
     }
 
