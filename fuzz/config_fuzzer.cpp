@@ -21,7 +21,8 @@ constexpr char defaults[] =
     "window_horizontal_chars:80,window_vertical_chars:24,window_background_color:black,"
     "window_style:default,window_title:Selvane,show_mouse:false,headless:true,"
     "font_file:sv-font.ttf,logfile:selvane.log,random_seed:0,networking:false,"
-    "grid_width:20,grid_height:8,quadtree_depth:10,quadtree_threshold:1,background_input:true,";
+    "grid_width:20,grid_height:8,quadtree_depth:10,quadtree_threshold:1,background_input:true,"
+    "scene_graph:simple,";
 
 class OneStep : public sv::Object {
   public:

@@ -89,6 +89,7 @@ std::span<const Config::Setting> Config::settings() {
         {{"quadtree_threshold", INTEGER}, &Config::quadtree_threshold},
         {{"background_input", FLAG}, &Config::background_input},
         {{"record", TEXT}, &Config::record_file},
+        {{"scene_graph", TEXT}, &Config::setSceneGraph},
     };
     return table;
 }
@@ -180,6 +181,13 @@ void Config::setWindowStyle(const std::string &name) {
         logLine("loadConfig(): Unsupported window style '%s'", name.c_str());
 }
 
+void Config::setSceneGraph(const std::string &name) {
+    if (name == "grid" || name == "simple")
+        grid = name == "grid";
+    else
+        logLine("loadConfig(): Unsupported scene graph '%s'", name.c_str());
+}
+
 void Config::printConfig() const {
     logLine(1, "%s", ruler);
     logLine(1, "Selvane configuration:");
@@ -198,6 +206,7 @@ void Config::printConfig() const {
     logLine(1, "  Log file: %s", log_file.c_str());
     logLine(1, "  Random seed: %d", random_seed);
     logLine(1, "  Networking: %s", boolToString(networking).c_str());
+    // Also with a grid: what the log says does not hang on how collisions are found.
     logLine(1, "  Scene graph: simple");
     logLine(1, "%s", ruler);
 }

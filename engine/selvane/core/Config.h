@@ -70,11 +70,15 @@ class Config {
     /// Where the game is recorded; "", the default, is nowhere.
     std::string getRecordFile() const { return record_file; }
 
-    // For other scene graphs; the simple one does not use them.
-    int getQuadtreeThreshold() const { return quadtree_threshold; }
-    int getQuadtreeDepth() const { return quadtree_depth; }
+    /// Whether collisions are looked for in the cells of a grid, which gives the same ones faster.
+    bool getGrid() const { return grid; }
+    /// Into how many columns and rows the world is divided for that, and for searches for paths.
     int getGridWidth() const { return grid_width; }
     int getGridHeight() const { return grid_height; }
+
+    // For other scene graphs; there is none.
+    int getQuadtreeThreshold() const { return quadtree_threshold; }
+    int getQuadtreeDepth() const { return quadtree_depth; }
 
   private:
     struct Setting;
@@ -86,6 +90,7 @@ class Config {
     void apply(const Setting &setting, const std::string &value);
     void setWindowBackgroundColor(const std::string &name);
     void setWindowStyle(const std::string &name);
+    void setSceneGraph(const std::string &name);
 
     int window_horizontal_pixels = 1024;
     int window_vertical_pixels = 768;
@@ -108,6 +113,7 @@ class Config {
     int grid_height = 8;
     bool background_input = true;
     std::string record_file;
+    bool grid = false;
     std::string forced;
 };
 

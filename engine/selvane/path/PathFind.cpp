@@ -98,11 +98,8 @@ std::vector<Vector> PathFind::getPath() const {
 }
 
 bool PathFind::isBlocked(Cell cell) const {
-    const Box goal{toVector(search.getGoal()), 0, 0};
-    const ObjectList touched = WorldManager::getInstance().getCollisions(object, toVector(cell));
-    return std::any_of(touched.begin(), touched.end(), [&](const Object *obstacle) {
-        return obstacle->getSolidness() == HARD && !boxIntersectsBox(goal, getWorldBox(obstacle));
-    });
+    return WorldManager::getInstance().getSceneGraph().isBlocked(object, toVector(cell),
+                                                                 toVector(search.getGoal()));
 }
 
 bool PathFind::touchesTarget(Cell cell) const {

@@ -257,6 +257,7 @@ void Object::setAnimation(const Animation &new_animation, bool set_box) {
     if (!set_box)
         return;
     box = animation.getBox();
+    sceneGraph().updatePosition(this, position);
     setModified(Attribute::BOX);
 }
 

@@ -170,7 +170,7 @@ class Object {
     bool getAvoidCollisions() const { return avoid_collisions; }
 
     /// Copies sprite, frame and step count. With `set_box` the object gets the animation's box too,
-    /// without informing the scene graph.
+    /// and keeps its place among those of its altitude.
     void setAnimation(const Animation &new_animation, bool set_box);
     Animation getAnimation() const { return animation; }
 
@@ -267,9 +267,10 @@ class Object {
     int drawAt(Vector place);
 
   private:
-    friend class Manager;    // Counts its registrations.
-    friend class SceneGraph; // Counts its filings.
-    friend class WorldState; // Reads it for a record, which a copy of each value would slow down.
+    friend class Manager;      // Counts its registrations.
+    friend class SceneGraph;   // Counts its filings.
+    friend class SolidObjects; // Notes its place.
+    friend class WorldState;   // Reads it for a record, which a copy of each value would slow down.
 
     /// Warnings that are logged once for each object, since their cause may last.
     enum class Warning { NO_SPEED, NOT_FINITE, REGISTERED_TWICE, TOO_MANY_EVENTS };
@@ -285,33 +286,35 @@ class Object {
     int startSearch(Vector to, const Object *target);
     void warnIfNotMoving();
 
+    // What each step needs comes first, so that it is near together in memory.
     int id;
-    std::string type = "(Undefined)";
     bool is_active = true;
     bool is_visible = true;
+    bool no_soft = false;
+    bool avoid_collisions = false;
+    bool follow_path = false;
+    bool path_is_new = false; // Since the last waypoint was reached.
+    Solidness solidness = HARD;
     Box box = Box::cell();
     Vector position{1, 1};
     Vector direction;
     float speed = 0;
     Vector acceleration;
-    int altitude = 2;
-    Solidness solidness = HARD;
-    Animation animation;
-    bool no_soft = false;
-    std::vector<std::string> event_name;
+    int life_span = 0;
+    std::size_t solid_place = 0; // Among the solid objects, if it is one of them.
+    int filings = 0;             // How often a scene graph has it: 0 if the world refused it.
+    int registrations = 0;       // With all managers, those included that the game made directly.
     std::bitset<ATTRIBUTE_COUNT> modified = std::bitset<ATTRIBUTE_COUNT>().set();
+    Animation animation;
+    int altitude = 2;
+    std::bitset<4> warned; // By Warning.
+    std::string type = "(Undefined)";
+    std::vector<std::string> event_name;
     Shape shape;
     std::unique_ptr<PathFind, PathFindDeleter> path_finder; // A search under way.
     // Passed waypoints stay at the front of the path until it is read, see dropPassed().
     mutable Path path;
     mutable std::size_t passed = 0;
-    bool path_is_new = false; // Since the last waypoint was reached.
-    bool follow_path = false;
-    int life_span = 0;
-    bool avoid_collisions = false;
-    std::bitset<4> warned; // By Warning.
-    int registrations = 0; // With all managers, those included that the game made directly.
-    int filings = 0;       // How often a scene graph has it: 0 if the world refused it.
 };
 
 } // namespace sv

@@ -1,8 +1,8 @@
 #include "selvane/world/SceneGraph.h"
 
+#include "selvane/core/Config.h"
 #include "selvane/core/LogManager.h"
 #include "selvane/core/text.h"
-#include "selvane/world/geometry.h"
 
 #include <new>
 
@@ -28,6 +28,8 @@ int SceneGraph::checkStep(int result, const Object *p_o, const char *step, const
 
 int SceneGraph::startUp() {
     types.clear();
+    const Config &config = Config::getInstance();
+    solid_objects.divide(config.getGridWidth(), config.getGridHeight(), config.getGrid());
     logLine(1, "Scenegraph configuration: SIMPLE");
     return 0;
 }
@@ -96,7 +98,7 @@ void SceneGraph::purge(const Object *p_o) {
         }
     };
     purge_list(objects);
-    purge_list(solid_objects);
+    solid_objects.purge(p_o);
     purge_list(inactive_objects);
     for (ObjectList &layer : visible_objects)
         purge_list(layer);
@@ -195,10 +197,6 @@ int SceneGraph::updateType(Object *p_o, const std::string &new_type) {
     return 0;
 }
 
-int SceneGraph::updatePosition(Object * /*p_o*/, Vector /*new_position*/) {
-    return 0;
-}
-
 Object *SceneGraph::firstObject() const {
     return objects.isEmpty() ? inactive_objects.at(0) : objects.at(0);
 }
@@ -214,15 +212,6 @@ ObjectList SceneGraph::visibleObjects(int altitude) const {
 ObjectList SceneGraph::objectsOfType(const std::string &type) const {
     const auto found = types.find(type);
     return found == types.end() ? ObjectList() : found->second;
-}
-
-ObjectList SceneGraph::getCollisions(const Object *p_o, Vector where) const {
-    const Box box = getWorldBox(p_o, where);
-    ObjectList collisions;
-    for (Object *other : solid_objects)
-        if (other != p_o && boxIntersectsBox(box, getWorldBox(other)))
-            collisions.insert(other);
-    return collisions;
 }
 
 int SceneGraph::insertIntoType(Object *p_o, const std::string &type) {

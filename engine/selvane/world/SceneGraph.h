@@ -5,9 +5,11 @@
 /// Borrows the objects; the world manager owns the one scene graph. Game-loop thread only.
 #pragma once
 
+#include "selvane/core/Box.h"
 #include "selvane/core/ObjectList.h"
 #include "selvane/core/Vector.h"
 #include "selvane/world/Object.h"
+#include "selvane/world/SolidObjects.h"
 
 #include <array>
 #include <map>
@@ -31,13 +33,24 @@ class SceneGraph {
 
     /// The other solid objects that the object's box would touch at `where`, in the order in which
     /// they became solid.
-    ObjectList getCollisions(const Object *p_o, Vector where) const;
+    ObjectList getCollisions(const Object *p_o, Vector where) const {
+        return solid_objects.touchedBy(p_o, where);
+    }
+
+    /// Whether a hard object is in the way of the object at `where`. One that covers `goal` is not:
+    /// the way leads to it.
+    bool isBlocked(const Object *p_o, Vector where, Vector goal) const {
+        return solid_objects.isBlocked(p_o, where, goal);
+    }
 
     // Called by the engine.
 
     /// Returns 0. The objects that are filed stay.
     int startUp();
     void shutDown();
+
+    /// What the columns and rows of the grid divide, if the configuration asks for it.
+    void setWorld(const Box &world) { solid_objects.setWorld(world); }
 
     /// For all scene graphs. While the game is over, objects that are not fully filed are expected,
     /// and most failures below are ignored.
@@ -64,8 +77,11 @@ class SceneGraph {
     int updateSolidness(Object *p_o, Solidness new_solidness);
     int updateType(Object *p_o, const std::string &new_type);
 
-    /// Nothing is filed by position: returns 0.
-    int updatePosition(Object *p_o, Vector new_position);
+    /// Called also after the object has got another box. Returns 0.
+    int updatePosition(Object *p_o, Vector new_position) {
+        solid_objects.updatePosition(p_o, new_position);
+        return 0;
+    }
 
   private:
     static int checkStep(int result, const Object *p_o, const char *step, const char *list);
@@ -79,7 +95,7 @@ class SceneGraph {
     static bool is_game_over;
 
     ObjectList objects;
-    ObjectList solid_objects;
+    SolidObjects solid_objects;
     std::array<ObjectList, MAX_ALTITUDE + 1> visible_objects;
     ObjectList inactive_objects;
     std::map<std::string, ObjectList> types; // None without objects.

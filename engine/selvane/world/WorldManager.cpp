@@ -99,7 +99,7 @@ void WorldManager::reset() {
 }
 
 void WorldManager::fitToWindow() {
-    boundary = window;
+    setBoundary(window);
     setView(window);
     view_slack = window == Box{} ? Vector{} : Vector{one_third, one_third};
 }
@@ -244,6 +244,11 @@ int WorldManager::setViewFollowing(Object *p_o) {
         return refuseDead("setViewFollowing", p_o);
     view_following = p_o;
     return 0;
+}
+
+void WorldManager::setBoundary(const Box &new_boundary) {
+    boundary = new_boundary;
+    scene_graph.setWorld(boundary);
 }
 
 void WorldManager::setView(const Box &new_view) {

@@ -74,7 +74,7 @@ class WorldManager : public Manager {
 
     /// The extent of the world. The view assumes its corner to be (0, 0).
     Box getBoundary() const { return boundary; }
-    void setBoundary(const Box &new_boundary) { boundary = new_boundary; }
+    void setBoundary(const Box &new_boundary);
 
     /// The part of the world that the window shows.
     Box getView() const { return view; }

@@ -11,7 +11,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 namespace sv {
 
@@ -45,7 +44,7 @@ bool stops(const Object *mover, const Object *other) {
 
 /// Sends each collision to both sides, also after one has stopped the mover; false if one did, or
 /// if the mover was deleted. Collisions with deleted objects are not sent.
-bool collide(Object *const &p_o, ObjectList list, Vector where) {
+bool collide(Object *const &p_o, ObjectList &list, Vector where) {
     const ObjectWatch watch(list);
     bool do_move = true;
     for (Object *const &other : list) {
@@ -72,6 +71,8 @@ bool WorldManager::resolveCollisions(Object *const &p_o, Vector &where) const {
     if (!p_o->isSolid())
         return true;
     ObjectList list = scene_graph.getCollisions(p_o, where);
+    if (list.isEmpty())
+        return true;
     if (p_o->getSolidness() == HARD && p_o->getAvoidCollisions()) {
         if (const Object *obstacle = firstHard(list)) {
             where = slidPosition(p_o, getNormal(p_o, obstacle));
@@ -83,7 +84,7 @@ bool WorldManager::resolveCollisions(Object *const &p_o, Vector &where) const {
             }
         }
     }
-    return collide(p_o, std::move(list), where);
+    return collide(p_o, list, where);
 }
 
 int WorldManager::moveObject(Object *p_o, Vector where) {
@@ -112,8 +113,7 @@ int WorldManager::moveLiving(Object *p_o, Vector where) {
     p_o->setPosition(where);
     if (!p_o)
         return -1;
-    const Box after = getWorldBox(p_o);
-    if (boxIntersectsBox(before, boundary) && !boxIntersectsBox(after, boundary)) {
+    if (!boxIntersectsBox(getWorldBox(p_o), boundary) && boxIntersectsBox(before, boundary)) {
         const EventOut out;
         p_o->eventHandler(&out);
     }

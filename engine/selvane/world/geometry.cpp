@@ -1,7 +1,6 @@
 #include "selvane/world/geometry.h"
 
 #include "selvane/core/LogManager.h"
-#include "selvane/world/Object.h"
 
 #include <algorithm>
 #include <array>
@@ -43,14 +42,6 @@ float follow(float value, float low, float high, float position) {
 }
 
 } // namespace
-
-Box getWorldBox(const Object *p_o) {
-    return boxAt(p_o->getBox(), p_o->getPosition());
-}
-
-Box getWorldBox(const Object *p_o, Vector where) {
-    return boxAt(p_o->getBox(), where);
-}
 
 Vector getNormal(const Box &box, Vector position, Vector velocity, const Box &obstacle) {
     // Sides before corners: a mover that reaches into both regions is at the side.

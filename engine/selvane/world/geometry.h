@@ -4,10 +4,9 @@
 
 #include "selvane/core/Box.h"
 #include "selvane/core/Vector.h"
+#include "selvane/world/Object.h"
 
 namespace sv {
-
-class Object;
 
 /// A box relative to a position, moved to `where`.
 constexpr Box boxAt(const Box &box, Vector where) {
@@ -15,10 +14,14 @@ constexpr Box boxAt(const Box &box, Vector where) {
 }
 
 /// An object's box in the world.
-Box getWorldBox(const Object *p_o);
+inline Box getWorldBox(const Object *p_o) {
+    return boxAt(p_o->getBox(), p_o->getPosition());
+}
 
 /// An object's box in the world as if it stood at `where`.
-Box getWorldBox(const Object *p_o, Vector where);
+inline Box getWorldBox(const Object *p_o, Vector where) {
+    return boxAt(p_o->getBox(), where);
+}
 
 /// The side from which a mover touches an obstacle: (0, -1) from above, (0, 1) from below, (-1, 0)
 /// from the left, (1, 0) from the right, both for a corner; a side wins over a corner. (0, 0), with
