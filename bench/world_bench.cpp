@@ -11,7 +11,6 @@
 #include <benchmark/benchmark.h>
 #include <cmath>
 #include <filesystem>
-#include <memory>
 #include <random>
 #include <string>
 #include <vector>
@@ -93,29 +92,17 @@ void event(benchmark::State &state) {
         benchmark::DoNotOptimize(fixture.world.onEvent(&ping));
 }
 
-class Plain {
-  public:
-    Plain() = default;
-    Plain(const Plain &) = delete;
-    Plain &operator=(const Plain &) = delete;
-    virtual ~Plain() = default;
-    virtual int handle(const sv::Event * /*p_event*/) { return ++heard; }
-
-  private:
-    int heard = 0;
-};
-
 /// The floor of event(): nothing but the calls.
 void calls(benchmark::State &state) {
-    std::vector<std::unique_ptr<Plain>> owned;
-    std::vector<Plain *> listeners;
+    const World fixture;
+    std::vector<sv::Object *> listeners;
     for (int i = 0; i < state.range(0); ++i)
-        listeners.push_back(owned.emplace_back(std::make_unique<Plain>()).get());
-    benchmark::DoNotOptimize(listeners.data());
+        listeners.push_back(sv::spawn<Listener>());
     sv::Event ping;
+    ping.setType("ping");
     for ([[maybe_unused]] auto _ : state) {
-        for (Plain *listener : listeners)
-            listener->handle(&ping);
+        for (sv::Object *listener : listeners)
+            listener->eventHandler(&ping);
         benchmark::ClobberMemory();
     }
 }

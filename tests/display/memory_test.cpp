@@ -1,7 +1,11 @@
 // What happens without memory. All of this program's `new` can be made to fail.
 
+#include "selvane/core/Event.h"
 #include "selvane/core/text.h"
 #include "selvane/display/DisplayManager.h"
+#include "selvane/world/Object.h"
+#include "selvane/world/WorldManager.h"
+#include "selvane/world/spawn.h"
 #include "support/WindowTest.h"
 #include "support/allocations.h"
 
@@ -45,6 +49,27 @@ TEST_F(Memory, a_match_without_it_is_empty) {
         sv::match("another text", key);
     }
     EXPECT_GT(blocks, 5) << "nothing was refused";
+}
+
+TEST_F(Memory, a_step_without_moves_needs_none) {
+    startLog();
+    sv::WorldManager &world = sv::WorldManager::getInstance();
+    world.startUp();
+    sv::Event event;
+    event.setType("a type that is longer than most of them");
+    for (int i = 0; i < 1000; ++i)
+        sv::spawn<sv::Object>()->registerInterest(event.getType());
+    const auto step = [&] {
+        const int called = world.onEvent(&event);
+        world.update();
+        return called;
+    };
+    step();
+    test::failAfter(10);
+    EXPECT_EQ(step(), 1000);
+    EXPECT_EQ(test::callsLeft(), 10);
+    test::failAfter(-1);
+    world.shutDown();
 }
 
 } // namespace

@@ -27,6 +27,10 @@ void failAfter(int calls) {
     left = calls;
 }
 
+int callsLeft() {
+    return left;
+}
+
 void failNothrowAfter(int calls) {
     nothrow_left = calls;
 }

@@ -7,6 +7,9 @@ namespace test {
 /// Makes the ordinary `new` calls to come throw after that many; below 0, never.
 void failAfter(int calls);
 
+/// How many of them are left.
+int callsLeft();
+
 /// Makes the `new (std::nothrow)` calls to come fail after that many; below 0, never.
 void failNothrowAfter(int calls);
 

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace sv {
 
@@ -36,6 +37,9 @@ class Event {
     void setType(const std::string &new_type);
     std::string getType() const;
 
+    /// As comparing getType(), but without a copy.
+    bool isOfType(std::string_view type) const { return event_type == type; }
+
   protected:
     explicit Event(const std::string &type);
     Event(const Event &) = default;
@@ -51,7 +55,7 @@ class Event {
 /// another type or class, and for null.
 template<typename SomeEvent>
 const SomeEvent *eventCast(const Event *p_event) {
-    if (!p_event || p_event->getType() != SomeEvent::TYPE)
+    if (!p_event || !p_event->isOfType(SomeEvent::TYPE))
         return nullptr;
     return dynamic_cast<const SomeEvent *>(p_event);
 }

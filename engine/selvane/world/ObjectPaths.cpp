@@ -10,7 +10,7 @@
 namespace sv {
 
 int Object::eventHandler(const Event *p_event) {
-    if (p_event->getType() != PATH_EVENT)
+    if (!p_event->isOfType(PATH_EVENT))
         return 0;
     const auto *answer = eventCast<EventPath>(p_event);
     if (!answer) {

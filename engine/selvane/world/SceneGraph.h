@@ -45,6 +45,13 @@ class SceneGraph {
 
     // Called by the engine.
 
+    // The lists themselves, to be copied into memory that is there already.
+    const ObjectList &getActive() const { return objects; }
+    /// REQUIRES: an altitude in 0 to MAX_ALTITUDE.
+    const ObjectList &getLayer(int altitude) const {
+        return visible_objects[static_cast<std::size_t>(altitude)];
+    }
+
     /// Returns 0. The objects that are filed stay.
     int startUp();
     void shutDown();

@@ -200,9 +200,9 @@ void WorldManager::update() {
 }
 
 void WorldManager::moveAll() {
-    ObjectList movers = scene_graph.activeObjects();
-    const ObjectWatch watch(movers);
-    for (Object *const &p_o : movers) {
+    walked = scene_graph.getActive();
+    const ObjectWatch watch(walked);
+    for (Object *const &p_o : walked) {
         if (!p_o)
             continue;
         const Vector predicted = p_o->predictPosition();
@@ -227,9 +227,9 @@ void WorldManager::draw() {
     if (isRefusedNow("draw", by_the_step))
         return;
     for (int altitude = 0; altitude <= MAX_ALTITUDE; ++altitude) {
-        ObjectList layer = scene_graph.visibleObjects(altitude);
-        const ObjectWatch watch(layer);
-        for (Object *p_o : layer) {
+        walked = scene_graph.getLayer(altitude);
+        const ObjectWatch watch(walked);
+        for (Object *p_o : walked) {
             if (!p_o)
                 continue;
             // A view object's position is in the view, so its box in the world does not count.

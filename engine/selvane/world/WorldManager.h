@@ -144,6 +144,7 @@ class WorldManager : public Manager {
 
     SceneGraph scene_graph;
     ObjectList deletions; // Marked in this step.
+    ObjectList walked;    // What update() or draw() walks through, kept for its memory.
     Object *view_following = nullptr;
     Box boundary;
     Box view;
