@@ -1,7 +1,9 @@
-// What a path search costs on grids with a fifth of the cells blocked: the search alone, and with
-// the world's collision tests. "expansions" counts those of one search; divide by it for the cost
-// of one.
+// What a path search costs: the search alone, with the world's collision tests in both scene
+// graphs, and libtcod's, a yardstick from outside. The arguments are the size of the grid and how
+// many percent of its cells are blocked. "expansions" counts those of one search; divide by it for
+// the cost of one.
 
+#include "selvane/core/Config.h"
 #include "selvane/core/EventPath.h"
 #include "selvane/core/LogManager.h"
 #include "selvane/path/GridSearch.h"
@@ -11,17 +13,22 @@
 #include "selvane/world/spawn.h"
 
 #include <benchmark/benchmark.h>
+#include <cmath>
 #include <random>
+#include <string>
 #include <vector>
+#ifdef BENCH_LIBTCOD
+#include <libtcod.h>
+#endif
 
 namespace {
 
 using sv::Cell;
 
-/// A fifth of the cells at random, but neither the first nor the last.
-std::vector<bool> blockedCells(Cell size) {
+/// That many percent of the cells at random, but neither the first nor the last.
+std::vector<bool> blockedCells(Cell size, long percent = 20) {
     std::mt19937 random(7);
-    std::bernoulli_distribution is_blocked(0.2);
+    std::bernoulli_distribution is_blocked(static_cast<double>(percent) / 100);
     std::vector<bool> blocked(std::size_t{size.x} * size.y);
     for (std::size_t i = 1; i + 1 < blocked.size(); ++i)
         blocked[i] = is_blocked(random);
@@ -31,7 +38,7 @@ std::vector<bool> blockedCells(Cell size) {
 void core(benchmark::State &state) {
     const Cell size{static_cast<std::uint32_t>(state.range(0)),
                     static_cast<std::uint32_t>(state.range(1))};
-    const std::vector<bool> blocked = blockedCells(size);
+    const std::vector<bool> blocked = blockedCells(size, state.range(2));
     const sv::CellTest is_blocked = [&](Cell cell) {
         return blocked[std::size_t{cell.y} * size.x + cell.x];
     };
@@ -47,7 +54,29 @@ void core(benchmark::State &state) {
     state.counters["expansions"] = expansions;
 }
 
-void world(benchmark::State &state) {
+#ifdef BENCH_LIBTCOD
+void libtcod(benchmark::State &state) {
+    const auto columns = static_cast<int>(state.range(0));
+    const auto rows = static_cast<int>(state.range(1));
+    const Cell size{static_cast<std::uint32_t>(columns), static_cast<std::uint32_t>(rows)};
+    const std::vector<bool> blocked = blockedCells(size, state.range(2));
+    TCOD_map_t map = TCOD_map_new(columns, rows);
+    for (int y = 0; y < rows; ++y)
+        for (int x = 0; x < columns; ++x)
+            TCOD_map_set_properties(map, x, y, true,
+                                    !blocked[static_cast<std::size_t>(y * columns + x)]);
+    for ([[maybe_unused]] auto _ : state) {
+        TCOD_path_t path = TCOD_path_new_using_map(map, std::sqrt(2.0F));
+        if (!TCOD_path_compute(path, 0, 0, columns - 1, rows - 1))
+            state.SkipWithError("there is no way");
+        TCOD_path_delete(path);
+    }
+    TCOD_map_delete(map);
+}
+#endif
+
+void world(benchmark::State &state, const std::string &graph) {
+    sv::Config::getInstance().loadConfig("scene_graph:" + graph + ",");
     sv::LogManager::getInstance().setLogLevel(-1);
     sv::WorldManager &world = sv::WorldManager::getInstance();
     world.startUp();
@@ -72,11 +101,19 @@ void world(benchmark::State &state) {
     world.shutDown();
 }
 
-BENCHMARK(core)
-    ->Args({80, 24})
-    ->Args({256, 256})
-    ->Args({1000, 1000})
-    ->Unit(benchmark::kMicrosecond);
-BENCHMARK(world)->Unit(benchmark::kMicrosecond);
+void grids(benchmark::internal::Benchmark *benchmark) {
+    benchmark->Args({80, 24, 20})
+        ->Args({256, 256, 20})
+        ->Args({1000, 1000, 20})
+        ->Args({1000, 1000, 0})
+        ->Unit(benchmark::kMicrosecond);
+}
+
+BENCHMARK(core)->Apply(grids);
+BENCHMARK_CAPTURE(world, simple, "simple")->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(world, grid, "grid")->Unit(benchmark::kMicrosecond);
+#ifdef BENCH_LIBTCOD
+BENCHMARK(libtcod)->Apply(grids);
+#endif
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
 #include <cstdlib>
 
@@ -26,13 +27,24 @@ Cell beforeStep(Cell cell, std::uint32_t code) {
 // Costs and distances stay in single precision: whether two ways cost the same depends on it.
 
 float stepLength(int dx, int dy) {
-    return std::sqrt(static_cast<float>(dx * dx + dy * dy));
+    static const float diagonal = std::sqrt(2.0F);
+    return dx != 0 && dy != 0 ? diagonal : 1;
 }
 
 float straightLine(Cell from, Cell to) {
     const float dx = static_cast<float>(from.x) - static_cast<float>(to.x);
     const float dy = static_cast<float>(from.y) - static_cast<float>(to.y);
     return std::sqrt(dx * dx + dy * dy);
+}
+
+/// What orders the candidates, as one number: a lower cost counts more, and then a higher rank. The
+/// bits of floats that are not negative are in the order of the floats.
+std::uint64_t promise(float f, std::uint32_t rank) {
+    return std::uint64_t{~std::bit_cast<std::uint32_t>(f)} << 32U | rank;
+}
+
+std::uint32_t rankOf(std::uint64_t promise) {
+    return static_cast<std::uint32_t>(promise);
 }
 
 /// What is blocked around a cell. Asks about each neighbour at most once: those beside the cell
@@ -78,10 +90,6 @@ GridSearch::GridSearch(Cell new_size, Cell new_start, Cell new_goal)
         nodes.reset(static_cast<Node *>(std::calloc(cells, sizeof(Node))));
 }
 
-bool GridSearch::isLessPromising(const Candidate &a, const Candidate &b) {
-    return a.f > b.f || (a.f == b.f && a.rank < b.rank);
-}
-
 bool GridSearch::expand(const CellTest &is_blocked, const CellTest &is_end) {
     const Cell current = takeMostPromising();
     if (current == goal || is_end(current)) {
@@ -97,8 +105,8 @@ bool GridSearch::expand(const CellTest &is_blocked, const CellTest &is_end) {
 Cell GridSearch::takeMostPromising() {
     Cell taken = start;
     while (!candidates.empty()) {
-        std::pop_heap(candidates.begin(), candidates.end(), isLessPromising);
-        const std::uint32_t index = candidates.back().index;
+        std::pop_heap(candidates.begin(), candidates.end());
+        const std::uint32_t index = opened[rankOf(candidates.back()) - 1];
         candidates.pop_back();
         if (nodes[index].is_closed)
             continue;
@@ -125,7 +133,6 @@ void GridSearch::openNeighbours(Cell current, const CellTest &is_blocked) {
 /// Opens the cell that a step leads to, or reroutes it if the new way costs no more: of equal ways
 /// the last one counts.
 void GridSearch::open(Cell from, int dx, int dy) {
-    constexpr std::uint32_t rank_mask = MAX_CELLS - 1;
     const Cell cell = beside(from, dx, dy);
     const std::uint32_t index = indexOf(cell);
     Node &node = nodes[index];
@@ -137,15 +144,16 @@ void GridSearch::open(Cell from, int dx, int dy) {
     const float f = g + rest;
     const bool is_more_promising = !was_open || f < node.g + rest;
     if (!was_open) {
-        node.rank = ++opened & rank_mask;
+        opened.push_back(index);
+        node.rank = static_cast<std::uint32_t>(opened.size()) & (MAX_CELLS - 1);
         ++open_count;
     }
     node.g = g;
     node.came_by = stepCode(dx, dy) & 0xFU;
     if (!is_more_promising)
         return;
-    candidates.push_back({f, node.rank, index});
-    std::push_heap(candidates.begin(), candidates.end(), isLessPromising);
+    candidates.push_back(promise(f, node.rank));
+    std::push_heap(candidates.begin(), candidates.end());
 }
 
 std::vector<Cell> GridSearch::path() const {

@@ -60,17 +60,10 @@ class GridSearch {
     };
     static_assert(sizeof(Node) == 8);
 
-    struct Candidate {
-        float f; // The cost so far plus the straight-line distance to the goal.
-        std::uint32_t rank;
-        std::uint32_t index;
-    };
-
     struct Free {
         void operator()(Node *block) const;
     };
 
-    static bool isLessPromising(const Candidate &a, const Candidate &b);
     bool isOnGrid(Cell cell) const { return cell.x < size.x && cell.y < size.y; }
     std::uint32_t indexOf(Cell cell) const { return cell.y * size.x + cell.x; }
     Cell takeMostPromising();
@@ -82,10 +75,11 @@ class GridSearch {
     Cell goal;
     bool is_found = false;
     std::unique_ptr<Node[], Free> nodes;
-    // A heap. A cell that became cheaper is in it twice; when taken again, it is closed.
-    std::vector<Candidate> candidates;
-    std::uint32_t opened = 0;     // Cells that were ever open.
-    std::uint32_t open_count = 0; // Cells that are open now.
+    // A heap, see promise(). A cell that became cheaper is in it twice; when taken again, it is
+    // closed.
+    std::vector<std::uint64_t> candidates;
+    std::vector<std::uint32_t> opened; // Cells that were ever open: the first has the rank 1.
+    std::uint32_t open_count = 0;      // Cells that are open now.
 };
 
 } // namespace sv
