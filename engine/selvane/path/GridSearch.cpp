@@ -120,26 +120,29 @@ Cell GridSearch::takeMostPromising() {
 
 void GridSearch::openNeighbours(Cell current, const CellTest &is_blocked) {
     Surroundings around(current, is_blocked);
+    const float g = nodes[indexOf(current)].g;
     for (int dy = -1; dy <= 1; ++dy) {
         for (int dx = -1; dx <= 1; ++dx) {
             const Cell neighbour = beside(current, dx, dy);
-            if (!isOnGrid(neighbour) || nodes[indexOf(neighbour)].is_closed || around.stop(dx, dy))
-                continue;
-            open(current, dx, dy);
+            const float new_g = g + stepLength(dx, dy);
+            // What is blocked is asked last: it is the most expensive.
+            if (isOnGrid(neighbour) && isWorth(nodes[indexOf(neighbour)], new_g) &&
+                !around.stop(dx, dy))
+                open(neighbour, new_g, stepCode(dx, dy));
         }
     }
 }
 
-/// Opens the cell that a step leads to, or reroutes it if the new way costs no more: of equal ways
-/// the last one counts.
-void GridSearch::open(Cell from, int dx, int dy) {
-    const Cell cell = beside(from, dx, dy);
+/// Of equal ways the last one counts.
+bool GridSearch::isWorth(const Node &node, float new_g) {
+    return !node.is_closed && (node.rank == 0 || new_g <= node.g);
+}
+
+/// Opens a cell, or reroutes it.
+void GridSearch::open(Cell cell, float g, std::uint32_t came_by) {
     const std::uint32_t index = indexOf(cell);
     Node &node = nodes[index];
-    const float g = nodes[indexOf(from)].g + stepLength(dx, dy);
     const bool was_open = node.rank != 0;
-    if (was_open && g > node.g)
-        return;
     const float rest = straightLine(cell, goal);
     const float f = g + rest;
     const bool is_more_promising = !was_open || f < node.g + rest;
@@ -149,7 +152,7 @@ void GridSearch::open(Cell from, int dx, int dy) {
         ++open_count;
     }
     node.g = g;
-    node.came_by = stepCode(dx, dy) & 0xFU;
+    node.came_by = came_by & 0xFU;
     if (!is_more_promising)
         return;
     candidates.push_back(promise(f, node.rank));

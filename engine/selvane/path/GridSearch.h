@@ -68,7 +68,8 @@ class GridSearch {
     std::uint32_t indexOf(Cell cell) const { return cell.y * size.x + cell.x; }
     Cell takeMostPromising();
     void openNeighbours(Cell current, const CellTest &is_blocked);
-    void open(Cell from, int dx, int dy);
+    static bool isWorth(const Node &node, float new_g);
+    void open(Cell cell, float g, std::uint32_t came_by);
 
     Cell size;
     Cell start;
