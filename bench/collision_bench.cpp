@@ -68,12 +68,12 @@ void counts(benchmark::internal::Benchmark *benchmark) {
     benchmark->RangeMultiplier(10)->Range(10, 10000)->Unit(benchmark::kMicrosecond);
 }
 
-BENCHMARK_CAPTURE(step, grid / resting, "grid", RESTING)->Apply(counts);
-BENCHMARK_CAPTURE(step, grid / moving, "grid", MOVING)->Apply(counts);
-BENCHMARK_CAPTURE(step, grid / colliding, "grid", COLLIDING)->Apply(counts);
-BENCHMARK_CAPTURE(step, simple / resting, "simple", RESTING)->Apply(counts);
-BENCHMARK_CAPTURE(step, simple / moving, "simple", MOVING)->Apply(counts);
-BENCHMARK_CAPTURE(step, simple / colliding, "simple", COLLIDING)->Apply(counts);
+BENCHMARK_CAPTURE(step, grid_resting, "grid", RESTING)->Apply(counts);
+BENCHMARK_CAPTURE(step, grid_moving, "grid", MOVING)->Apply(counts);
+BENCHMARK_CAPTURE(step, grid_colliding, "grid", COLLIDING)->Apply(counts);
+BENCHMARK_CAPTURE(step, simple_resting, "simple", RESTING)->Apply(counts);
+BENCHMARK_CAPTURE(step, simple_moving, "simple", MOVING)->Apply(counts);
+BENCHMARK_CAPTURE(step, simple_colliding, "simple", COLLIDING)->Apply(counts);
 
 #ifdef BENCH_CHIPMUNK
 void chipmunk(benchmark::State &state, Kind kind) {
