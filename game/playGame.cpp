@@ -28,5 +28,5 @@ int playGame() {
         game.run();
     }
     game.shutDown();
-    return 0;
+    return sv::GameManager::getExitStatus();
 }

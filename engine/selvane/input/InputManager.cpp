@@ -8,6 +8,7 @@
 #include "selvane/input/sfmlKeys.h"
 #include "selvane/loop/GameManager.h"
 #include "selvane/outside/Outside.h"
+#include "selvane/platform/process.h"
 
 #include <SFML/Window/Event.hpp>
 
@@ -99,9 +100,10 @@ void InputManager::getInput() {
         pollKeys();
 }
 
-/// Without a window only a source in its place has any.
+/// Without a window only a source in its place has any, and a signal.
 bool InputManager::hasInput() const {
-    return &source.getSource() != &windowInput() || !Config::getInstance().getHeadless();
+    return OutsideInput::isStopAsked() || &source.getSource() != &windowInput() ||
+           !Config::getInstance().getHeadless();
 }
 
 /// The input of a person who watches.
@@ -127,6 +129,8 @@ bool InputManager::isWindowOpen() {
 }
 
 void InputManager::endGame() {
+    if (OutsideInput::isStopAsked())
+        logLine("InputManager::getInput(): Note! Signal %d ends the game.", platform::stopSignal());
     logLine(1, "InputManager::getInput(): Window close event. Setting game over.");
     is_window_closed = true;
     GameManager::getInstance().setGameOver();

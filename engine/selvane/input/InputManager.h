@@ -32,8 +32,9 @@ class InputManager : public Manager {
     int startUp() override;
     void shutDown() override;
 
-    /// Whether the window was closed since the last start. A game that calls run() more than once,
-    /// as one with a title sequence does, asks here whether to go on: run() begins anew.
+    /// Whether the window was closed since the last start, or a signal came. A game that calls
+    /// run() more than once, as one with a title sequence does, asks here whether to go on: run()
+    /// begins anew.
     bool isWindowClosed() const { return is_window_closed; }
 
     /// The key of a key press or release as an event; its action is the caller's to set.
@@ -61,9 +62,9 @@ class InputManager : public Manager {
     }
 
     /// Delivers the input since the last call. A window that was closed, by the person or by the
-    /// game, ends the game, and nothing after that is read in this step. A handler may stop the
-    /// display manager and start it again, in full screen, say: the step's input goes on with the
-    /// new window, and ends if there is none.
+    /// game, ends the game, as does a signal that asks the process to stop, and nothing after that
+    /// is read in this step. A handler may stop the display manager and start it again, in full
+    /// screen, say: the step's input goes on with the new window, and ends if there is none.
     void getInput();
 
     void reset() override;

@@ -1,6 +1,7 @@
 #include "selvane/input/OutsideInput.h"
 
 #include "selvane/outside/Outside.h"
+#include "selvane/platform/process.h"
 
 #include <algorithm>
 #include <bit>
@@ -36,18 +37,28 @@ Value askValue(Value now, Value least, Value most) {
 
 } // namespace
 
+bool OutsideInput::isStopAsked() {
+    return platform::stopSignal() != 0 && !Outside::getInstance().isReplaying();
+}
+
 void OutsideInput::beginStep() {
     source->beginStep();
 }
 
 InputSource::State OutsideInput::getState() {
-    const State now = Outside::getInstance().isReplaying() ? State::ABSENT : source->getState();
+    State now = State::ABSENT;
+    if (isStopAsked())
+        now = State::OPEN;
+    else if (!Outside::getInstance().isReplaying())
+        now = source->getState();
     return askValue(now, State::ABSENT, State::OPEN);
 }
 
 std::optional<InputItem> OutsideInput::next() {
     std::optional<InputItem> item;
-    if (!Outside::getInstance().isReplaying())
+    if (isStopAsked())
+        item = InputItem{.kind = InputItem::Kind::WINDOW_CLOSED};
+    else if (!Outside::getInstance().isReplaying())
         item = source->next();
     if (ask([&] { return item ? 1 : 0; }) != 1)
         return std::nullopt;

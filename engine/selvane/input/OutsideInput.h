@@ -21,6 +21,10 @@ class OutsideInput final : public InputSource {
     bool isButtonDown(EventMouseButton button) override;
     Vector mousePosition() override;
 
+    /// Whether a signal asks the process to stop: the source then looks like a window that is being
+    /// closed, so that a record of the game ends in the same way.
+    static bool isStopAsked();
+
   private:
     InputSource *source;
 };

@@ -12,6 +12,7 @@
 #include "selvane/network/NetworkManager.h"
 #include "selvane/outside/Outside.h"
 #include "selvane/path/PathManager.h"
+#include "selvane/platform/process.h"
 #include "selvane/platform/system.h"
 #include "selvane/record/Recorder.h"
 #include "selvane/record/Replayer.h"
@@ -34,6 +35,7 @@ constexpr double engine_version = SELVANE_VERSION;
 constexpr char ruler[] = "****************************************************";
 constexpr unsigned timer_period_ms = 1;
 constexpr int unseeded = -1;
+constexpr int status_of_signals = 128; // Of a process that signal 0 would have ended.
 constexpr char standard_error[] = "/dev/stderr";
 
 /// A manager that starts after the log and stops before it.
@@ -135,6 +137,8 @@ bool GameManager::isValid(const std::string &event_type) const {
 int GameManager::startUp() {
     if (isStarted())
         return refuseSecondStart();
+    platform::openStandardDescriptors();
+    platform::catchStopSignals();
     [[maybe_unused]] static const int registered = std::atexit([] { getInstance().endAtExit(); });
     if (is_start_failed)
         shutDown();
@@ -174,6 +178,7 @@ void GameManager::reset() {
     setStepCount(0);
     frame_time = default_frame_time;
     warned_nested_run = false;
+    platform::forgetStopSignal();
 }
 
 int GameManager::startManagers() {
@@ -224,6 +229,7 @@ void GameManager::stopManagers() {
     logLine("** Game engine stopped **");
     log.shutDown();
     Manager::shutDown();
+    platform::releaseStopSignals();
     WorldManager::getInstance().setWindow({});
 }
 
@@ -267,6 +273,8 @@ void GameManager::runStep(Clock &clock, FramePace &pace) {
     const EventStep step(step_count);
     onEvent(&step);
     DisplayManager::getInstance().swapBuffers();
+    if (platform::stopSignal() != 0)
+        Replayer::getInstance().stop(); // Ends with the game, as if it were live.
     InputManager::getInstance().getInput();
     if (Config::getInstance().getNetworking()) {
         serviceNetwork(clock, pace);
@@ -306,6 +314,11 @@ void GameManager::serviceNetwork(const Clock &clock, const FramePace &pace) {
 void GameManager::setGameOver(bool new_game_over) {
     game_over = new_game_over;
     SceneGraph::setGameOver(new_game_over);
+}
+
+int GameManager::getExitStatus() {
+    const int signal = platform::stopSignal();
+    return signal == 0 ? 0 : status_of_signals + signal;
 }
 
 void GameManager::setStepCount(int new_step_count) {

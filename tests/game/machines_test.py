@@ -1,0 +1,159 @@
+"""Starts the game as a stranger's machine does. Each row of the table is a test:
+machines_test.py ROW GAME TREE. Without arguments it prints the names of the rows."""
+
+import os
+import shutil
+import signal
+import subprocess
+import sys
+import tempfile
+import time
+from dataclasses import dataclass, field
+from pathlib import Path
+from typing import Callable
+
+FONT = "/usr/share/fonts/truetype/inconsolata/Inconsolata.otf"
+RUN = 'exec "$GAME"'
+IN_LOOP = "starting game loop"
+
+
+@dataclass
+class Row:
+    """What is started, what happens to it at a line of the log, and what must come of it."""
+
+    command: str = RUN  # For a shell, in a folder with the game's files; $GAME is the program.
+    settings: str = ""
+    screen: str = "1600x1200x24"  # Empty: no display.
+    prepare: Callable | None = None
+    at: str = IN_LOOP
+    do: Callable | None = None  # None: the program ends by itself.
+    status: int = 0
+    says: list[str] = field(default_factory=list)  # Log and standard error, in any order.
+    after: str = "true"  # A command that must succeed.
+
+
+def is_caught(number, process):
+    status = Path(f"/proc/{process.pid}/status").read_text()
+    caught = int(status.split("SigCgt:")[1].split()[0], 16)
+    return caught >> (number - 1) & 1
+
+
+def send(*signals):
+    def act(machine):
+        for number in signals:
+            machine.game.send_signal(number)
+            # The first of two has arrived when it is not caught any more.
+            while machine.game.poll() is None and is_caught(number, machine.game):
+                time.sleep(0.01)
+
+    return act
+
+
+ROWS = {
+    "closed_descriptors_take_no_files": Row(
+        RUN + " <&- >&- 2>&-", do=send(signal.SIGTERM), status=143, says=["Game engine stopped"]
+    ),
+    "interrupt_stops_in_order": Row(do=send(signal.SIGINT), status=130, says=["Signal 2 ", "Game engine stopped"]),
+    "a_hangup_stops_a_headless_game": Row(
+        settings="headless:true,", screen="", do=send(signal.SIGHUP), status=129, says=["Game engine stopped"]
+    ),
+    "a_second_signal_ends_at_once": Row(
+        settings="frame_time:50000,headless:true,", screen="", do=send(signal.SIGINT, signal.SIGTERM), status=-15
+    ),
+    "an_ignored_hangup_stays_ignored": Row(
+        "trap '' HUP; " + RUN, do=send(signal.SIGHUP, signal.SIGTERM), status=143, says=["Signal 15 "]
+    ),
+    "a_stopped_game_plays_again": Row(
+        "SELVANE_RECORD=game.record " + RUN,
+        do=send(signal.SIGTERM),
+        status=143,
+        after='"$TREE/tools/replay" "$GAME" game.record | grep "all the same"',
+    ),
+    "a_log_that_nobody_reads_ends_nothing": Row(
+        "mkfifo log; : <log & SELVANE_LOG=log " + RUN, screen="", status=1, says=["Selvane did not start"]
+    ),
+}
+
+
+class Machine:
+    """A folder with the game's files, a display, and the game."""
+
+    def __init__(self, row, folder, game, tree):
+        self.row = row
+        self.folder = Path(folder)
+        self.environment = {**os.environ, "GAME": game, "TREE": tree, "ALSOFT_DRIVERS": "null", "LP_NUM_THREADS": "1"}
+        for name in [n for n in self.environment if n.startswith("SELVANE_")] + ["DISPLAY"]:
+            self.environment.pop(name, None)
+        # A graphics driver leaks when it is unloaded.
+        self.environment["ASAN_OPTIONS"] = os.environ.get("ASAN_OPTIONS", "") + ":detect_leaks=0"
+        self.environment["SELVANE_LOG_LEVEL"] = "10"
+        for art in ("sprites", "sounds"):
+            (self.folder / art).symlink_to(Path(tree) / art)
+        shutil.copy(FONT, self.folder / "sv-font.ttf")
+        shipped = (Path(tree) / "game/sv-config.txt").read_text()
+        (self.folder / "sv-config.txt").write_text(f"{row.settings}\n{shipped}")
+        self.server = self.start_server() if row.screen else None
+
+    def start_server(self):
+        answer, theirs = os.pipe()
+        server = subprocess.Popen(
+            ["Xvfb", "-displayfd", str(theirs), "-r", "-noreset", "-nolisten", "tcp", "-screen", "0", self.row.screen],
+            pass_fds=[theirs],
+            stderr=subprocess.DEVNULL,
+        )
+        os.close(theirs)
+        with os.fdopen(answer) as lines:
+            self.environment["DISPLAY"] = ":" + lines.readline().strip()
+        return server
+
+    def said(self):
+        texts = [self.folder / "selvane.log", self.folder / "errors"]
+        return "".join(text.read_text(errors="replace") for text in texts if text.is_file())
+
+    def play(self):
+        if self.row.prepare:
+            self.row.prepare(self)
+        with open(self.folder / "errors", "wb") as errors:
+            self.game = subprocess.Popen(
+                ["bash", "-c", self.row.command], cwd=self.folder, env=self.environment, stderr=errors
+            )
+        if self.row.do:
+            while self.row.at not in self.said() and self.game.poll() is None:
+                time.sleep(0.01)
+            self.row.do(self)
+        return self.game.wait()
+
+    def check(self):
+        faults = []
+        status = self.play()
+        if status != self.row.status:
+            faults.append(f"the status is {status}, not {self.row.status}")
+        faults += [f"nothing says '{text}'" for text in self.row.says if text not in self.said()]
+        after = subprocess.run(["bash", "-c", self.row.after], cwd=self.folder, env=self.environment, check=False)
+        if after.returncode != 0:
+            faults.append(f"'{self.row.after}' fails")
+        return faults
+
+    def end(self):
+        for process in (self.game, self.server):
+            if process and process.poll() is None:
+                process.kill()
+                process.wait()
+
+
+def main():
+    if len(sys.argv) == 1:
+        print("\n".join(ROWS))
+        return
+    row, game, tree = sys.argv[1:]
+    with tempfile.TemporaryDirectory() as folder:
+        machine = Machine(ROWS[row], folder, game, tree)
+        try:
+            faults = machine.check()
+        finally:
+            machine.end()
+        if faults:
+            sys.exit("\n".join(faults + [machine.said()]))
+
+
+main()
