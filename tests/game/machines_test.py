@@ -13,6 +13,7 @@ from pathlib import Path
 from typing import Callable
 
 FONT = "/usr/share/fonts/truetype/inconsolata/Inconsolata.otf"
+ENDS_WITH_THE_TEST = ["setpriv", "--pdeathsig", "KILL"]
 RUN = 'exec "$GAME"'
 IN_LOOP = "starting game loop"
 
@@ -72,6 +73,15 @@ ROWS = {
     "a_log_that_nobody_reads_ends_nothing": Row(
         "mkfifo log; : <log & SELVANE_LOG=log " + RUN, screen="", status=1, says=["Selvane did not start"]
     ),
+    "a_log_without_a_reader_is_refused": Row(
+        "mkfifo log; SELVANE_LOG=log " + RUN, screen="", status=1, says=["It is a pipe that nobody reads"]
+    ),
+    "a_configuration_from_a_pipe_is_ignored": Row(
+        "mkfifo pipe; SELVANE_CONFIG=pipe " + RUN, screen="", status=1, says=["'pipe' is a pipe and no file"]
+    ),
+    "a_font_from_a_pipe_is_refused": Row(
+        "mkfifo pipe; " + RUN, settings="font_file:pipe,", status=1, says=["Unable to load font from file 'pipe'"]
+    ),
 }
 
 
@@ -97,7 +107,8 @@ class Machine:
     def start_server(self):
         answer, theirs = os.pipe()
         server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(theirs), "-r", "-noreset", "-nolisten", "tcp", "-screen", "0", self.row.screen],
+            ENDS_WITH_THE_TEST
+            + ["Xvfb", "-displayfd", str(theirs), "-r", "-noreset", "-nolisten", "tcp", "-screen", "0", self.row.screen],
             pass_fds=[theirs],
             stderr=subprocess.DEVNULL,
         )
@@ -115,7 +126,10 @@ class Machine:
             self.row.prepare(self)
         with open(self.folder / "errors", "wb") as errors:
             self.game = subprocess.Popen(
-                ["bash", "-c", self.row.command], cwd=self.folder, env=self.environment, stderr=errors
+                ENDS_WITH_THE_TEST + ["bash", "-c", self.row.command],
+                cwd=self.folder,
+                env=self.environment,
+                stderr=errors,
             )
         if self.row.do:
             while self.row.at not in self.said() and self.game.poll() is None:

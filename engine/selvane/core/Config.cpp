@@ -6,6 +6,7 @@
 #include "selvane/core/configText.h"
 #include "selvane/core/text.h"
 #include "selvane/outside/Outside.h"
+#include "selvane/platform/system.h"
 
 #include <cstdlib>
 #include <fstream>
@@ -103,6 +104,11 @@ std::string Config::readConfig() {
     const char *variable = std::getenv(CONFIG_FILE_VARIABLE);
     const std::string name = variable ? variable : CONFIG_FILE_DEFAULT;
     const std::string path = findAsset(name);
+    if (platform::isPipe(path)) {
+        logLine("Config::readConfig(): Warning! '%s' is a pipe and no file. Ignored.",
+                path.c_str());
+        return "";
+    }
     std::ifstream file(path);
     if (!file) {
         // Names the default file even if another was tried: it is the one to create.

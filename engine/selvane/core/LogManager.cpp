@@ -33,9 +33,12 @@ int LogManager::startUp() {
         file_name = forced_file;
     const platform::LogFile opened = platform::openLog(file_name);
     p_f.reset(opened.p_file);
-    if (!p_f)
-        return logFailure("LogManager::startup(): Warning! Unable to open file '%s'.",
-                          file_name.c_str());
+    if (!p_f) {
+        logFailure("LogManager::startup(): Warning! Unable to open file '%s'.", file_name.c_str());
+        if (platform::isPipe(file_name))
+            logLine("LogManager::startUp(): Note! It is a pipe that nobody reads.");
+        return -1;
+    }
     warned_write_failed = false;
     can_reopen = !platform::isDeleted(p_f.get()); // Standard output may be a deleted file.
     if (opened.is_shared)

@@ -10,6 +10,7 @@
 #include "selvane/display/fontSize.h"
 #include "selvane/display/sfmlColor.h"
 #include "selvane/platform/display.h"
+#include "selvane/platform/system.h"
 
 #include <SFML/Graphics/Font.hpp>
 #include <SFML/Graphics/RectangleShape.hpp>
@@ -41,7 +42,8 @@ int refuseWindow(const std::string &why) {
 
 bool loadFont(sf::Font &font, const std::string &filename) {
     const SfmlMessages messages;
-    return font.loadFromFile(findFont(filename));
+    const std::string path = findFont(filename);
+    return !platform::isPipe(path) && font.loadFromFile(path);
 }
 
 } // namespace

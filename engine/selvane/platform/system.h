@@ -81,6 +81,9 @@ bool isFile(const std::string &name);
 /// as fopen() takes it.
 bool isOtherThanFile(const std::string &name);
 
+/// Whether a name is that of a pipe, which whoever opens it may have to wait for.
+bool isPipe(const std::string &name);
+
 /// Whether an open file has been deleted, so that nobody can read what is written to it. Always
 /// false on a system that does not delete open files.
 bool isDeleted(std::FILE *file);

@@ -10,10 +10,14 @@ namespace sv::platform {
 
 namespace {
 
-/// The descriptor, or -1.
+/// The descriptor, or -1. A pipe that nobody reads is not waited for.
 int openToAppend(const std::string &name, int further_flags = 0) {
     constexpr mode_t everybody = 0666; // Less what the umask takes away.
-    return open(name.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | further_flags, everybody);
+    constexpr int flags = O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NONBLOCK;
+    const int file = open(name.c_str(), flags | further_flags, everybody);
+    if (file >= 0)
+        fcntl(file, F_SETFL, O_APPEND); // Writing may wait.
+    return file;
 }
 
 /// False if another writer's lock is in the way.

@@ -106,6 +106,11 @@ bool isOtherThanFile(const std::string &name) {
     return stat(name.c_str(), &status) == 0 && !S_ISREG(status.st_mode);
 }
 
+bool isPipe(const std::string &name) {
+    struct stat status {};
+    return stat(name.c_str(), &status) == 0 && S_ISFIFO(status.st_mode);
+}
+
 bool isDeleted(std::FILE *file) {
     struct stat status {};
     return fstat(fileno(file), &status) == 0 && status.st_nlink == 0;

@@ -90,6 +90,11 @@ bool isOtherThanFile(const std::string &name) {
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & no_file) != 0;
 }
 
+// Opening one does not wait here.
+bool isPipe(const std::string &) {
+    return false;
+}
+
 bool isDeleted(std::FILE *) {
     return false;
 }
