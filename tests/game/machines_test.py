@@ -1,6 +1,7 @@
 """Starts the game as a stranger's machine does. Each row of the table is a test:
 machines_test.py ROW GAME TREE. Without arguments it prints the names of the rows."""
 
+import ctypes
 import os
 import shutil
 import signal
@@ -25,6 +26,7 @@ class Row:
     command: str = RUN  # For a shell, in a folder with the game's files; $GAME is the program.
     settings: str = ""
     screen: str = "1600x1200x24"  # Empty: no display.
+    server: list[str] = field(default_factory=list)
     prepare: Callable | None = None
     at: str = IN_LOOP
     do: Callable | None = None  # None: the program ends by itself.
@@ -49,6 +51,61 @@ def send(*signals):
 
     return act
 
+
+class Client:
+    """Another program on the game's display."""
+
+    def __init__(self, machine):
+        self.x = ctypes.CDLL("libX11.so.6")
+        self.x.XOpenDisplay.restype = ctypes.c_void_p
+        self.display = ctypes.c_void_p(self.x.XOpenDisplay(machine.environment["DISPLAY"].encode()))
+        if not self.display:
+            return
+        self.x.XDefaultRootWindow.restype = ctypes.c_ulong
+        self.root = ctypes.c_ulong(self.x.XDefaultRootWindow(self.display))
+
+    def window(self):
+        unused, children, count = ctypes.c_ulong(), ctypes.POINTER(ctypes.c_ulong)(), ctypes.c_uint()
+        self.x.XQueryTree(
+            self.display, self.root, *[ctypes.byref(a) for a in (unused, unused, children, count)]
+        )
+        return ctypes.c_ulong(children[count.value - 1])
+
+    def call(self, function, *arguments):
+        getattr(self.x, function)(self.display, *arguments)
+        self.x.XSync(self.display, 0)
+
+    def set_on_root(self, name, value_type, *values):
+        atom = ctypes.c_ulong(self.x.XInternAtom(self.display, name, 0))
+        data = (ctypes.c_ulong * len(values))(*values)
+        self.call("XChangeProperty", self.root, atom, ctypes.c_ulong(value_type), 32, 0, data, len(values))
+
+
+def to_window(function):
+    def act(machine):
+        client = Client(machine)
+        client.call(function, client.window())
+
+    return act
+
+
+CARDINAL, WINDOW = 6, 33  # Types of properties.
+
+
+def leave_one_place(machine):
+    machine.clients = [Client(machine)]
+    while machine.clients[-1].display:
+        machine.clients.append(Client(machine))
+    machine.clients[0].x.XCloseDisplay(machine.clients[0].display)
+
+
+def leave_dead_manager(machine):
+    client = Client(machine)
+    client.set_on_root(b"_NET_SUPPORTED", WINDOW)
+    client.set_on_root(b"_NET_SUPPORTING_WM_CHECK", WINDOW, 0x7654321)
+
+
+GONE = ["display has gone, and the game ends", "Game engine stopped"]
 
 ROWS = {
     "closed_descriptors_take_no_files": Row(
@@ -82,6 +139,23 @@ ROWS = {
     "a_font_from_a_pipe_is_refused": Row(
         "mkfifo pipe; " + RUN, settings="font_file:pipe,", status=1, says=["Unable to load font from file 'pipe'"]
     ),
+    "a_killed_server_ends_in_order": Row(do=lambda machine: machine.server.kill(), status=74, says=GONE),
+    "a_killed_client_ends_in_order": Row(do=to_window("XKillClient"), status=74, says=GONE),
+    "a_destroyed_window_ends_in_order": Row(
+        do=to_window("XDestroyWindow"), status=74, says=["window has gone, and the game ends", "Game engine stopped"]
+    ),
+    "the_second_screen_is_refused": Row(
+        'DISPLAY=$DISPLAY.1 "$GAME"', server=["-screen", "1", "800x600x24"], status=1, says=["first screen of an X server only"]
+    ),
+    "a_crowded_server_is_refused": Row(
+        server=["-maxclients", "64"], prepare=leave_one_place, status=1, says=["takes no more programs"]
+    ),
+    "a_dead_window_manager_is_survived": Row(
+        prepare=leave_dead_manager,
+        do=send(signal.SIGTERM),
+        status=143,
+        says=["The display says: BadWindow"],
+    ),
 }
 
 
@@ -108,7 +182,7 @@ class Machine:
         answer, theirs = os.pipe()
         server = subprocess.Popen(
             ENDS_WITH_THE_TEST
-            + ["Xvfb", "-displayfd", str(theirs), "-r", "-noreset", "-nolisten", "tcp", "-screen", "0", self.row.screen],
+            + ["Xvfb", "-displayfd", str(theirs), "-r", "-noreset", "-nolisten", "tcp", "-screen", "0", self.row.screen, *self.row.server],
             pass_fds=[theirs],
             stderr=subprocess.DEVNULL,
         )

@@ -191,6 +191,7 @@ void DisplayManager::takeBuiltInSizes() {
 
 void DisplayManager::reset() {
     takeBuiltInSizes();
+    is_lost = false;
     origin = {};
     forgetFigures();
 }

@@ -10,6 +10,7 @@
 #include "selvane/core/Manager.h"
 #include "selvane/core/Vector.h"
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -121,6 +122,9 @@ class DisplayManager : public Manager {
 
     void reset() override;
 
+    /// Whether the display, or the window on it, has gone from under the game since the last start.
+    bool isLost() const { return is_lost; }
+
     /// Whether what is drawn now goes anywhere.
     bool isDrawing() const;
 
@@ -131,6 +135,9 @@ class DisplayManager : public Manager {
     int takeSizes();
     int openWindow();
     void closeWindow();
+    static void watchDisplay();
+    void noteError(const std::string &what, std::uintptr_t resource);
+    [[noreturn]] void loseDisplay();
     static void closeAtExit();
     int prepareCells();
     void shakeCells();
@@ -155,6 +162,8 @@ class DisplayManager : public Manager {
     Vector origin;
     Color window_background_color = BLACK;
     bool key_repeat = true;
+    bool is_lost = false;
+    int display_errors = 0;
     int shake_duration = 0; // Frames.
     int shake_scale_x = 0;  // Pixels, as all that follow.
     int shake_scale_y = 0;

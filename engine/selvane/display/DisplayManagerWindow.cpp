@@ -25,6 +25,7 @@ namespace sv {
 namespace {
 
 constexpr unsigned bits_per_pixel = 32;
+constexpr int most_errors = 20; // That are logged.
 
 template<typename Made, typename... Arguments>
 std::unique_ptr<Made> makeIfPossible(Arguments &&...arguments) {
@@ -68,6 +69,7 @@ int DisplayManager::takeSizes() {
 
 int DisplayManager::openWindow() {
     closeAtExit();
+    watchDisplay();
     const Config &config = Config::getInstance();
     const platform::DisplayCheck display;
     if (display.obstacle())
@@ -91,6 +93,12 @@ int DisplayManager::openWindow() {
     if (!p_window || !p_window->isOpen()) {
         p_window.reset();
         return refuseWindow("The windowing library has written why to standard error.");
+    }
+    if (!p_window->setActive()) {
+        p_window.reset();
+        return refuseWindow(
+            "The display gives the window no OpenGL. It may lack memory: close other "
+            "programs, or start the X server with more.");
     }
     // A window that comes out larger or smaller than asked for still shows the whole grid.
     p_window->setView(sf::View({0, 0, static_cast<float>(window_horizontal_pixels),
@@ -128,6 +136,37 @@ int DisplayManager::prepareCells() {
     p_rectangle->setFillColor(colorToSFML(window_background_color));
     cells = std::make_unique<CellBatch>(*p_window, *p_rectangle, *p_text);
     return 0;
+}
+
+void DisplayManager::watchDisplay() {
+    getInstance().is_lost = false;
+    getInstance().display_errors = 0;
+    platform::watchDisplay(
+        {.on_error = [](const std::string &what,
+                        std::uintptr_t resource) { getInstance().noteError(what, resource); },
+         .on_loss = [] { getInstance().loseDisplay(); }});
+}
+
+/// Without its window the game ends with the step.
+void DisplayManager::noteError(const std::string &what, std::uintptr_t resource) {
+    if (display_errors++ < most_errors)
+        logLine("DisplayManager: Warning! The display says: %s.", what.c_str());
+    if (is_lost || !p_window ||
+        resource != reinterpret_cast<std::uintptr_t>(p_window->getSystemHandle()))
+        return;
+    is_lost = true;
+    logFailure("DisplayManager: Error! The window has gone, and the game ends.");
+}
+
+/// What was made for the window is left as it is: releasing it would ask the display.
+void DisplayManager::loseDisplay() {
+    static_cast<void>(cells.release());
+    static_cast<void>(p_text.release());
+    static_cast<void>(font.release());
+    static_cast<void>(p_window.release());
+    is_lost = true;
+    logFailure("DisplayManager: Error! The display has gone, and the game ends.");
+    std::exit(platform::display_lost_status);
 }
 
 /// So that a full screen gets its old mode back even if the process ends without a shut-down.

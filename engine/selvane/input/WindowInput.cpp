@@ -60,7 +60,8 @@ InputSource::State WindowInput::getState() {
     const sf::RenderWindow *present = window();
     if (!present)
         return State::ABSENT;
-    return present->isOpen() ? State::OPEN : State::CLOSED;
+    const bool is_open = present->isOpen() && !DisplayManager::getInstance().isLost();
+    return is_open ? State::OPEN : State::CLOSED;
 }
 
 std::optional<InputItem> WindowInput::next() {

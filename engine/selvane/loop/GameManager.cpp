@@ -12,6 +12,7 @@
 #include "selvane/network/NetworkManager.h"
 #include "selvane/outside/Outside.h"
 #include "selvane/path/PathManager.h"
+#include "selvane/platform/display.h"
 #include "selvane/platform/process.h"
 #include "selvane/platform/system.h"
 #include "selvane/record/Recorder.h"
@@ -202,11 +203,12 @@ void GameManager::shutDown() {
         stopManagers();
 }
 
-/// At the end of the process no handler runs any more, even if one has called exit(), and no run()
-/// does what it has asked for.
+/// At the end of the process no handler runs any more, even if one has called exit(), as the
+/// display manager does without a display, and no run() does what it has asked for.
 void GameManager::endAtExit() {
     ObjectWatch::endAll();
-    if (is_stop_wanted)
+    const bool is_lost = DisplayManager::getInstance().isLost();
+    if (is_stop_wanted || (is_lost && LogManager::getInstance().isStarted()))
         stopManagers();
 }
 
@@ -317,8 +319,9 @@ void GameManager::setGameOver(bool new_game_over) {
 }
 
 int GameManager::getExitStatus() {
-    const int signal = platform::stopSignal();
-    return signal == 0 ? 0 : status_of_signals + signal;
+    if (const int signal = platform::stopSignal(); signal != 0)
+        return status_of_signals + signal;
+    return DisplayManager::getInstance().isLost() ? platform::display_lost_status : 0;
 }
 
 void GameManager::setStepCount(int new_step_count) {

@@ -46,8 +46,8 @@ class GameManager : public Manager {
     int getStepCount() const { return step_count; }
 
     /// What main() should return after shutDown(): 0, or if a signal has ended the game, 128 and
-    /// its number, as shells say it. SIGINT, SIGTERM and SIGHUP end the game as a closed window
-    /// does, and a second one ends the process.
+    /// its number, as shells say it, or 74 if the display has gone. SIGINT, SIGTERM and SIGHUP end
+    /// the game as a closed window does, and a second one ends the process.
     static int getExitStatus();
 
     // Called by the engine.

@@ -1,12 +1,35 @@
 #include "selvane/platform/display.h"
 
 #include <X11/Xlib.h>
+#include <array>
+#include <unistd.h>
+#include <utility>
 
 namespace sv::platform {
 
 namespace {
 
 constexpr int least_bits_per_pixel = 24;
+
+DisplayWatch display_watch{};
+
+int passError(Display *display, XErrorEvent *error) {
+    std::array<char, 128> text{};
+    XGetErrorText(display, error->error_code, text.data(), text.size());
+    display_watch.on_error(std::string(text.data()) + ", request " +
+                               std::to_string(error->request_code) + "." +
+                               std::to_string(error->minor_code),
+                           error->resourceid);
+    return 0;
+}
+
+/// Xlib ends the process with status 1 if this returns.
+int passLoss(Display * /*display*/) {
+    static bool is_passed = false;
+    if (!std::exchange(is_passed, true))
+        display_watch.on_loss();
+    _exit(display_lost_status);
+}
 
 bool hasOpenGL(Display *display) {
     int opcode = 0;
@@ -17,6 +40,12 @@ bool hasOpenGL(Display *display) {
 
 } // namespace
 
+void watchDisplay(const DisplayWatch &watch) {
+    display_watch = watch;
+    XSetErrorHandler(passError);
+    XSetIOErrorHandler(passLoss);
+}
+
 struct DisplayCheck::Connection {
     explicit Connection(Display *new_display) : display(new_display) {}
     ~Connection() { XCloseDisplay(display); }
@@ -25,6 +54,18 @@ struct DisplayCheck::Connection {
 
     Display *display;
 };
+
+namespace {
+
+/// SFML ends the process if it is refused a connection, so one is tried.
+bool takesOneMore() {
+    Display *display = XOpenDisplay(nullptr);
+    if (display)
+        XCloseDisplay(display);
+    return display;
+}
+
+} // namespace
 
 DisplayCheck::DisplayCheck() {
     if (Display *display = XOpenDisplay(nullptr))
@@ -36,8 +77,12 @@ DisplayCheck::~DisplayCheck() = default;
 const char *DisplayCheck::obstacle() const {
     if (!connection)
         return "No X display can be opened; DISPLAY names the one to use.";
+    if (!takesOneMore())
+        return "The X display takes no more programs: it lacks memory, or too many are open.";
     if (!hasOpenGL(connection->display))
         return "The X display has no OpenGL (its extension GLX).";
+    if (XDefaultScreen(connection->display) != 0)
+        return "The window can be on the first screen of an X server only; DISPLAY names another.";
     if (XDefaultDepth(connection->display, XDefaultScreen(connection->display)) <
         least_bits_per_pixel)
         return "The X display has fewer than 24 bits per pixel.";
