@@ -12,6 +12,19 @@ fail() {
     exit 1
 }
 
+# alone FILE: waits, and says so, while another script has the lock FILE. It is held until this one and
+# the commands that it started have ended.
+alone() {
+    local lock
+    command -v flock >/dev/null || return 0
+    exec {lock}>>"$1"
+    flock -n "$lock" || {
+        say "${0##*/}: waits for another one, process $(cat "$1"), that works here"
+        flock "$lock"
+    }
+    printf '%s' $$ >"$1"
+}
+
 # A terminal that can rewrite its line, as ninja and ctest then do.
 on_terminal() { [ -t 1 ] && [ "${TERM:-dumb}" != dumb ]; }
 

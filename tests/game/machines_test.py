@@ -2,6 +2,7 @@
 machines_test.py ROW GAME TREE. Without arguments it prints the names of the rows."""
 
 import ctypes
+import fcntl
 import os
 import shutil
 import signal
@@ -89,7 +90,14 @@ def to_window(function):
     return act
 
 
+COPY_TOOLS = 'mkdir tree; cp -r "$TREE/tools" tree; '
 CARDINAL, WINDOW = 6, 33  # Types of properties.
+
+
+def hold_lock(machine):
+    machine.lock = open(machine.folder / "lock", "w")
+    fcntl.flock(machine.lock, fcntl.LOCK_EX)
+    print(123, end="", file=machine.lock, flush=True)
 
 
 def leave_one_place(machine):
@@ -156,6 +164,24 @@ ROWS = {
         status=143,
         says=["The display says: BadWindow"],
     ),
+    "an_interrupted_check_leaves_nothing": Row(
+        'mkdir tmp; TMPDIR=$PWD/tmp exec "$TREE/tools/with-display" bash -c "mktemp; echo up >selvane.log; sleep 50"',
+        screen="",
+        at="up",
+        do=lambda machine: os.killpg(machine.game.pid, signal.SIGINT),
+        status=-2,
+        after='[ -z "$(ls tmp)" ]',
+    ),
+    "a_second_build_waits_and_says_so": Row(
+        COPY_TOOLS + 'lock=$PWD/lock; . tree/tools/lib.sh; alone "$lock" >&2',
+        screen="",
+        prepare=hold_lock,
+        at="waits for another one, process 123",
+        do=lambda machine: machine.lock.close(),
+    ),
+    "an_odd_path_is_refused_with_its_character": Row(
+        COPY_TOOLS + "mv tree 'tr;ee'; exec 'tr;ee/tools/build' release", screen="", status=1, says=["since ';' is in that name"]
+    ),
 }
 
 
@@ -204,6 +230,7 @@ class Machine:
                 cwd=self.folder,
                 env=self.environment,
                 stderr=errors,
+                start_new_session=True,
             )
         if self.row.do:
             while self.row.at not in self.said() and self.game.poll() is None:
