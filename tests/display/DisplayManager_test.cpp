@@ -120,7 +120,7 @@ TEST_F(DisplayManagerTest, unusable_displays_are_refused_with_advice) {
 }
 
 TEST_F(DisplayManagerTest, windows_open_on_servers_that_reset) {
-    server.emplace(800, 600, std::vector<std::string>(), false);
+    server.emplace(1600, 1200, std::vector<std::string>(), false);
     configure("");
     ASSERT_EQ(display().startUp(), 0);
     EXPECT_EQ(erasedBy({0, 0}), (Extent{0, 6, 11, 37}));
@@ -241,10 +241,11 @@ TEST_F(DisplayManagerTest, windows_of_any_size_show_the_grid) {
     EXPECT_EQ(erasedBy({63, 15}), (Extent{1258, 973, 1277, 1023}));
     EXPECT_EQ(display().windowToSpaces(1278, 1022), (Vector{63.9F, 15.96875F}));
     display().shutDown();
-    // Larger than the screen: drawn whole all the same.
+    // Larger than the screen: shown whole all the same, in its proportions.
     configure("window_style:default,window_horizontal_pixels:2048,window_vertical_pixels:1536");
     ASSERT_EQ(display().startUp(), 0);
-    EXPECT_EQ(erasedBy({63, 15}), (Extent{2013, 1459, 2044, 1535}));
+    EXPECT_EQ(erasedBy({63, 15}), (Extent{1258, 912, 1277, 959}));
+    EXPECT_EQ(display().windowToSpaces(1260, 930), (Vector{63, 15.5F}));
 }
 
 } // namespace

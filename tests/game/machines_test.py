@@ -94,6 +94,18 @@ COPY_TOOLS = 'mkdir tree; cp -r "$TREE/tools" tree; '
 CARDINAL, WINDOW = 6, 33  # Types of properties.
 
 
+def window_is(width, height):
+    def act(machine):
+        client = Client(machine)
+        unused, sides = ctypes.c_ulong(), [ctypes.c_uint() for _ in range(6)]
+        client.call("XGetGeometry", client.window(), *[ctypes.byref(a) for a in (unused, *sides)])
+        shown = (sides[2].value, sides[3].value)
+        machine.game.send_signal(signal.SIGTERM)
+        assert shown == (width, height), shown
+
+    return act
+
+
 def hold_lock(machine):
     machine.lock = open(machine.folder / "lock", "w")
     fcntl.flock(machine.lock, fcntl.LOCK_EX)
@@ -163,6 +175,15 @@ ROWS = {
         do=send(signal.SIGTERM),
         status=143,
         says=["The display says: BadWindow"],
+    ),
+    "a_small_screen_shows_the_window_whole": Row(
+        screen="640x480x24", do=window_is(640, 424), status=143, says=["shown smaller, with 640 x 424"]
+    ),
+    "a_panel_is_left_room": Row(
+        prepare=lambda machine: Client(machine).set_on_root(b"_NET_WORKAREA", CARDINAL, 0, 30, 1600, 520),
+        do=window_is(725, 480),
+        status=143,
+        says=["shown smaller, with 725 x 480"],
     ),
     "an_interrupted_check_leaves_nothing": Row(
         'mkdir tmp; TMPDIR=$PWD/tmp exec "$TREE/tools/with-display" bash -c "mktemp; echo up >selvane.log; sleep 50"',

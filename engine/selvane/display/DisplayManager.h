@@ -20,7 +20,13 @@ class Font;
 class RectangleShape;
 class RenderWindow;
 class Text;
+template<typename T>
+class Vector2;
 } // namespace sf
+
+namespace sv::platform {
+struct Room;
+}
 
 namespace sv {
 
@@ -133,6 +139,7 @@ class DisplayManager : public Manager {
 
     void takeBuiltInSizes();
     int takeSizes();
+    sf::Vector2<unsigned> sizeWithin(platform::Room room) const;
     int openWindow();
     void closeWindow();
     static void watchDisplay();

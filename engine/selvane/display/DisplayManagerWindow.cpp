@@ -17,6 +17,7 @@
 #include <SFML/Graphics/RenderWindow.hpp>
 #include <SFML/Graphics/Text.hpp>
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <new>
 
@@ -84,10 +85,9 @@ int DisplayManager::openWindow() {
         sf::VideoMode::getFullscreenModes().empty())
         return refuseWindow("The display has no mode for a full screen.");
 
-    const auto width = static_cast<unsigned>(window_horizontal_pixels);
-    const auto height = static_cast<unsigned>(window_vertical_pixels);
+    const sf::Vector2u size = sizeWithin(display.room());
     const std::string title = config.getWindowTitle();
-    p_window = makeIfPossible<sf::RenderWindow>(sf::VideoMode(width, height, bits_per_pixel),
+    p_window = makeIfPossible<sf::RenderWindow>(sf::VideoMode(size.x, size.y, bits_per_pixel),
                                                 sf::String::fromUtf8(title.begin(), title.end()),
                                                 static_cast<sf::Uint32>(config.getWindowStyle()));
     if (!p_window || !p_window->isOpen()) {
@@ -107,6 +107,26 @@ int DisplayManager::openWindow() {
     p_window->setVerticalSyncEnabled(true);
     p_window->setKeyRepeatEnabled(key_repeat);
     return 0;
+}
+
+/// The configured size, or one of the same proportions that the screen has room for. A full screen
+/// has its own.
+sf::Vector2u DisplayManager::sizeWithin(platform::Room room) const {
+    const sf::Vector2u configured(sf::Vector2i(window_horizontal_pixels, window_vertical_pixels));
+    const float scale =
+        std::min(static_cast<float>(room.width) / static_cast<float>(configured.x),
+                 static_cast<float>(room.height) / static_cast<float>(configured.y));
+    if (scale >= 1 || scale <= 0 ||
+        Config::getInstance().getWindowStyle() == WINDOW_STYLE_FULLSCREEN)
+        return configured;
+    const auto scaled = [=](unsigned side) {
+        return std::max(1U, static_cast<unsigned>(std::lround(static_cast<float>(side) * scale)));
+    };
+    const sf::Vector2u shown(scaled(configured.x), scaled(configured.y));
+    logLine("DisplayManager::startUp(): Note! The screen has no room for a window of %u x %u "
+            "pixels. It is shown smaller, with %u x %u.",
+            configured.x, configured.y, shown.x, shown.y);
+    return shown;
 }
 
 int DisplayManager::prepareCells() {

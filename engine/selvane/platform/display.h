@@ -23,6 +23,12 @@ struct DisplayWatch {
 /// From now on an error of the display ends the process only as `watch` says.
 void watchDisplay(const DisplayWatch &watch);
 
+/// Pixels.
+struct Room {
+    int width = 0;
+    int height = 0;
+};
+
 /// To be asked before SFML opens a window, since SFML ends the process if it can't. Keep it until
 /// the window is open: an X server without clients may restart, and refuses connections while it
 /// does.
@@ -35,6 +41,10 @@ class DisplayCheck {
 
     /// Why no window can be opened, as a sentence for the user; null if one can be opened.
     const char *obstacle() const;
+
+    /// How large a window may be to lie whole on the screen, with its frame and beside what is
+    /// always there, such as a panel. REQUIRES: no obstacle.
+    Room room() const;
 
   private:
     struct Connection;

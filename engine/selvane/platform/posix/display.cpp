@@ -1,7 +1,10 @@
 #include "selvane/platform/display.h"
 
+#include <X11/Xatom.h>
 #include <X11/Xlib.h>
+#include <algorithm>
 #include <array>
+#include <cstring>
 #include <unistd.h>
 #include <utility>
 
@@ -10,6 +13,7 @@ namespace sv::platform {
 namespace {
 
 constexpr int least_bits_per_pixel = 24;
+constexpr int title_bar = 40; // Pixels; how high it is shows only once the window is there.
 
 DisplayWatch display_watch{};
 
@@ -73,6 +77,30 @@ DisplayCheck::DisplayCheck() {
 }
 
 DisplayCheck::~DisplayCheck() = default;
+
+// A window manager says what its panels leave.
+Room DisplayCheck::room() const {
+    Display *display = connection->display;
+    const int screen = XDefaultScreen(display);
+    Room room{XDisplayWidth(display, screen), XDisplayHeight(display, screen)};
+    Atom type = 0;
+    int bits = 0;
+    unsigned long count = 0;
+    unsigned long bytes_left = 0;
+    unsigned char *bytes = nullptr;
+    XGetWindowProperty(display, XDefaultRootWindow(display),
+                       XInternAtom(display, "_NET_WORKAREA", False), 0, 4, False, XA_CARDINAL,
+                       &type, &bits, &count, &bytes_left, &bytes);
+    if (bits == 32 && count == 4) {
+        std::array<long, 4> area{}; // Xlib's 32 bits are a long.
+        std::memcpy(area.data(), bytes, sizeof area);
+        room.width = std::min(room.width, static_cast<int>(area[2]));
+        room.height = std::min(room.height, static_cast<int>(area[3]) - title_bar);
+    }
+    if (bytes)
+        XFree(bytes);
+    return room;
+}
 
 const char *DisplayCheck::obstacle() const {
     if (!connection)

@@ -1,5 +1,7 @@
 #include "selvane/platform/display.h"
 
+#include <windows.h>
+
 namespace sv::platform {
 
 // A window of this system stays until its program ends.
@@ -13,6 +15,10 @@ DisplayCheck::~DisplayCheck() = default;
 
 const char *DisplayCheck::obstacle() const {
     return nullptr; // SFML reports a failure here itself and does not end the process.
+}
+
+Room DisplayCheck::room() const {
+    return {GetSystemMetrics(SM_CXFULLSCREEN), GetSystemMetrics(SM_CYFULLSCREEN)};
 }
 
 } // namespace sv::platform
