@@ -106,6 +106,19 @@ def window_is(width, height):
     return act
 
 
+def press(keycode):
+    def act(machine):
+        client, xtest = Client(machine), ctypes.CDLL("libXtst.so.6")
+        client.call("XWarpPointer", 0, client.window(), 0, 0, 0, 0, 5, 5)
+        while machine.game.poll() is None:
+            for is_down in (1, 0):
+                xtest.XTestFakeKeyEvent(client.display, keycode, is_down, 0)
+                client.call("XFlush")
+                time.sleep(0.05)
+
+    return act
+
+
 def hold_lock(machine):
     machine.lock = open(machine.folder / "lock", "w")
     fcntl.flock(machine.lock, fcntl.LOCK_EX)
@@ -185,6 +198,10 @@ ROWS = {
         status=143,
         says=["shown smaller, with 725 x 480"],
     ),
+    "a_layout_without_latin_letters_is_told": Row(
+        "setxkbmap ru; " + RUN, do=send(signal.SIGTERM), status=143, says=["layout has no Latin letters"]
+    ),
+    "a_latin_layout_beside_another_works": Row("setxkbmap ru,us; " + RUN, at="loadMusic", do=press(24), status=0),
     "an_interrupted_check_leaves_nothing": Row(
         'mkdir tmp; TMPDIR=$PWD/tmp exec "$TREE/tools/with-display" bash -c "mktemp; echo up >selvane.log; sleep 50"',
         screen="",

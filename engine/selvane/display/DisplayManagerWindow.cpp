@@ -85,6 +85,10 @@ int DisplayManager::openWindow() {
         sf::VideoMode::getFullscreenModes().empty())
         return refuseWindow("The display has no mode for a full screen.");
 
+    if (!display.hasLatinLetters())
+        logLine(
+            "DisplayManager::startUp(): Warning! The keyboard's layout has no Latin letters, so "
+            "letter keys do nothing. Put one beside it that has, as in: setxkbmap us,ru");
     const sf::Vector2u size = sizeWithin(display.room());
     const std::string title = config.getWindowTitle();
     p_window = makeIfPossible<sf::RenderWindow>(sf::VideoMode(size.x, size.y, bits_per_pixel),

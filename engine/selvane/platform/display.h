@@ -42,6 +42,10 @@ class DisplayCheck {
     /// Why no window can be opened, as a sentence for the user; null if one can be opened.
     const char *obstacle() const;
 
+    /// Whether the keyboard's layout has Latin letters; without them SFML knows none of its letter
+    /// keys. REQUIRES: no obstacle.
+    bool hasLatinLetters() const;
+
     /// How large a window may be to lie whole on the screen, with its frame and beside what is
     /// always there, such as a panel. REQUIRES: no obstacle.
     Room room() const;

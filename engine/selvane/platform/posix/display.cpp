@@ -2,6 +2,7 @@
 
 #include <X11/Xatom.h>
 #include <X11/Xlib.h>
+#include <X11/keysym.h>
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -77,6 +78,10 @@ DisplayCheck::DisplayCheck() {
 }
 
 DisplayCheck::~DisplayCheck() = default;
+
+bool DisplayCheck::hasLatinLetters() const {
+    return XKeysymToKeycode(connection->display, XK_a) != 0;
+}
 
 // A window manager says what its panels leave.
 Room DisplayCheck::room() const {

@@ -17,6 +17,11 @@ const char *DisplayCheck::obstacle() const {
     return nullptr; // SFML reports a failure here itself and does not end the process.
 }
 
+// Keys of this system keep their Latin names.
+bool DisplayCheck::hasLatinLetters() const {
+    return true;
+}
+
 Room DisplayCheck::room() const {
     return {GetSystemMetrics(SM_CXFULLSCREEN), GetSystemMetrics(SM_CYFULLSCREEN)};
 }
