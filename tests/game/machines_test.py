@@ -183,6 +183,7 @@ ROWS = {
     "a_crowded_server_is_refused": Row(
         server=["-maxclients", "64"], prepare=leave_one_place, status=1, says=["takes no more programs"]
     ),
+    "too_few_files_are_refused": Row("ulimit -n 6; " + RUN, status=1, says=["may open too few files"]),
     "a_dead_window_manager_is_survived": Row(
         prepare=leave_dead_manager,
         do=send(signal.SIGTERM),

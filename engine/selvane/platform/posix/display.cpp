@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <fcntl.h>
 #include <unistd.h>
 #include <utility>
 
@@ -62,6 +63,17 @@ struct DisplayCheck::Connection {
 
 namespace {
 
+/// Graphics drivers crash when a file of theirs cannot be opened.
+bool mayOpenFiles() {
+    std::array<int, 8> files{}; // A software driver takes three.
+    for (int &file : files)
+        file = open("/dev/null", O_RDONLY | O_CLOEXEC);
+    for (const int file : files)
+        if (file >= 0)
+            close(file);
+    return files.back() >= 0;
+}
+
 /// SFML ends the process if it is refused a connection, so one is tried.
 bool takesOneMore() {
     Display *display = XOpenDisplay(nullptr);
@@ -110,6 +122,8 @@ Room DisplayCheck::room() const {
 const char *DisplayCheck::obstacle() const {
     if (!connection)
         return "No X display can be opened; DISPLAY names the one to use.";
+    if (!mayOpenFiles())
+        return "The program may open too few files; ulimit -n says how many, and 64 are enough.";
     if (!takesOneMore())
         return "The X display takes no more programs: it lacks memory, or too many are open.";
     if (!hasOpenGL(connection->display))
