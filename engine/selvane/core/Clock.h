@@ -1,5 +1,4 @@
-/// The frame timer, in microseconds, read from the wall clock as it was at the first reading and
-/// from a steady clock since.
+/// The frame timer, in microseconds, read from the system's wall clock.
 ///
 /// It keeps the time of the month in 32 bits that wrap, so an interval is right if it is shorter
 /// than about 71 minutes and no new month begins in it. The resolution is a millisecond.

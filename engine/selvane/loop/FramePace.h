@@ -1,7 +1,7 @@
 /// Keeps the game loop at its rate: how long the network and the path finding may take of a step,
 /// and how long the loop sleeps at its end. A step that overslept shortens the next one.
 ///
-/// A time source may jump at any moment: even then no step sleeps longer than one frame and path
+/// The wall clock may be set at any moment: even then no step sleeps longer than one frame and path
 /// finding never gets more than one.
 #pragma once
 

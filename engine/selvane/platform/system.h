@@ -26,9 +26,7 @@ inline constexpr int timer_period_refused = 97;
 /// Wall clock, sleep and timer resolution.
 class TimeSource {
   public:
-    /// The wall clock at the process's first call, and from then on a steady clock: setting the
-    /// wall clock, or a machine that slept, makes no step look long.
-    virtual UtcTime utcNow();
+    virtual UtcTime utcNow() = 0;
 
     /// Writes the local calendar time to `local`; false if the system has none.
     virtual bool localTime(std::tm &local) = 0;

@@ -26,6 +26,15 @@ timespec later(timespec start, int milliseconds) {
 
 class SystemTime final : public TimeSource {
   public:
+    UtcTime utcNow() override {
+        timespec now{};
+        clock_gettime(CLOCK_REALTIME, &now);
+        std::tm utc{};
+        gmtime_r(&now.tv_sec, &utc);
+        return {utc.tm_mday, utc.tm_hour, utc.tm_min, utc.tm_sec,
+                static_cast<int>(now.tv_nsec / nanoseconds_per_millisecond)};
+    }
+
     // Each line of the log asks, so keep the answer for a second.
     bool localTime(std::tm &local) override {
         const std::time_t now = std::time(nullptr);

@@ -17,6 +17,12 @@ constexpr DWORD no_file = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE;
 
 class SystemTime final : public TimeSource {
   public:
+    UtcTime utcNow() override {
+        SYSTEMTIME now{};
+        GetSystemTime(&now);
+        return {now.wDay, now.wHour, now.wMinute, now.wSecond, now.wMilliseconds};
+    }
+
     bool localTime(std::tm &local) override {
         const std::time_t now = std::time(nullptr);
         return localtime_s(&local, &now) == 0;
