@@ -166,8 +166,8 @@ TEST_F(Paths, a_search_notifies_its_object_once) {
     for (const auto &[actions, expected] : cases) {
         SCOPED_TRACE(actions);
         int events = 0;
-        object->on_event = [&](const Event *p_event) {
-            for (const char action : events++ == 0 ? actions : "") {
+        object->on_event = [&, &first_actions = actions](const Event *p_event) {
+            for (const char action : events++ == 0 ? first_actions : "") {
                 if (action == 'p')
                     object->Object::eventHandler(p_event);
                 else if (action == 'a')

@@ -141,6 +141,7 @@ class DisplayManager : public Manager {
     int takeSizes();
     sf::Vector2<unsigned> sizeWithin(platform::Room room) const;
     int openWindow();
+    int makeWindow(sf::Vector2<unsigned> size);
     void closeWindow();
     static void watchDisplay();
     void noteError(const std::string &what, std::uintptr_t resource);

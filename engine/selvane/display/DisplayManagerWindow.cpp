@@ -89,7 +89,19 @@ int DisplayManager::openWindow() {
         logLine(
             "DisplayManager::startUp(): Warning! The keyboard's layout has no Latin letters, so "
             "letter keys do nothing. Put one beside it that has, as in: setxkbmap us,ru");
-    const sf::Vector2u size = sizeWithin(display.room());
+    if (makeWindow(sizeWithin(display.room())) != 0)
+        return -1;
+    // A window that comes out larger or smaller than asked for still shows the whole grid.
+    p_window->setView(sf::View({0, 0, static_cast<float>(window_horizontal_pixels),
+                                static_cast<float>(window_vertical_pixels)}));
+    p_window->setMouseCursorVisible(config.getShowMouse());
+    p_window->setVerticalSyncEnabled(true);
+    p_window->setKeyRepeatEnabled(key_repeat);
+    return 0;
+}
+
+int DisplayManager::makeWindow(sf::Vector2u size) {
+    const Config &config = Config::getInstance();
     const std::string title = config.getWindowTitle();
     p_window = makeIfPossible<sf::RenderWindow>(sf::VideoMode(size.x, size.y, bits_per_pixel),
                                                 sf::String::fromUtf8(title.begin(), title.end()),
@@ -104,12 +116,6 @@ int DisplayManager::openWindow() {
             "The display gives the window no OpenGL. It may lack memory: close other "
             "programs, or start the X server with more.");
     }
-    // A window that comes out larger or smaller than asked for still shows the whole grid.
-    p_window->setView(sf::View({0, 0, static_cast<float>(window_horizontal_pixels),
-                                static_cast<float>(window_vertical_pixels)}));
-    p_window->setMouseCursorVisible(config.getShowMouse());
-    p_window->setVerticalSyncEnabled(true);
-    p_window->setKeyRepeatEnabled(key_repeat);
     return 0;
 }
 

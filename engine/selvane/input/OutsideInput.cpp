@@ -21,11 +21,11 @@ auto ask(Live live) {
 }
 
 Vector askVector(Vector v) {
-    const auto askNumber = [](float number) {
+    const auto ask_number = [](float number) {
         return std::bit_cast<float>(ask([=] { return std::bit_cast<std::int32_t>(number); }));
     };
-    const float x = askNumber(v.x);
-    return {x, askNumber(v.y)};
+    const float x = ask_number(v.x);
+    return {x, ask_number(v.y)};
 }
 
 /// One of the values from `least` to `most`, also from a damaged record.

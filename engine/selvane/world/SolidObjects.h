@@ -47,8 +47,8 @@ class SolidObjects {
   private:
     struct Entry {
         Corners box; // Touches nothing once the object is removed.
-        Object *object;
-        SolidGrid::Range range; // Its cells, if the grid is current.
+        Object *object = nullptr;
+        SolidGrid::Range range{}; // Its cells, if the grid is current.
     };
 
     bool isAt(std::size_t place, const Object *p_o) const;
