@@ -52,7 +52,7 @@ void InkMap::add(const PixelArea &area) {
     const Range range = piecesOf(area);
     for (int row = range.first_row; row < range.end_row; ++row)
         for (int column = range.first_column; column < range.end_column; ++column) {
-            PixelArea &piece = pieces[static_cast<std::size_t>(row * columns + column)];
+            PixelArea &piece = pieces[indexOf(column, row)];
             piece = around(piece, area);
         }
 }
@@ -62,8 +62,7 @@ PixelArea InkMap::inkIn(const PixelArea &area) const {
     const Range range = piecesOf(area);
     for (int row = range.first_row; row < range.end_row; ++row)
         for (int column = range.first_column; column < range.end_column; ++column) {
-            const PixelArea here =
-                common(pieces[static_cast<std::size_t>(row * columns + column)], area);
+            const PixelArea here = common(pieces[indexOf(column, row)], area);
             if (!here.isEmpty())
                 ink = around(ink, here);
         }

@@ -4,6 +4,7 @@
 
 #include "selvane/core/Vector.h"
 
+#include <cstddef>
 #include <vector>
 
 namespace sv {
@@ -46,6 +47,10 @@ class InkMap {
     };
 
     Range piecesOf(const PixelArea &area) const;
+    std::size_t indexOf(int column, int row) const {
+        return static_cast<std::size_t>(row) * static_cast<std::size_t>(columns) +
+               static_cast<std::size_t>(column);
+    }
 
     Vector first_corner;
     Vector pieces_per_pixel;
