@@ -48,7 +48,9 @@ TEST_F(WorldManagerTest, destructors_may_mark_and_delete) {
 
 TEST_F(WorldManagerTest, shut_down_deletes_the_active_first) {
     a.setActive(false);
-    world.markForDelete(&a);
+    EXPECT_EQ(a.setActive(false), 0);
+    EXPECT_EQ(world.markForDelete(&a), 0);
+    EXPECT_EQ(world.markForDelete(&a), 0); // Once is enough.
     std::unique_ptr<Object> late;
     b.on_death = [&] {
         delete &c;
