@@ -9,6 +9,7 @@
 #include "selvane/record/Recorder.h"
 #include "selvane/record/recordSettings.h"
 
+#include <array>
 #include <cstdlib>
 #include <optional>
 #include <string_view>
@@ -22,23 +23,9 @@ Outside &outside() {
     return Outside::getInstance();
 }
 
-const char *question(Channel channel) {
-    switch (channel) {
-    case Channel::CLOCK:
-        return "for the time";
-    case Channel::SEED:
-        return "for a seed";
-    case Channel::CONFIG:
-        return "for the settings";
-    case Channel::FILES:
-        return "for files";
-    case Channel::INPUT:
-        return "for input";
-    case Channel::NETWORK:
-        break;
-    }
-    return "the network";
-}
+/// What the game asks, in the order of Channel.
+constexpr std::array<const char *, CHANNEL_COUNT> questions = {
+    "for the time", "for a seed", "for the settings", "for files", "for input", "the network"};
 
 /// 1204 becomes "1,204".
 std::string grouped(int number) {
@@ -128,7 +115,7 @@ std::string Replayer::difference() {
     const auto mismatch = outside().getTape().findMismatch();
     if (!mismatch)
         return "";
-    return std::string("it asked ") + question(*mismatch) +
+    return std::string("it asked ") + questions[static_cast<std::size_t>(*mismatch)] +
            " more often or less often than recorded";
 }
 
