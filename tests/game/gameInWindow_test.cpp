@@ -46,14 +46,14 @@ struct GameInWindow : test::WindowTest {
     /// as a film in a terminal.
     static void expectReplayed() {
         test::clearEnvironment("DISPLAY");
-        ASSERT_EQ(std::system(REPLAY " --stop 100 --screen 100 --cast game.cast " SELVANE_GAME
-                                     " game.record > replayed.txt"),
+        ASSERT_EQ(std::system("'" REPLAY "' --stop 100 --screen 100 --cast game.cast '" SELVANE_GAME
+                              "' game.record > replayed.txt"),
                   0);
-        ASSERT_EQ(std::system("/usr/bin/python3 " TERMINAL " game.cast > terminal.txt"), 0);
+        ASSERT_EQ(std::system("/usr/bin/python3 '" TERMINAL "' game.cast > terminal.txt"), 0);
         const std::string shown = readFile("terminal.txt");
         EXPECT_GT(std::ranges::count(shown, '#'), 20) << "targets";
         EXPECT_EQ(readFile("replayed.txt"), "-- step 100\n" + shown + "100 steps, all the same\n");
-        EXPECT_EQ(std::system(REPLAY " " SELVANE_GAME " game.record > replayed.txt"), 0);
+        EXPECT_EQ(std::system("'" REPLAY "' '" SELVANE_GAME "' game.record > replayed.txt"), 0);
         EXPECT_NE(readFile("replayed.txt")
                       .find(" steps, all the same; the record ends there without an end\n"),
                   std::string::npos)
