@@ -19,6 +19,9 @@ constexpr std::size_t vertices_per_cell = 8;
 /// Without a graphics card, many small draws take two thirds of the time of a large one.
 constexpr std::size_t vertices_per_draw = 160;
 
+/// Pixels. Cells may be far smaller than a pixel, and the ink of each would take memory.
+constexpr float least_piece = 8;
+
 /// A glyph is drawn with this much of its surroundings, in pixels of the font's texture, so that
 /// its edge can fade out between two pixels. It reaches no farther.
 constexpr float glyph_padding = 1;
@@ -53,7 +56,8 @@ CellBatch::CellBatch(sf::RenderTarget &new_target, const sf::RectangleShape &new
     : target(new_target), rectangle(new_rectangle), text(new_text),
       ink(vectorOf(new_target.getView().getSize()),
           rectangleOffset(rectangle.getSize()) - vectorOf({0, rectangle.getSize().y}),
-          vectorOf(rectangle.getSize())) {
+          {std::max(rectangle.getSize().x, least_piece),
+           std::max(rectangle.getSize().y, least_piece)}) {
     vertices.reserve(most_cells * vertices_per_cell);
 }
 

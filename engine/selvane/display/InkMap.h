@@ -16,7 +16,7 @@ struct PixelArea {
     float right = 0;
     float bottom = 0;
 
-    /// One without a width or height is, and one of which an edge is no number.
+    /// True also if an edge is NaN.
     bool isEmpty() const { return !(left < right && top < bottom); }
 };
 
