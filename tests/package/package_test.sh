@@ -25,16 +25,6 @@ runs_with_version() {
     grep -qF "** Game engine stopped **" selvane.log || fail "the game did not come to its end"
 }
 
-# builds_by_find_package PREFIX
-builds_by_find_package() {
-    cmake -G Ninja -S "$game" -B cmake-build -DCMAKE_PREFIX_PATH="$1"
-    grep -qF "Selvane_DIR:PATH=$1/lib" cmake-build/CMakeCache.txt || fail "another Selvane was found"
-    cmake --build cmake-build
-    runs_with_version cmake-build/countdown "$version"
-    SELVANE_RECORD=countdown.record cmake-build/countdown
-    "$1/bin/selvane-replay" cmake-build/countdown countdown.record || fail "its record does not play again"
-}
-
 # holds_only_the_engine FOLDER
 holds_only_the_engine() {
     local others
@@ -45,23 +35,18 @@ holds_only_the_engine() {
 }
 
 games_build_by_find_package() {
-    cmake --install "$build" --prefix "$work/a prefix"
-    holds_only_the_engine "$work/a prefix"
-    builds_by_find_package "$work/a prefix"
+    local prefix="$work/a prefix"
+    cmake --install "$build" --prefix "$prefix"
+    holds_only_the_engine "$prefix"
+    cmake -G Ninja -S "$game" -B cmake-build -DCMAKE_PREFIX_PATH="$prefix"
+    grep -qF "Selvane_DIR:PATH=$prefix/lib" cmake-build/CMakeCache.txt || fail "another Selvane was found"
+    cmake --build cmake-build
+    runs_with_version cmake-build/countdown "$version"
+    SELVANE_RECORD=countdown.record cmake-build/countdown
+    "$prefix/bin/selvane-replay" cmake-build/countdown countdown.record || fail "its record does not play again"
 }
 
-# All headers, too: none that is installed may need one that is not.
-games_build_by_pkg_config() {
-    cmake --install "$build" --prefix "$work/prefix"
-    PKG_CONFIG_PATH=$(dirname "$(find "$work/prefix" -name selvane.pc)")
-    export PKG_CONFIG_PATH
-    (cd "$work/prefix/include" && find . -name '*.h' -printf '#include "%P"\n') >headers.cpp
-    local flags
-    read -ra flags <<<"$(pkg-config --cflags --libs selvane)"
-    "$CXX" -std=c++20 "$game/countdown.cpp" headers.cpp -o countdown "${flags[@]}"
-    runs_with_version ./countdown "$(pkg-config --modversion selvane)"
-}
-
+# By pkg-config, with all headers: none that is installed may need one that is not.
 games_build_by_the_debian_package() {
     cpack -G DEB --config "$build/CPackConfig.cmake" -B "$work/packages"
     local package=("$work"/packages/libselvane-dev_*"_$(dpkg --print-architecture).deb")
@@ -72,8 +57,15 @@ games_build_by_the_debian_package() {
     done
     dpkg-deb -x "${package[0]}" "$work/root"
     holds_only_the_engine "$work/root"
-    version=$(dpkg-deb -f "${package[0]}" Version)
-    builds_by_find_package "$work/root/usr"
+    PKG_CONFIG_PATH=$(dirname "$(find "$work/root" -name selvane.pc)")
+    export PKG_CONFIG_PATH
+    (cd "$work/root/usr/include" && find . -name '*.h' -printf '#include "%P"\n') >game.cpp
+    cat "$game/countdown.cpp" >>game.cpp
+    local flags
+    read -ra flags <<<"$(pkg-config --cflags --libs selvane)"
+    "$CXX" -std=c++20 game.cpp -o countdown "${flags[@]}"
+    runs_with_version ./countdown "$(pkg-config --modversion selvane)"
+    [ "$(dpkg-deb -f "${package[0]}" Version)" = "$version" ] || fail "the package has another version"
 }
 
 # Nothing is built, so that a library which is to be installed would be missed.
