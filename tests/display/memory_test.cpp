@@ -1,5 +1,6 @@
 // What happens without memory. All of this program's `new` can be made to fail.
 
+#include "selvane/core/Config.h"
 #include "selvane/core/Event.h"
 #include "selvane/core/text.h"
 #include "selvane/display/DisplayManager.h"
@@ -8,6 +9,9 @@
 #include "selvane/world/spawn.h"
 #include "support/WindowTest.h"
 #include "support/allocations.h"
+
+#include <memory>
+#include <new>
 
 namespace {
 
@@ -70,6 +74,66 @@ TEST_F(Memory, a_step_without_moves_needs_none) {
     EXPECT_EQ(test::callsLeft(), 10);
     test::failAfter(-1);
     world.shutDown();
+}
+
+/// With memory: a destructor may not throw.
+struct Deleter {
+    sv::Object *object;
+    ~Deleter() {
+        const int left = test::callsLeft();
+        test::failAfter(-1);
+        delete object;
+        test::failAfter(left);
+    }
+};
+
+/// Files an object in every list anew, and deletes it.
+void liveAndDie() {
+    auto *o = new (std::nothrow) sv::Object;
+    if (!o)
+        return;
+    const Deleter deleter{o};
+    o->setType("a type that is longer than most of them");
+    for (const bool is_there : {false, true}) {
+        o->setActive(is_there);
+        o->setVisible(is_there);
+        o->setAltitude(is_there ? 1 : 2);
+        o->setSolidness(is_there ? sv::HARD : sv::SPECTRAL);
+    }
+    o->registerInterest("another type that is longer than most");
+    sv::WorldManager::getInstance().moveObject(o, {1, 1});
+}
+
+/// Whatever was refused: a solid object is in the way of another one, which nothing else stops.
+TEST_F(Memory, a_world_goes_on_after_its_lack) {
+    startLog();
+    sv::WorldManager &world = sv::WorldManager::getInstance();
+    for (const char *graph : {"", "scene_graph:grid,"}) {
+        configure(graph);
+        sv::Config::getInstance().loadConfig("");
+        world.startUp();
+        world.setBoundary({{0, 0}, 80, 24});
+        int blocks = 0;
+        for (int left = 0; left == 0; ++blocks) {
+            test::failAfter(blocks);
+            try {
+                liveAndDie();
+            } catch (const std::bad_alloc &) {
+                EXPECT_EQ(test::callsLeft(), 0);
+            }
+            left = test::callsLeft();
+            test::failAfter(-1);
+            sv::Object wall;
+            wall.setPosition({2, 1});
+            sv::Object mover;
+            mover.setPosition({1, 1});
+            EXPECT_EQ(world.moveObject(&mover, {2, 1}), -1) << blocks;
+            EXPECT_EQ(world.moveObject(&mover, {1, 2}), 0) << blocks;
+            EXPECT_EQ(world.getAllObjects(true).getCount(), 2) << blocks;
+        }
+        EXPECT_GT(blocks, 20) << "too little was refused";
+        world.shutDown();
+    }
 }
 
 } // namespace

@@ -110,7 +110,13 @@ void SceneGraph::purge(const Object *p_o) {
 int SceneGraph::updateActive(Object *p_o, bool new_active) {
     if (new_active == p_o->isActive())
         return 0;
-    return new_active ? activate(p_o) : deactivate(p_o);
+    // Without memory it may end up in lists of both kinds, or in none. Its removal then looks
+    // through all of them.
+    ++p_o->filings;
+    const int result = new_active ? activate(p_o) : deactivate(p_o);
+    if (result == 0)
+        --p_o->filings;
+    return result;
 }
 
 int SceneGraph::deactivate(Object *p_o) {
