@@ -98,5 +98,5 @@ int playGame() {
         game.run();
     }
     game.shutDown();
-    return is_started ? 0 : 1;
+    return is_started ? sv::GameManager::getExitStatus() : 1;
 }
