@@ -1,6 +1,6 @@
 // A frame of 80 by 24 characters, drawn as the display manager does it, and with two SFML draws for
-// each character. Needs a display; tools/with-display has one without a graphics card, where the
-// difference decides whether a step ends in time.
+// each character, and by libtcod, a yardstick from outside. Needs a display; tools/with-display has
+// one without a graphics card, where the difference decides whether a step ends in time.
 
 #include "selvane/core/Config.h"
 #include "selvane/display/DisplayManager.h"
@@ -10,6 +10,9 @@
 #include <SFML/Graphics/RenderWindow.hpp>
 #include <SFML/Graphics/Text.hpp>
 #include <benchmark/benchmark.h>
+#ifdef BENCH_LIBTCOD
+#include <libtcod.h>
+#endif
 
 namespace {
 
@@ -99,5 +102,41 @@ BENCHMARK_DEFINE_F(Drawing, character_by_character)(benchmark::State &state) {
     });
 }
 BENCHMARK_REGISTER_F(Drawing, character_by_character)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+#ifdef BENCH_LIBTCOD
+/// Its cells are 13 by 32 pixels: they have no fractions.
+void libtcod(benchmark::State &state, TCOD_renderer_t renderer) {
+    const tcod::TilesetPtr tiles(TCOD_load_truetype_font_(font_file, 13, 32));
+    TCOD_ContextParams wanted{};
+    wanted.tcod_version = TCOD_COMPILEDVERSION;
+    wanted.columns = columns;
+    wanted.rows = rows;
+    wanted.renderer_type = renderer;
+    wanted.tileset = tiles.get();
+    TCOD_Context *made = nullptr;
+    if (TCOD_context_new(&wanted, &made) < 0) {
+        state.SkipWithError("there is no window to draw to");
+        return;
+    }
+    const tcod::ContextPtr context(made);
+    const tcod::ConsolePtr console(TCOD_console_new(columns, rows));
+    for ([[maybe_unused]] auto frame : state) {
+        for (int row = 0; row < rows; ++row)
+            for (int column = 0; column < columns; ++column) {
+                TCOD_color_t color{};
+                sv::colorToRGB(colorAt(column, row), color.r, color.g, color.b);
+                TCOD_console_put_rgb(console.get(), column, row, characterAt(column, row), &color,
+                                     nullptr, TCOD_BKGND_SET);
+            }
+        TCOD_context_present(context.get(), console.get(), nullptr);
+    }
+}
+BENCHMARK_CAPTURE(libtcod, opengl, TCOD_RENDERER_OPENGL)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK_CAPTURE(libtcod, opengl2, TCOD_RENDERER_OPENGL2)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+#endif
 
 } // namespace
