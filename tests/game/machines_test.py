@@ -282,7 +282,8 @@ class Machine:
         status = self.play()
         if status != self.row.status:
             faults.append(f"the status is {status}, not {self.row.status}")
-        faults += [f"nothing says '{text}'" for text in self.row.says if text not in self.said()]
+        says = self.row.says + ([self.row.at] if self.row.do else [])
+        faults += [f"nothing says '{text}'" for text in says if text not in self.said()]
         after = subprocess.run(["bash", "-c", self.row.after], cwd=self.folder, env=self.environment, check=False)
         if after.returncode != 0:
             faults.append(f"'{self.row.after}' fails")
