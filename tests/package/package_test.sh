@@ -18,10 +18,9 @@ fail() {
     exit 1
 }
 
-# runs_with_version PROGRAM VERSION: it plays to its end, and the log tells that version.
-runs_with_version() {
-    env -u DISPLAY -u SELVANE_CONFIG "$1" || fail "$1 failed"
-    grep -qF "** Selvane version $2 **" selvane.log || fail "the log does not tell version $2"
+# logs_version: the log tells the version, and that the game came to its end.
+logs_version() {
+    grep -qF "** Selvane version $version **" selvane.log || fail "the log does not tell version $version"
     grep -qF "** Game engine stopped **" selvane.log || fail "the game did not come to its end"
 }
 
@@ -32,18 +31,6 @@ holds_only_the_engine() {
         ! -name libselvane.a ! -name selvane.pc ! -path '*/bin/selvane-new' ! -path '*/bin/selvane-replay' \
         ! -path '*/selvane-starter/*')
     [ -z "$others" ] || fail "installed, and not the engine's: $others"
-}
-
-games_build_by_find_package() {
-    local prefix="$work/a prefix"
-    cmake --install "$build" --prefix "$prefix"
-    holds_only_the_engine "$prefix"
-    cmake -G Ninja -S "$game" -B cmake-build -DCMAKE_PREFIX_PATH="$prefix"
-    grep -qF "Selvane_DIR:PATH=$prefix/lib" cmake-build/CMakeCache.txt || fail "another Selvane was found"
-    cmake --build cmake-build
-    runs_with_version cmake-build/countdown "$version"
-    SELVANE_RECORD=countdown.record cmake-build/countdown
-    "$prefix/bin/selvane-replay" cmake-build/countdown countdown.record || fail "its record does not play again"
 }
 
 # By pkg-config, with all headers: none that is installed may need one that is not.
@@ -64,8 +51,10 @@ games_build_by_the_debian_package() {
     local flags
     read -ra flags <<<"$(pkg-config --cflags --libs selvane)"
     "$CXX" -std=c++20 game.cpp -o countdown "${flags[@]}"
-    runs_with_version ./countdown "$(pkg-config --modversion selvane)"
-    [ "$(dpkg-deb -f "${package[0]}" Version)" = "$version" ] || fail "the package has another version"
+    env -u DISPLAY -u SELVANE_CONFIG ./countdown
+    logs_version
+    [ "$(dpkg-deb -f "${package[0]}" Version) $(pkg-config --modversion selvane)" = "$version $version" ] ||
+        fail "the package has another version"
 }
 
 # Nothing is built, so that a library which is to be installed would be missed.
@@ -83,24 +72,32 @@ says() {
     [[ $answer == *"$text"* ]] || fail "does not say '$text': $*: $answer"
 }
 
-# The folder moves with its build folder. There, nothing of the engine's tree is at hand.
+# By find_package(). The folder moves with its build folder. There, nothing of the engine's tree is at
+# hand.
 new_games_pass_their_check_wherever_they_are() {
-    cmake --install "$build" --prefix "$work/a prefix"
-    export CMAKE_PREFIX_PATH="$work/a prefix"
-    "$work/a prefix/bin/selvane-new" "My Game"
+    local prefix="$work/a prefix"
+    cmake --install "$build" --prefix "$prefix"
+    holds_only_the_engine "$prefix"
+    export CMAKE_PREFIX_PATH="$prefix"
+    "$prefix/bin/selvane-new" "My Game"
     grep -qF "window_title:My"$'\xc2\xa0'"Game," "My Game/sv-config.txt" || fail "the title is not My Game"
     cmake -G Ninja -S "My Game" -B "My Game/build"
     mkdir "$work/else where"
     mv "My Game" "$work/else where/it"
     "$work/else where/it/check"
     grep -qF "$work/outside" "$work/else where/it/build/CMakeCache.txt" && fail "the build is of the old place"
+    grep -qF "Selvane_DIR:PATH=$prefix/lib" "$work/else where/it/build/CMakeCache.txt" ||
+        fail "another Selvane was found"
 
     cmake --install "$work/else where/it/build" --prefix "$work/games"
-    SELVANE_CONFIG=$PWD/sv-config.txt SELVANE_LOG_LEVEL=1 "$work/games/bin/My-Game" &
+    SELVANE_RECORD=game.record SELVANE_CONFIG=$PWD/sv-config.txt SELVANE_LOG_LEVEL=1 "$work/games/bin/My-Game" &
     until grep -qsF "starting game loop" selvane.log; do sleep 0.1; done
     kill $!
+    wait $! || [ $? -eq 143 ] || fail "the game did not end by the signal"
+    logs_version
     grep -qF "as '$work/games/share/selvane/My-Game/sprites/hero.txt'" selvane.log ||
         fail "the installed game does not find its data: $(cat selvane.log)"
+    "$prefix/bin/selvane-replay" "$work/games/bin/My-Game" game.record || fail "its record does not play again"
 }
 
 new_games_know_the_tree() {
