@@ -3,6 +3,7 @@
 #include "selvane/core/Color.h"
 #include "selvane/core/LogManager.h"
 #include "selvane/core/attributes.h"
+#include "selvane/core/utf8.h"
 #include "support/EngineTest.h"
 
 #include <climits>
@@ -99,6 +100,35 @@ TEST_F(Text, floats_are_read_at_the_start) {
     for (const auto &[text, value] : cases)
         EXPECT_EQ(parseFloat(text), value) << "'" << text << "'";
     EXPECT_TRUE(std::isnan(parseFloat("nan")));
+}
+
+TEST_F(Text, utf8_shows_each_bad_piece_once) {
+    const std::pair<std::string_view, std::u32string_view> cases[] = {
+        {"aM\xC3\xBC\xE2\x82\xAC\xF0\x9F\x98\x80", U"aM\u00FC\u20AC\U0001F600"},
+        {"\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBF\xF4\x8F\xBF\xBF",
+         U"\x7F\u0080\u07FF\u0800\uFFFF\U0010FFFF"},
+        {"\x80x\xFFy\xC3", U"\uFFFDx\uFFFDy\uFFFD"},
+        {"\xE2\x82z\xF0\x9F\x98", U"\uFFFDz\uFFFD"},                 // Cut.
+        {"\xC0\xAF\xE0\x9F\xBF", U"\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD"}, // Overlong.
+        {"\xED\xA0\x80", U"\uFFFD\uFFFD\uFFFD"},                     // A surrogate.
+        {"\xF4\x90\x80\x80\xF5", U"\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD"}, // Too large.
+        {"\xF1\x80\x80\xE1\x80\xC2\x62", U"\uFFFD\uFFFD\uFFFD\x62"},
+    };
+    for (const auto &[bytes, code_points] : cases) {
+        EXPECT_EQ(fromUtf8(bytes), code_points) << bytes;
+        const bool is_valid = code_points.find(REPLACEMENT_CHARACTER) == std::u32string_view::npos;
+        EXPECT_EQ(validUtf8Length(bytes) == bytes.size(), is_valid) << bytes;
+        EXPECT_EQ(toUtf8(code_points) == bytes, is_valid) << bytes;
+        EXPECT_EQ(fromUtf8(toUtf8(code_points)), code_points) << bytes;
+    }
+    EXPECT_EQ(toUtf8(std::u32string{0xD800, 0x110000}), "\uFFFD\uFFFD");
+}
+
+TEST_F(Text, rgb_has_six_digits) {
+    EXPECT_EQ(rgbFromText("#0aF102"), Rgb(10, 241, 2));
+    EXPECT_EQ(toString(Rgb(10, 241, 2)), "#0af102");
+    for (const char *text : {"", "#", "#12345", "#1234567", "0aF102 ", "#12345g", "#-12345"})
+        EXPECT_EQ(rgbFromText(text), std::nullopt) << text;
 }
 
 TEST_F(Text, colors_have_names) {

@@ -8,6 +8,7 @@
 #include "support/environment.h"
 
 #include <SFML/Graphics/RenderWindow.hpp>
+#include <algorithm>
 #include <filesystem>
 
 namespace {
@@ -57,6 +58,40 @@ TEST_F(DisplayManagerTest, strings_stand_as_justified) {
         EXPECT_EQ(session.screen(), row);
         EXPECT_EQ(session.colors().find_last_not_of(" g"), std::string::npos);
     }
+}
+
+TEST_F(DisplayManagerTest, code_points_are_cells_in_utf_8) {
+    sv::Session session({.config = "utf8:true,"});
+    session.start();
+    const struct {
+        std::string str;
+        sv::Justification just;
+        const char *row;
+    } cases[] = {
+        {"M\u00FCller", sv::CENTER_JUSTIFIED, "    M\u00FCller"},
+        {"\u2554\u2550\u2557", sv::RIGHT_JUSTIFIED, "    \u2554\u2550\u2557"},
+        {"u\u0308\u4E16.", sv::LEFT_JUSTIFIED, "       u\u0308\u4E16."}, // A cell for each.
+        {"a\xC3z\xFF\x01", sv::LEFT_JUSTIFIED, "       a\uFFFDz\uFFFD?"},
+    };
+    for (const auto &[str, just, row] : cases) {
+        EXPECT_EQ(display().drawString({7, 0}, str, just, {255, 128, 0}, sv::Rgb(sv::BLUE)), 0);
+        session.play();
+        EXPECT_EQ(session.screen(), row);
+        EXPECT_EQ(session.colors().find_first_not_of(' '), session.screen().find_first_not_of(' '));
+    }
+    display().drawCh({1, 0}, '\xFC');
+    display().drawCh({2, 0}, U'\u00FC');
+    for (int i = 0; i < 50; ++i) {
+        display().drawString({4, 0}, "M\xFCller " + std::to_string(i));
+        display().drawString({0, 1}, std::string(static_cast<std::size_t>(i), 'x') + "\xFF");
+    }
+    session.play();
+    EXPECT_TRUE(session.screen().starts_with(" \uFFFD\u00FC M\uFFFDller 49\nxxxx"));
+    const std::string log = session.log();
+    EXPECT_NE(log.find("drawString(): Warning! 'M\uFFFDller 0' is no UTF-8 from byte 2 on.\n"),
+              std::string::npos)
+        << log;
+    EXPECT_EQ(std::count(log.begin(), log.end(), '!'), 20) << log;
 }
 
 TEST_F(DisplayManagerTest, unknown_colors_are_white) {

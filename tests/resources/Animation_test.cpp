@@ -83,6 +83,13 @@ TEST_F(Animations, frames_stand_around_their_position) {
     EXPECT_EQ(logText(), "DisplayManager not started!\n") << "and no second character is tried";
 }
 
+TEST_F(Animations, frames_draw_code_points_in_utf_8) {
+    sv::Config::getInstance().loadConfig("utf8:true,");
+    const Frame wall(2, 2, "\u2554\u2550.\u2551");
+    EXPECT_EQ(wall.draw({3.5F, 1.5F}, sv::BLUE, '.'), 0);
+    EXPECT_EQ(shown(), "\n   \u2554\u2550\n    \u2551");
+}
+
 TEST_F(Animations, frames_end_where_their_text_ends) {
     const std::string text(40, '.'); // Too long to live inside the string object.
     for (const int width : {highest, 41, 40, 7, 1, 0, -1, lowest})

@@ -1,3 +1,4 @@
+#include "selvane/core/Config.h"
 #include "selvane/core/LogManager.h"
 #include "selvane/resources/ResourceManager.h"
 #include "selvane/resources/spriteFile.h"
@@ -104,6 +105,35 @@ TEST_F(SpriteFiles, good_files_load_without_log_lines) {
         EXPECT_EQ(said(), loading) << text;
         EXPECT_EQ(describe(*resources.getSprite("it")), sprite);
     }
+}
+
+TEST_F(SpriteFiles, rows_count_code_points_in_utf_8) {
+    sv::Config::getInstance().loadConfig("utf8:true");
+    const std::string warning = "RM::loadSprite(): Warning! File 'spr.txt', line ";
+    const std::pair<std::string, std::string> cases[] = {
+        {"1\n2\n2\n0\nred\n\u00FCb\na\u2500\n", ""},
+        {robustFile("frames 1\nwidth 2\nheight 2\ntransparency b\n", "\u00FCb\na\u2500\nend\n"),
+         ""},
+        {"1\n3\n2\n0\nred\na\xFF"
+         "b\nabc\n",
+         warning + "6 is no UTF-8 from byte 2 on.\n"},
+        {"1\n2\n1\n0\nr\xFF"
+         "d\nab\n",
+         warning + "5 is no UTF-8 from byte 2 on.\n" + simple +
+             " line 5! Unrecognized color 'r\xFF"
+             "d'.\n" +
+             colors + "or white.\n" + not_loaded},
+        {robustFile(two_by_one + "transparency \u2591\n", "ab\nend\n"),
+         "RM::loadRobustSprite(): Warning! Transparency '\u2591' is no ASCII character, and "
+         "nothing "
+         "is left out.\n"},
+    };
+    for (const auto &[text, lines] : cases) {
+        load(text);
+        EXPECT_EQ(said(), loading + lines) << text;
+    }
+    load(cases[0].first, 15);
+    EXPECT_NE(said().find("\tFrame 1:\n\t\u00FCb\n\ta\u2500\n"), std::string::npos);
 }
 
 TEST_F(SpriteFiles, bad_simple_files_are_logged) {

@@ -74,6 +74,13 @@ TEST_F(ViewObjectTest, labels_show_in_nine_places) {
     EXPECT_EQ(logText().find("out of range"), std::string::npos) << "a free label has no location";
 }
 
+TEST_F(ViewObjectTest, borders_fit_labels_in_utf_8) {
+    Config::getInstance().loadConfig("utf8:true,");
+    make("M\u00FCller", 3);
+    EXPECT_EQ(shown(), std::string(34, ' ') + "----------\n" + std::string(33, ' ') +
+                           "| M\u00FCller 3 |\n" + std::string(34, ' ') + "----------");
+}
+
 TEST_F(ViewObjectTest, sprites_show_at_the_edges_of_the_view) {
     Sprite sprite(1);
     sprite.setWidth(1);

@@ -4,7 +4,9 @@
 
 #include <array>
 #include <cctype>
+#include <charconv>
 #include <cstddef>
+#include <cstdint>
 
 namespace sv {
 
@@ -29,7 +31,32 @@ const NamedColor *findColor(Color c) {
     return index < colors.size() ? &colors[index] : nullptr;
 }
 
+constexpr std::size_t rgb_length = 7; // Of "#rrggbb".
+
 } // namespace
+
+Rgb::Rgb(Color c) {
+    colorToRGB(c, r, g, b);
+}
+
+std::string toString(Rgb color) {
+    constexpr std::string_view digits = "0123456789abcdef";
+    std::string text = "#";
+    for (const unsigned component : {color.r, color.g, color.b})
+        text.append({digits[component / 16], digits[component % 16]});
+    return text;
+}
+
+std::optional<Rgb> rgbFromText(std::string_view text) {
+    if (text.size() != rgb_length || text[0] != '#')
+        return std::nullopt;
+    std::uint32_t number = 0;
+    const char *const end = text.data() + text.size();
+    if (std::from_chars(text.data() + 1, end, number, 16).ptr != end)
+        return std::nullopt;
+    const auto component = [&](int shift) { return static_cast<unsigned char>(number >> shift); };
+    return Rgb(component(16), component(8), component(0));
+}
 
 void colorToRGB(Color c, unsigned char &r, unsigned char &g, unsigned char &b) {
     if (const NamedColor *color = findColor(c)) {

@@ -91,6 +91,7 @@ std::span<const Config::Setting> Config::settings() {
         {{"background_input", FLAG}, &Config::background_input},
         {{"record", TEXT}, &Config::record_file},
         {{"scene_graph", TEXT}, &Config::setSceneGraph},
+        {{"utf8", FLAG}, &Config::utf8},
     };
     return table;
 }

@@ -67,6 +67,8 @@ class Config {
     bool getNetworking() const { return networking; }
     /// Whether held keys and buttons count while another window has the focus.
     bool getBackgroundInput() const { return background_input; }
+    /// Whether texts are UTF-8, and a cell is a code point and not a byte.
+    bool getUtf8() const { return utf8; }
     /// Where the game is recorded; "", the default, is nowhere.
     std::string getRecordFile() const { return record_file; }
 
@@ -114,6 +116,7 @@ class Config {
     bool background_input = true;
     std::string record_file;
     bool grid = false;
+    bool utf8 = false;
     std::string forced;
 };
 

@@ -22,22 +22,17 @@ constexpr std::size_t vertices_per_draw = 160;
 /// Pixels. Cells may be far smaller than a pixel, and the ink of each would take memory.
 constexpr float least_piece = 8;
 
-/// A glyph is drawn with this much of its surroundings, in pixels of the font's texture, so that
-/// its edge can fade out between two pixels. It reaches no farther.
-constexpr float glyph_padding = 1;
-
-PixelArea padded(float left, float top, float width, float height) {
-    return {left - glyph_padding, top - glyph_padding, left + width + glyph_padding,
-            top + height + glyph_padding};
-}
+/// SFML begins every font texture with a white square, for underlines. This is its middle: a quad
+/// that shows nothing else has the colour of its vertices.
+constexpr PixelArea white_texel{1, 1, 1, 1};
 
 PixelArea moved(const PixelArea &area, Vector by) {
     return {area.left + by.x, area.top + by.y, area.right + by.x, area.bottom + by.y};
 }
 
 /// The characters for which sf::Text moves on without drawing anything.
-bool isBlank(char ch) {
-    return ch == ' ' || ch == '\t' || ch == '\n' || ch == '\r';
+bool isBlank(char32_t ch) {
+    return ch == U' ' || ch == U'\t' || ch == U'\n' || ch == U'\r';
 }
 
 /// How far a cell's rectangle is from where its character is.
@@ -52,8 +47,9 @@ Vector vectorOf(sf::Vector2f v) {
 } // namespace
 
 CellBatch::CellBatch(sf::RenderTarget &new_target, const sf::RectangleShape &new_rectangle,
-                     const sf::Text &new_text)
-    : target(new_target), rectangle(new_rectangle), text(new_text),
+                     const sf::Text &new_text, const sf::Font *fallback)
+    : target(new_target), rectangle(new_rectangle),
+      glyphs(new_text, fallback, rectangle.getSize().x),
       ink(vectorOf(new_target.getView().getSize()),
           rectangleOffset(rectangle.getSize()) - vectorOf({0, rectangle.getSize().y}),
           {std::max(rectangle.getSize().x, least_piece),
@@ -63,42 +59,32 @@ CellBatch::CellBatch(sf::RenderTarget &new_target, const sf::RectangleShape &new
 
 CellBatch::~CellBatch() = default;
 
-void CellBatch::add(Vector rectangle_pos, Vector text_pos, char ch, const sf::Color &color) {
+void CellBatch::add(Vector rectangle_pos, Vector text_pos, char32_t ch, const sf::Color &color,
+                    const sf::Color *background) {
     if (vertices.size() + vertices_per_cell > vertices.capacity())
         flush();
-    // SFML begins every font texture with a white square, for underlines. This is its middle: a
-    // quad that shows nothing else has the colour of its vertices.
-    constexpr PixelArea white_texel{1, 1, 1, 1};
-    const sf::Vector2f size = rectangle.getSize();
-    const PixelArea covered = ink.inkIn(
-        {rectangle_pos.x, rectangle_pos.y, rectangle_pos.x + size.x, rectangle_pos.y + size.y});
-    if (!covered.isEmpty())
-        addQuad(covered, white_texel, rectangle.getFillColor());
+    addRectangle(rectangle_pos, background);
     if (isBlank(ch))
         return;
-    const Glyph &glyph = glyphOf(ch);
+    const Glyphs::Glyph &glyph = glyphs.of(ch);
+    if (glyph.is_fallback != is_fallback) {
+        flush();
+        is_fallback = glyph.is_fallback;
+    }
     const PixelArea place = moved(glyph.place, text_pos);
     ink.add(place);
     addQuad(place, glyph.texture, color);
 }
 
-const CellBatch::Glyph &CellBatch::glyphOf(char ch) {
-    Glyph &glyph = glyphs[static_cast<unsigned char>(ch)];
-    if (glyph.is_known)
-        return glyph;
-    const unsigned size = text.getCharacterSize();
-    const bool bold = (text.getStyle() & sf::Text::Bold) != 0;
-    // Convert as sf::Text does, so each byte selects the same glyph.
-    const sf::Uint32 code_point = sf::String(ch)[0];
-    const sf::Glyph &found = text.getFont()->getGlyph(code_point, size, bold);
-    const sf::FloatRect &bounds = found.bounds;
-    const sf::FloatRect texture(found.textureRect);
-    // A glyph is placed from its baseline, which lies a character size below the text's top.
-    glyph.place =
-        padded(bounds.left, bounds.top + static_cast<float>(size), bounds.width, bounds.height);
-    glyph.texture = padded(texture.left, texture.top, texture.width, texture.height);
-    glyph.is_known = true;
-    return glyph;
+void CellBatch::addRectangle(Vector pos, const sf::Color *background) {
+    const sf::Vector2f size = rectangle.getSize();
+    PixelArea covered{pos.x, pos.y, pos.x + size.x, pos.y + size.y};
+    if (background)
+        ink.add(covered);
+    else
+        covered = ink.inkIn(covered);
+    if (!covered.isEmpty())
+        addQuad(covered, white_texel, background ? *background : rectangle.getFillColor());
 }
 
 void CellBatch::addQuad(const PixelArea &place, const PixelArea &texture, const sf::Color &color) {
@@ -125,7 +111,7 @@ void CellBatch::flush() {
     if (vertices.empty())
         return;
     // Not before: the texture grows with new glyphs, and is then another one.
-    sf::RenderStates states(&text.getFont()->getTexture(text.getCharacterSize()));
+    sf::RenderStates states(&glyphs.texture(is_fallback));
     for (std::size_t i = 0; i < vertices.size(); i += vertices_per_draw)
         target.draw(&vertices[i], std::min(vertices_per_draw, vertices.size() - i), sf::Quads,
                     states);

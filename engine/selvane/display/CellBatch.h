@@ -2,18 +2,20 @@
 /// to SFML in one call. A cell's rectangle has the colour of the window's background, so it is
 /// drawn only where it covers something: without a graphics card each pixel counts.
 ///
-/// Borrows the target, and the two objects that define what a cell looks like: the rectangle's size
-/// and colour, the text's font, style and character size. Game-loop thread only.
+/// Borrows the target, and the objects that define what a cell looks like: the rectangle's size
+/// and colour, the text's font, style and character size, the font for what that one lacks.
+/// Game-loop thread only.
 #pragma once
 
 #include "selvane/core/Vector.h"
+#include "selvane/display/Glyphs.h"
 #include "selvane/display/InkMap.h"
 
-#include <array>
 #include <vector>
 
 namespace sf {
 class Color;
+class Font;
 class RectangleShape;
 class RenderTarget;
 class Text;
@@ -24,16 +26,22 @@ namespace sv {
 
 class CellBatch {
   public:
-    /// REQUIRES: the text has a font; all three outlive the batch. Pixels of the target's view.
+    /// REQUIRES: the text has a font; all outlive the batch. Pixels of the target's view.
+    /// `fallback`: null for none.
     CellBatch(sf::RenderTarget &new_target, const sf::RectangleShape &new_rectangle,
-              const sf::Text &new_text);
+              const sf::Text &new_text, const sf::Font *fallback);
     ~CellBatch();
     CellBatch(const CellBatch &) = delete;
     CellBatch &operator=(const CellBatch &) = delete;
 
     /// Adds a rectangle and over it a character, each with its upper left corner at that pixel, as
-    /// the rectangle and the text would be drawn there.
-    void add(Vector rectangle_pos, Vector text_pos, char ch, const sf::Color &color);
+    /// the rectangle and the text would be drawn there. `background`: null for the rectangle's own
+    /// colour.
+    void add(Vector rectangle_pos, Vector text_pos, char32_t ch, const sf::Color &color,
+             const sf::Color *background);
+
+    /// What a byte stands for.
+    char32_t ofByte(char byte) { return glyphs.ofByte(byte); }
 
     /// Draws what was added and forgets it.
     void flush();
@@ -48,21 +56,15 @@ class CellBatch {
     void noteCleared();
 
   private:
-    struct Glyph {
-        PixelArea place; // From the character's position.
-        PixelArea texture;
-        bool is_known = false;
-    };
-
-    const Glyph &glyphOf(char ch);
+    void addRectangle(Vector pos, const sf::Color *background);
     void addQuad(const PixelArea &place, const PixelArea &texture, const sf::Color &color);
 
     sf::RenderTarget &target;
     const sf::RectangleShape &rectangle;
-    const sf::Text &text;
+    Glyphs glyphs;
     InkMap ink;
     bool is_drawn_anywhere = false;
-    std::array<Glyph, 256> glyphs;
+    bool is_fallback = false;         // Which font the vertices are of.
     std::vector<sf::Vertex> vertices; // Four for each quad; never grows.
 };
 

@@ -2,6 +2,8 @@
 
 #include "selvane/core/Config.h"
 #include "selvane/core/LogManager.h"
+#include "selvane/core/text.h"
+#include "selvane/core/utf8.h"
 #include "selvane/display/CellBatch.h"
 #include "selvane/display/ScreenCapture.h"
 #include "selvane/display/figures.h"
@@ -14,12 +16,19 @@
 #include <SFML/Graphics/Text.hpp>
 #include <algorithm>
 #include <cstdlib>
+#include <functional>
 
 namespace sv {
 
 namespace {
 
 constexpr int geometry_log_level = 30;
+constexpr unsigned char last_of_ascii = 127;
+constexpr std::size_t most_bad_strings = 20; // That are logged.
+
+sf::Color toSfml(Rgb color) {
+    return {color.r, color.g, color.b};
+}
 
 /// Exact if both sizes are the same.
 float rescaled(int pixel, int configured, unsigned actual) {
@@ -60,6 +69,7 @@ int DisplayManager::startUp() {
 
 void DisplayManager::shutDown() {
     closeWindow();
+    bad_strings.clear();
     setShake(0, 0, 0);
     shake_x = 0;
     shake_y = 0;
@@ -79,37 +89,85 @@ int DisplayManager::drawCh(Vector world_pos, char ch, Color color) {
 
 int DisplayManager::drawCh(Vector world_pos, char ch, unsigned char r, unsigned char g,
                            unsigned char b) {
+    return drawCell(world_pos, characterOf(ch), {r, g, b}, std::nullopt);
+}
+
+int DisplayManager::drawCh(Vector world_pos, char ch, Rgb color,
+                           const std::optional<Rgb> &background) {
+    return drawCell(world_pos, characterOf(ch), color, background);
+}
+
+/// The bytes of keyboards' characters are their code points.
+char32_t DisplayManager::characterOf(char byte) {
+    const auto number = static_cast<unsigned char>(byte);
+    if (number <= last_of_ascii)
+        return number;
+    return cells && !Config::getInstance().getUtf8() ? cells->ofByte(byte) : REPLACEMENT_CHARACTER;
+}
+
+int DisplayManager::drawCell(Vector world_pos, char32_t ch, Rgb color,
+                             const std::optional<Rgb> &background) {
     if (!isStarted())
         return refuseUnstarted();
     if (isUnseen() || !isDrawing())
         return -1;
     const Vector pixel = worldToPixels(world_pos);
     if (capture)
-        capture->put(world_pos - origin, ch, r, g, b);
+        capture->put(world_pos - origin, ch, color);
     if (!cells)
         return isHeadless() ? -1 : 0;
     const Vector behind{pixel.x - cell_size.x / RECTANGLE_LEFT,
                         pixel.y + cell_size.y / RECTANGLE_DOWN};
     const Vector shake{static_cast<float>(shake_x), static_cast<float>(shake_y)};
-    cells->add(behind, pixel + shake, ch, sf::Color(r, g, b));
+    const sf::Color backdrop = background ? toSfml(*background) : sf::Color();
+    cells->add(behind, pixel + shake, ch, toSfml(color), background ? &backdrop : nullptr);
     return isHeadless() ? -1 : 0;
 }
 
 int DisplayManager::drawString(Vector world_pos, const std::string &str, Justification just,
                                Color color) {
+    return drawCells(world_pos, str, just, [&](Vector at, auto ch) { drawCh(at, ch, color); });
+}
+
+int DisplayManager::drawString(Vector world_pos, const std::string &str, Justification just,
+                               Rgb color, const std::optional<Rgb> &background) {
+    return drawCells(world_pos, str, just,
+                     [&](Vector at, auto ch) { drawCh(at, ch, color, background); });
+}
+
+template<typename Draw>
+int DisplayManager::drawCells(Vector world_pos, const std::string &str, Justification just,
+                              Draw draw) {
     if (!isStarted())
         return refuseUnstarted();
     if (isUnseen())
         return -1;
+    warnIfNotUtf8(str);
     std::size_t before = 0; // Characters left of the position.
     if (just == CENTER_JUSTIFIED)
-        before = str.length() / 2;
+        before = cellCount(str) / 2;
     else if (just == RIGHT_JUSTIFIED)
-        before = str.length();
+        before = cellCount(str);
     const Vector pos = world_pos - Vector{static_cast<float>(before), 0};
-    for (std::size_t i = 0; i < str.length(); ++i)
-        drawCh({pos.x + static_cast<float>(i), pos.y}, str[i], color);
+    std::size_t i = 0;
+    forEachCell(str, [&](auto ch) {
+        draw({pos.x + static_cast<float>(i++), pos.y}, ch);
+        return true;
+    });
     return isHeadless() ? -1 : 0;
+}
+
+/// Once for each text that begins alike up to its fault: a label may change its number in every
+/// step.
+void DisplayManager::warnIfNotUtf8(const std::string &str) {
+    if (!Config::getInstance().getUtf8() || bad_strings.size() == most_bad_strings)
+        return;
+    const std::size_t valid = validUtf8Length(str);
+    if (valid == str.size())
+        return;
+    if (bad_strings.insert(std::hash<std::string>()(str.substr(0, valid + 1))).second)
+        logLine("DisplayManager::drawString(): Warning! '%s' is no UTF-8 from byte %d on.",
+                printable(toUtf8(fromUtf8(str))).c_str(), static_cast<int>(valid) + 1);
 }
 
 int DisplayManager::swapBuffers() {

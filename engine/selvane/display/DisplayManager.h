@@ -10,9 +10,11 @@
 #include "selvane/core/Manager.h"
 #include "selvane/core/Vector.h"
 
+#include <concepts>
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 
 namespace sf {
@@ -55,14 +57,32 @@ class DisplayManager : public Manager {
     /// Blank, tab, carriage return and newline draw only the rectangle. A character that the font
     /// lacks shows the font's own sign for that, or a dot if that sign is empty. So do control
     /// characters, and bytes above 127 unless the program's global locale makes letters of them.
+    /// With `utf8:true,` such a byte is no character and shows U+FFFD.
     int drawCh(Vector world_pos, char ch, unsigned char r, unsigned char g, unsigned char b);
 
     /// The same; a `CUSTOM` colour has no components to draw with and shows as white.
     int drawCh(Vector world_pos, char ch, Color color = COLOR_DEFAULT);
 
-    /// Draws a string on one line, a cell for each byte. 0, or -1 if nothing was drawn.
+    /// The same in any colour, on a background of any colour.
+    int drawCh(Vector world_pos, char ch, Rgb color,
+               const std::optional<Rgb> &background = std::nullopt);
+
+    /// The same for any character: drawCh({1, 1}, U'\u2603', sv::CYAN). White by default. A
+    /// template, so that a number as in drawCh({1, 1}, '0' + 7) stays a char.
+    template<std::same_as<char32_t> Character, std::convertible_to<Rgb> AnyColor = Rgb>
+    int drawCh(Vector world_pos, Character ch, AnyColor color = {},
+               const std::optional<Rgb> &background = std::nullopt) {
+        return drawCell(world_pos, ch, color, background);
+    }
+
+    /// Draws a string on one line, a cell for each byte, or for each code point with `utf8:true,`.
+    /// 0, or -1 if nothing was drawn.
     int drawString(Vector world_pos, const std::string &str, Justification just = LEFT_JUSTIFIED,
                    Color color = COLOR_DEFAULT);
+
+    /// The same in any colour, on a background of any colour.
+    int drawString(Vector world_pos, const std::string &str, Justification just, Rgb color,
+                   const std::optional<Rgb> &background = std::nullopt);
 
     /// Shakes the characters, not the rectangles behind them, during the next `steps` frames, by
     /// a random number of pixels on each axis from 1 - scale to 1 + scale. Scales and steps below 0
@@ -148,6 +168,11 @@ class DisplayManager : public Manager {
     [[noreturn]] void loseDisplay();
     static void closeAtExit();
     int prepareCells();
+    int drawCell(Vector world_pos, char32_t ch, Rgb color, const std::optional<Rgb> &background);
+    template<typename Draw>
+    int drawCells(Vector world_pos, const std::string &str, Justification just, Draw draw);
+    char32_t characterOf(char byte);
+    void warnIfNotUtf8(const std::string &str);
     void shakeCells();
     bool isHeadless() const;
     bool isUnseen() const;
@@ -172,8 +197,9 @@ class DisplayManager : public Manager {
     bool key_repeat = true;
     bool is_lost = false;
     int display_errors = 0;
-    int shake_duration = 0; // Frames.
-    int shake_scale_x = 0;  // Pixels, as all that follow.
+    std::set<std::size_t> bad_strings; // Hashes of those that were logged.
+    int shake_duration = 0;            // Frames.
+    int shake_scale_x = 0;             // Pixels, as all that follow.
     int shake_scale_y = 0;
     int shake_x = 0;
     int shake_y = 0;

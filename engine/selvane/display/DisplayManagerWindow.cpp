@@ -164,7 +164,7 @@ int DisplayManager::prepareCells() {
 
     window_background_color = config.getWindowBackgroundColor();
     p_rectangle->setFillColor(colorToSFML(window_background_color));
-    cells = std::make_unique<CellBatch>(*p_window, *p_rectangle, *p_text);
+    cells = std::make_unique<CellBatch>(*p_window, *p_rectangle, *p_text, nullptr);
     return 0;
 }
 

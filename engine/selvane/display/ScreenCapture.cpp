@@ -1,40 +1,30 @@
 #include "selvane/display/ScreenCapture.h"
 
-#include "selvane/core/Color.h"
+#include "selvane/core/Config.h"
+#include "selvane/core/utf8.h"
 #include "selvane/display/DisplayManager.h"
 
 #include <cmath>
-#include <string_view>
 
 namespace sv {
 
 namespace {
 
-/// By Color.
-constexpr std::string_view color_letters = "krgybmcw";
-
-char letterOf(unsigned char r, unsigned char g, unsigned char b) {
-    for (int color = BLACK; color <= WHITE; ++color) {
-        unsigned char red = 0;
-        unsigned char green = 0;
-        unsigned char blue = 0;
-        colorToRGB(static_cast<Color>(color), red, green, blue);
-        if (r == red && g == green && b == blue)
-            return color_letters[static_cast<std::size_t>(color)];
-    }
-    return '*';
+char32_t letterOf(Rgb color) {
+    for (int c = BLACK; c <= WHITE; ++c)
+        if (color == Rgb(static_cast<Color>(c)))
+            return static_cast<char32_t>(COLOR_LETTERS[static_cast<std::size_t>(c)]);
+    return U'*';
 }
 
-bool isBlank(char ch) {
-    return ch == ' ' || ch == '\t' || ch == '\r' || ch == '\n';
+bool isBlank(char32_t ch) {
+    return ch == U' ' || ch == U'\t' || ch == U'\r' || ch == U'\n';
 }
 
-char readable(char ch) {
-    return ' ' < ch && ch <= '~' ? ch : '?';
-}
-
-void cutEnd(std::string &text, char unwanted) {
-    text.erase(text.find_last_not_of(unwanted) + 1);
+bool isReadable(char32_t ch) {
+    constexpr char32_t first_after_controls = 0xA0;
+    return (U' ' < ch && ch <= U'~') ||
+           (ch >= first_after_controls && Config::getInstance().getUtf8());
 }
 
 } // namespace
@@ -57,7 +47,7 @@ ScreenCapture::ScreenCapture(int new_columns, int new_rows)
     : columns(static_cast<std::size_t>(new_columns)), rows(static_cast<std::size_t>(new_rows)),
       drawn(columns * rows), shown(columns * rows) {}
 
-void ScreenCapture::put(Vector cell, char ch, unsigned char r, unsigned char g, unsigned char b) {
+void ScreenCapture::put(Vector cell, char32_t ch, Rgb color) {
     const float column = std::floor(cell.x + 0.5F);
     const float row = std::floor(cell.y + 0.5F);
     const bool is_inside = column >= 0 && row >= 0 && column < static_cast<float>(columns) &&
@@ -66,7 +56,7 @@ void ScreenCapture::put(Vector cell, char ch, unsigned char r, unsigned char g, 
         return;
     const std::size_t index =
         static_cast<std::size_t>(row) * columns + static_cast<std::size_t>(column);
-    drawn[index] = isBlank(ch) ? Cell() : Cell{readable(ch), letterOf(r, g, b)};
+    drawn[index] = isBlank(ch) ? Cell() : Cell{isReadable(ch) ? ch : U'?', letterOf(color)};
 }
 
 void ScreenCapture::show() {
@@ -74,16 +64,16 @@ void ScreenCapture::show() {
     drawn.assign(shown.size(), Cell());
 }
 
-std::string ScreenCapture::joined(char Cell::*part) const {
+std::string ScreenCapture::joined(char32_t Cell::*part) const {
     std::string all;
     for (std::size_t row = 0; row < rows; ++row) {
-        std::string line;
+        std::u32string line;
         for (std::size_t column = 0; column < columns; ++column)
             line += shown[row * columns + column].*part;
-        cutEnd(line, ' ');
-        all += line + '\n';
+        line.erase(line.find_last_not_of(U' ') + 1);
+        all += toUtf8(line) + '\n';
     }
-    cutEnd(all, '\n');
+    all.erase(all.find_last_not_of('\n') + 1);
     return all;
 }
 

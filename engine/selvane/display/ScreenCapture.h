@@ -3,10 +3,13 @@
 /// game in a text file.
 ///
 /// A character is in the cell that is nearest to its position; shaking does not move it. One that
-/// no keyboard types reads as '?'. A circle, square or triangle is a '#' in every cell whose middle
-/// it covers. What a game draws into DisplayManager::getWindow() by itself is not seen.
+/// is not ASCII reads as '?', unless the configuration has `utf8:true,`: then the text is UTF-8,
+/// and only control characters do. Backgrounds are not seen. A circle, square or triangle is a '#'
+/// in every cell whose middle it covers. What a game draws into DisplayManager::getWindow() by
+/// itself is not seen.
 #pragma once
 
+#include "selvane/core/Color.h"
 #include "selvane/core/Vector.h"
 
 #include <string>
@@ -34,7 +37,7 @@ class ScreenCapture {
     ScreenCapture(int new_columns, int new_rows);
 
     /// Draws a character at a cell of the window; outside of it, nothing.
-    void put(Vector cell, char ch, unsigned char r, unsigned char g, unsigned char b);
+    void put(Vector cell, char32_t ch, Rgb color);
 
     /// What was drawn since the last call is the frame that is shown.
     void show();
@@ -44,11 +47,11 @@ class ScreenCapture {
 
   private:
     struct Cell {
-        char ch = ' ';
-        char color = ' ';
+        char32_t ch = U' ';
+        char32_t color = U' ';
     };
 
-    std::string joined(char Cell::*part) const;
+    std::string joined(char32_t Cell::*part) const;
 
     std::size_t columns;
     std::size_t rows;

@@ -91,7 +91,7 @@ void captureFigure(ScreenCapture &capture, const sf::CircleShape &polygon) {
             const Vector cell{static_cast<float>(column), static_cast<float>(row)};
             const sf::Vector2f middle{(cell.x + 0.5F) * size.x, (cell.y + 0.5F) * size.y};
             if (isCovered(polygon, polygon.getInverseTransform().transformPoint(middle)))
-                capture.put(cell, '#', color.r, color.g, color.b);
+                capture.put(cell, U'#', {color.r, color.g, color.b});
         }
     }
 }

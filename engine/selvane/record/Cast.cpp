@@ -1,5 +1,8 @@
 #include "selvane/record/Cast.h"
 
+#include "selvane/core/Color.h"
+#include "selvane/core/utf8.h"
+
 #include <iomanip>
 #include <string_view>
 
@@ -10,29 +13,28 @@ namespace {
 constexpr std::string_view home_and_clear = "\x1b[H\x1b[2J";
 constexpr std::string_view hide_cursor = "\x1b[?25l";
 
-/// As a terminal numbers them, in the order of screenColors()' letters.
-constexpr std::string_view color_letters = "krgybmcw";
-
-/// Any other colour is shown as white.
+/// Terminals number the colours in the same order. Any other colour is shown as white.
 char colorDigit(char letter) {
-    const std::size_t number = color_letters.find(letter);
+    const std::size_t number = COLOR_LETTERS.find(letter);
     return static_cast<char>('0' + (number == std::string_view::npos ? 7 : number));
 }
 
-/// Both texts have their lines and columns at the same places.
+/// Both texts have their lines and columns at the same places; the screen is UTF-8.
 std::string inColor(const std::string &screen, const std::string &colors) {
     std::string text;
     char color = ' ';
-    for (std::size_t i = 0; i < screen.size(); ++i) {
-        if (screen[i] == '\n') {
+    std::size_t i = 0;
+    for (const char32_t ch : fromUtf8(screen)) {
+        const char letter = colors[i++];
+        if (ch == U'\n') {
             text += "\r\n";
             continue;
         }
-        if (screen[i] != ' ' && colors[i] != color) {
-            color = colors[i];
+        if (ch != U' ' && letter != color) {
+            color = letter;
             text += std::string("\x1b[1;3") + colorDigit(color) + 'm';
         }
-        text += screen[i];
+        text += toUtf8({&ch, 1});
     }
     return text;
 }

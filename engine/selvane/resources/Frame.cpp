@@ -1,5 +1,6 @@
 #include "selvane/resources/Frame.h"
 
+#include "selvane/core/utf8.h"
 #include "selvane/display/DisplayManager.h"
 
 #include <algorithm>
@@ -13,6 +14,11 @@ float halfSpan(int count) {
     return (static_cast<float>(count) - 1) * 0.5F;
 }
 
+template<typename Character>
+bool isTransparent(Character ch, char transparency) {
+    return transparency != NO_TRANSPARENCY && ch == static_cast<Character>(transparency);
+}
+
 } // namespace
 
 int Frame::draw(Vector position, Color color, char transparency) const {
@@ -22,19 +28,21 @@ int Frame::draw(Vector position, Color color, char transparency) const {
     const auto row_length = static_cast<std::size_t>(width);
     // The size is only a claim: there may be fewer characters.
     const auto rows = std::min(static_cast<std::size_t>(height), frame_str.size() / row_length + 1);
-    const std::size_t end = std::min(frame_str.size(), rows * row_length);
 
     DisplayManager &display = DisplayManager::getInstance();
-    for (std::size_t i = 0; i < end; ++i) {
-        const char c = frame_str[i];
-        if (transparency != NO_TRANSPARENCY && c == transparency)
-            continue;
+    std::size_t i = 0;
+    int result = 0;
+    forEachCell(frame_str, [&](auto ch) {
         const std::size_t row = i / row_length;
         const Vector cell{static_cast<float>(i % row_length), static_cast<float>(row)};
-        if (display.drawCh(position + cell - offset, c, color) != 0)
-            return -1;
-    }
-    return 0;
+        if (row == rows)
+            return false;
+        ++i;
+        if (!isTransparent(ch, transparency))
+            result = display.drawCh(position + cell - offset, ch, color);
+        return result == 0;
+    });
+    return result == 0 ? 0 : -1;
 }
 
 } // namespace sv

@@ -1,5 +1,6 @@
 /// One rectangular picture of characters: its size in cells and its rows, one after the other,
-/// without separators. A value, copied freely; the empty frame is one with empty text.
+/// without separators: a byte for each cell, or with `utf8:true,` a code point in UTF-8. A value,
+/// copied freely; the empty frame is one with empty text.
 #pragma once
 
 #include "selvane/core/Color.h"

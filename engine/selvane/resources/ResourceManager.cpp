@@ -1,8 +1,10 @@
 #include "selvane/resources/ResourceManager.h"
 
+#include "selvane/core/Config.h"
 #include "selvane/core/LogManager.h"
 #include "selvane/core/assets.h"
 #include "selvane/core/text.h"
+#include "selvane/core/utf8.h"
 #include "selvane/outside/Outside.h"
 #include "selvane/platform/system.h"
 #include "selvane/resources/audioDevice.h"
@@ -14,6 +16,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <span>
+#include <string_view>
 #include <utility>
 
 namespace sv {
@@ -53,6 +56,23 @@ std::streamoff sizeOf(std::istream &file) {
     const std::streamoff size = file.tellg();
     file.seekg(0);
     return size;
+}
+
+/// Names the first line that is no UTF-8, if the configuration asks for it.
+void warnIfNotUtf8(std::istream &file, const std::string &filename) {
+    if (!Config::getInstance().getUtf8())
+        return;
+    int number = 0;
+    for (std::string line; std::getline(file, line);) {
+        ++number;
+        if (const std::size_t valid = validUtf8Length(line); valid < line.size()) {
+            logLine("RM::loadSprite(): Warning! File '%s', line %d is no UTF-8 from byte %d on.",
+                    filename.c_str(), number, static_cast<int>(valid) + 1);
+            break;
+        }
+    }
+    file.clear();
+    file.seekg(0);
 }
 
 /// Reads a sprite; its first line shows in which format it is. Null, with log lines, if the file is
@@ -103,8 +123,8 @@ void logFrames(const Sprite &sprite) {
         logLine(dump_level, "\tFrame %d:", i + 1);
         const Frame frame = sprite.getFrame(i);
         const auto width = static_cast<std::size_t>(frame.getWidth());
-        for (std::size_t begin = 0; begin < frame.getString().size(); begin += width)
-            logLine(dump_level, "\t%s", frame.getString().substr(begin, width).c_str());
+        for (std::string_view rest = frame.getString(); !rest.empty();)
+            logLine(dump_level, "\t%s", std::string(takeCells(rest, width)).c_str());
     }
 }
 
@@ -180,6 +200,7 @@ int ResourceManager::loadSprite(const std::string &filename, const std::string &
                 MAX_SPRITE_BYTES);
         return logFailure("RM::loadSprite(): Sprite '%s' not loaded.", label.c_str());
     }
+    warnIfNotUtf8(file, filename);
     auto sprite = tryToReadSprite(file, filename);
     if (!sprite)
         return logFailure("RM::loadSprite(): Sprite '%s' NOT loaded.", label.c_str());

@@ -1,5 +1,6 @@
 #include "selvane/resources/robustSprite.h"
 
+#include "selvane/core/Config.h"
 #include "selvane/core/LogManager.h"
 #include "selvane/resources/spriteFile.h"
 
@@ -35,10 +36,15 @@ std::string readColorName(Lines &lines) {
 
 char readTransparency(Lines &lines) {
     const std::string value = matchLineStr(&lines, "transparency");
-    if (!value.empty())
-        return value.front();
-    logMissing("transparency");
-    return NO_TRANSPARENCY;
+    if (value.empty()) {
+        logMissing("transparency");
+        return NO_TRANSPARENCY;
+    }
+    if (value.front() < 0 && Config::getInstance().getUtf8())
+        logLine("RM::loadRobustSprite(): Warning! Transparency '%s' is no ASCII character, and "
+                "nothing is left out.",
+                value.c_str());
+    return value.front();
 }
 
 int readSlowdown(Lines &lines) {

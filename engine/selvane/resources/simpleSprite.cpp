@@ -2,6 +2,7 @@
 
 #include "selvane/core/LogManager.h"
 #include "selvane/core/text.h"
+#include "selvane/core/utf8.h"
 #include "selvane/resources/spriteFile.h"
 
 #include <string>
@@ -88,7 +89,7 @@ bool readRow(std::istream &file, const SpriteHeader &header, int frame, int row,
                 header.height);
         return false;
     }
-    const auto length = static_cast<int>(line.size());
+    const auto length = static_cast<int>(cellCount(line));
     if (length != header.width) {
         logLine("RM::loadSimpleSprite(): Error line %d!", line_number);
         logLine("\tLine %2d: '%s'", line_number, line.c_str());

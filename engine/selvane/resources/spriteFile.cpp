@@ -2,6 +2,7 @@
 
 #include "selvane/core/LogManager.h"
 #include "selvane/core/text.h"
+#include "selvane/core/utf8.h"
 
 #include <cstring>
 #include <utility>
@@ -46,7 +47,7 @@ bool takeRows(Lines &lines, int width, int height, int &line, std::string &rows)
         }
         const std::string &text = lines.front().text;
         logLine(20, "\tLine %2d: '%s'", line, text.c_str());
-        const auto length = static_cast<int>(text.size());
+        const auto length = static_cast<int>(cellCount(text));
         if (length != width) {
             logLine("\tError! Line %d: Line length is %d (frame width is %d).", line, length,
                     width);

@@ -3,6 +3,7 @@
 #include "selvane/core/EventView.h"
 #include "selvane/core/LogManager.h"
 #include "selvane/core/text.h"
+#include "selvane/core/utf8.h"
 #include "selvane/display/DisplayManager.h"
 #include "selvane/world/WorldManager.h"
 
@@ -150,8 +151,8 @@ int ViewObject::draw() {
     if (!border)
         return result;
 
-    const int length = static_cast<int>(text.size());
-    const std::string dashes(text.size(), '-');
+    const int length = static_cast<int>(cellCount(text));
+    const std::string dashes(cellCount(text), '-');
     const int half = length / 2;
     const float left = at.x - static_cast<float>(half) - 1;
     const float right = left + static_cast<float>(length) + 1;
