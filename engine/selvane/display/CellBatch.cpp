@@ -1,5 +1,6 @@
 #include "selvane/display/CellBatch.h"
 
+#include "selvane/core/Config.h"
 #include "selvane/display/fontSize.h"
 
 #include <SFML/Graphics/Font.hpp>
@@ -7,6 +8,7 @@
 #include <SFML/Graphics/RenderTarget.hpp>
 #include <SFML/Graphics/Text.hpp>
 #include <algorithm>
+#include <cmath>
 
 namespace sv {
 
@@ -35,6 +37,14 @@ bool isBlank(char32_t ch) {
     return ch == U' ' || ch == U'\t' || ch == U'\n' || ch == U'\r';
 }
 
+/// The pixels whose middles are in the area. Neighbours share their edges, however those were
+/// rounded.
+PixelArea onPixels(const PixelArea &area) {
+    constexpr float nearly_half = 0.5F + 1.0F / 128;
+    const auto edge = [](float pixel) { return std::ceil(pixel - nearly_half); };
+    return {edge(area.left), edge(area.top), edge(area.right), edge(area.bottom)};
+}
+
 /// How far a cell's rectangle is from where its character is.
 Vector rectangleOffset(sf::Vector2f size) {
     return {-size.x / RECTANGLE_LEFT, size.y / RECTANGLE_DOWN};
@@ -53,7 +63,9 @@ CellBatch::CellBatch(sf::RenderTarget &new_target, const sf::RectangleShape &new
       ink(vectorOf(new_target.getView().getSize()),
           rectangleOffset(rectangle.getSize()) - vectorOf({0, rectangle.getSize().y}),
           {std::max(rectangle.getSize().x, least_piece),
-           std::max(rectangle.getSize().y, least_piece)}) {
+           std::max(rectangle.getSize().y, least_piece)}),
+      is_utf8(Config::getInstance().getUtf8()),
+      light_line(lightLine(vectorOf(rectangle.getSize()))) {
     vertices.reserve(most_cells * vertices_per_cell);
 }
 
@@ -66,6 +78,8 @@ void CellBatch::add(Vector rectangle_pos, Vector text_pos, char32_t ch, const sf
     addRectangle(rectangle_pos, background);
     if (isBlank(ch))
         return;
+    if (is_utf8 && isBoxDrawing(ch))
+        return addBox(text_pos, ch, color);
     const Glyphs::Glyph &glyph = glyphs.of(ch);
     if (glyph.is_fallback != is_fallback) {
         flush();
@@ -79,12 +93,34 @@ void CellBatch::add(Vector rectangle_pos, Vector text_pos, char32_t ch, const sf
 void CellBatch::addRectangle(Vector pos, const sf::Color *background) {
     const sf::Vector2f size = rectangle.getSize();
     PixelArea covered{pos.x, pos.y, pos.x + size.x, pos.y + size.y};
+    if (is_utf8) // So that it takes nothing from the lines in neighbouring cells.
+        covered = onPixels(covered);
     if (background)
         ink.add(covered);
     else
         covered = ink.inkIn(covered);
     if (!covered.isEmpty())
         addQuad(covered, white_texel, background ? *background : rectangle.getFillColor());
+}
+
+void CellBatch::addBox(Vector text_pos, char32_t ch, const sf::Color &color) {
+    const sf::Vector2f size = rectangle.getSize();
+    const Vector corner = text_pos + rectangleOffset(size);
+    const PixelArea cell = onPixels({corner.x, corner.y, corner.x + size.x, corner.y + size.y});
+    pieces.clear();
+    addBoxDrawing(pieces, ch, cell, light_line);
+    ink.add({cell.left - light_line, cell.top - light_line, cell.right + light_line,
+             cell.bottom + light_line}); // Diagonals reach out of their cells.
+    if (vertices.size() + 4 * pieces.size() > vertices.capacity())
+        flush();
+    for (const BoxPiece &piece : pieces)
+        for (std::size_t i = 0; i < piece.corners.size(); ++i) {
+            const Vector at = piece.corners[i];
+            sf::Color faded = color;
+            faded.a = static_cast<sf::Uint8>(std::lround(255 * piece.opacity[i]));
+            vertices.emplace_back(sf::Vector2f(at.x, at.y), faded,
+                                  sf::Vector2f(white_texel.left, white_texel.top));
+        }
 }
 
 void CellBatch::addQuad(const PixelArea &place, const PixelArea &texture, const sf::Color &color) {

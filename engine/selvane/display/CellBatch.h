@@ -10,6 +10,7 @@
 #include "selvane/core/Vector.h"
 #include "selvane/display/Glyphs.h"
 #include "selvane/display/InkMap.h"
+#include "selvane/display/boxDrawing.h"
 
 #include <vector>
 
@@ -57,12 +58,16 @@ class CellBatch {
 
   private:
     void addRectangle(Vector pos, const sf::Color *background);
+    void addBox(Vector text_pos, char32_t ch, const sf::Color &color);
     void addQuad(const PixelArea &place, const PixelArea &texture, const sf::Color &color);
 
     sf::RenderTarget &target;
     const sf::RectangleShape &rectangle;
     Glyphs glyphs;
     InkMap ink;
+    bool is_utf8;
+    float light_line;             // Of box drawing.
+    std::vector<BoxPiece> pieces; // Of one character of it.
     bool is_drawn_anywhere = false;
     bool is_fallback = false;         // Which font the vertices are of.
     std::vector<sf::Vertex> vertices; // Four for each quad; never grows.

@@ -105,7 +105,8 @@ void Glyphs::load(char32_t ch, Glyph &glyph) {
         fitIntoCell(found, glyph.place);
 }
 
-/// Whether the second font has it and the first has not. What neither has is logged.
+/// Whether the second font is to show it: it has it, and the first has not. What neither has is
+/// logged, and the second font has the better sign for that.
 bool Glyphs::isInFallback(char32_t ch) {
     if (!is_utf8 || isSpace(ch) || hasGlyph(*text.getFont(), ch, text.getCharacterSize(), text))
         return false;
@@ -114,7 +115,7 @@ bool Glyphs::isInFallback(char32_t ch) {
     if (missing++ < most_missing)
         logLine("DisplayManager: Warning! No font has the character U+%04X, '%s'.",
                 static_cast<unsigned>(ch), toUtf8({&ch, 1}).c_str());
-    return false;
+    return fallback != nullptr;
 }
 
 /// Wide characters are made as narrow as a cell. Marks that fonts place over the character before
