@@ -163,6 +163,13 @@ TEST_F(Replay, finds_the_first_step_that_differs) {
          "step 10 differs: it asked for the time more often or less often than recorded"},
         {{14, [](sv::Object &o) { o.setType("Runner"); }},
          "step 15 differs: object 1 (Runner): type is 'Runner', recorded 'Walker'"},
+        {{16,
+          [](sv::Object &o) {
+              sv::Shape shape = o.getShape();
+              shape.setColor({1, 2, 3});
+              o.setShape(shape);
+          }},
+         "step 17 differs: object 1 (Walker): color of its figure is 8, recorded 7"},
         {{17, [](sv::Object &) { sv::GameManager::getInstance().setGameOver(); }},
          "step 19 differs: "},
     };

@@ -99,6 +99,8 @@ TEST_F(SerializationTest, texts_make_the_round_trip) {
         {"x_acceleration:3,", "x_acceleration:3,y_acceleration:1e-07,"},
         {"opacity:256,", "shape:1,size:12.5,color:3,opacity:255,"},
         {"opacity:-1,", "shape:1,size:12.5,color:3,opacity:0,"},
+        {"color:8,rgb:#0AF102,", "shape:1,size:12.5,color:8,opacity:0,rgb:#0af102,"},
+        {"color:8,rgb:red,", "shape:1,size:12.5,color:8,opacity:0,"},
         {"is_active:TRUE,", "is_active:false,"}, // Only "true" is true.
         {"box-corner-x:-0.5,box-corner-y:-1.9,box-horizontal:0.99,box-vertical:2.5,",
          "box-corner-x:0,box-corner-y:-1,box-horizontal:0,box-vertical:2,"}, // In whole cells.

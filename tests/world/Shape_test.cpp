@@ -89,6 +89,8 @@ TEST_F(ShapeTest, custom_colours_show_the_last_components) {
     shape.setColor(sv::BLUE);
     shape.draw(place);
     expect_color(sv::CUSTOM, sf::Color(0, 0, 255, 100));
+    shape.setColor({7, 8, 9});
+    expectPolygon(shape, 10, 40, 0, {-20, -20}, sf::Color(7, 8, 9, 100));
 }
 
 TEST_F(ShapeTest, invalid_sizes_are_drawn_without_harm) {

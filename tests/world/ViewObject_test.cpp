@@ -76,9 +76,10 @@ TEST_F(ViewObjectTest, labels_show_in_nine_places) {
 
 TEST_F(ViewObjectTest, borders_fit_labels_in_utf_8) {
     Config::getInstance().loadConfig("utf8:true,");
-    make("M\u00FCller", 3);
+    make("M\u00FCller", 3)->setColor({9, 9, 9});
     EXPECT_EQ(shown(), std::string(34, ' ') + "----------\n" + std::string(33, ' ') +
                            "| M\u00FCller 3 |\n" + std::string(34, ' ') + "----------");
+    EXPECT_EQ(std::ranges::count(screenColors(), '*'), 10 + 2 + 7 + 10);
 }
 
 TEST_F(ViewObjectTest, sprites_show_at_the_edges_of_the_view) {
@@ -166,6 +167,14 @@ TEST_F(ViewObjectTest, attributes_make_the_round_trip) {
         p_label->deserialize(change);
         EXPECT_EQ(p_label->serialize(""), written);
     }
+    const std::string colors = "view_color:8,view_rgb:#010203,view_background:#ff0010,";
+    p_label->deserialize(colors);
+    EXPECT_EQ(p_label->getRgb(), Rgb(1, 2, 3));
+    EXPECT_EQ(p_label->serialize(""), colors);
+    p_label->deserialize(colors + "view_rgb:#999999,view_background:none,");
+    EXPECT_EQ(p_label->serialize(""), "") << "the first of two counts";
+    p_label->deserialize("view_color:6,");
+    EXPECT_EQ(p_label->serialize(""), "view_color:6,");
     p_label->deserialize("view_draw_value:true,view_value:99999999999,");
     EXPECT_EQ(p_label->serialize("LOCATION,VALUE,DRAW_VALUE,"),
               "view_value:2147483647,view_location:6,view_draw_value:true,");

@@ -51,6 +51,9 @@ constexpr std::array<const char *, STATE_NUMBER_COUNT> number_names = {
     "color",
     "location",
     "draw_value",
+    "color of its figure",
+    "color",
+    "background",
 };
 constexpr std::array<const char *, STATE_TEXT_COUNT> text_names = {"type", "sprite", "view string"};
 
@@ -80,11 +83,17 @@ void set(ObjectState &state, Text which, const std::string &text) {
     state.texts[static_cast<std::size_t>(which)] = text;
 }
 
+void set(ObjectState &state, Number which, const std::optional<Rgb> &color) {
+    if (color)
+        set(state, which, 1 + (color->r << 16 | color->g << 8 | color->b));
+}
+
 void addFigure(ObjectState &state, const Shape &shape) {
     set(state, Number::SHAPE_SIZE, shape.getSize());
     set(state, Number::SHAPE, int{shape.getType()});
     set(state, Number::SHAPE_COLOR, int{shape.getColor()});
     set(state, Number::OPACITY, int{shape.getAlpha()});
+    set(state, Number::SHAPE_RGB, shape.getRgb());
 }
 
 void addView(ObjectState &state, const ViewObject &view) {
@@ -93,6 +102,9 @@ void addView(ObjectState &state, const ViewObject &view) {
     set(state, Number::COLOR, int{view.getColor()});
     set(state, Number::LOCATION, view.getLocation());
     set(state, Number::DRAW_VALUE, int{view.getDrawValue()});
+    if (view.getColor() == CUSTOM && view.getRgb() != Rgb())
+        set(state, Number::RGB, view.getRgb());
+    set(state, Number::BACKGROUND, view.getBackground());
     set(state, Text::VIEW_STRING, view.getViewString());
 }
 
@@ -116,6 +128,14 @@ std::int32_t sum(std::int32_t a, std::int64_t b) {
     return static_cast<std::int32_t>(static_cast<std::uint32_t>(a) + static_cast<std::uint32_t>(b));
 }
 
+constexpr std::size_t first_text_bit = 32;
+
+/// Of a number in a mask. Those that came later have theirs behind the texts', so that older
+/// records can be played.
+std::size_t numberBit(std::size_t number) {
+    return number < first_text_bit ? number : number + STATE_TEXT_COUNT;
+}
+
 /// Which numbers and texts differ, and by how much.
 std::string packDifference(const ObjectState &from, const ObjectState &to) {
     std::string values;
@@ -123,13 +143,13 @@ std::string packDifference(const ObjectState &from, const ObjectState &to) {
     for (std::size_t i = 0; i < STATE_NUMBER_COUNT; ++i) {
         if (from.numbers[i] == to.numbers[i])
             continue;
-        mask |= std::uint64_t{1} << i;
+        mask |= std::uint64_t{1} << numberBit(i);
         packSigned(values, std::int64_t{to.numbers[i]} - from.numbers[i]);
     }
     for (std::size_t i = 0; i < STATE_TEXT_COUNT; ++i) {
         if (from.texts[i] == to.texts[i])
             continue;
-        mask |= std::uint64_t{1} << (STATE_NUMBER_COUNT + i);
+        mask |= std::uint64_t{1} << (first_text_bit + i);
         packText(values, to.texts[i]);
     }
     std::string bytes;
@@ -143,13 +163,13 @@ bool unpackDifference(std::string_view &bytes, ObjectState &state) {
     if (!mask)
         return false;
     for (std::size_t i = 0; i < STATE_NUMBER_COUNT; ++i) {
-        const auto difference = differs(i) ? unpackSigned(bytes) : 0;
+        const auto difference = differs(numberBit(i)) ? unpackSigned(bytes) : 0;
         if (!difference)
             return false;
         state.numbers[i] = sum(state.numbers[i], *difference);
     }
     for (std::size_t i = 0; i < STATE_TEXT_COUNT; ++i) {
-        if (!differs(STATE_NUMBER_COUNT + i))
+        if (!differs(first_text_bit + i))
             continue;
         const auto text = unpackText(bytes);
         if (!text)

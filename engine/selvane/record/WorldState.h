@@ -54,8 +54,12 @@ enum class StateNumber : std::uint8_t {
     COLOR,
     LOCATION,
     DRAW_VALUE,
+    // Colours: 0 for none, or 1 more than the components.
+    SHAPE_RGB,
+    RGB,
+    BACKGROUND,
 };
-inline constexpr std::size_t STATE_NUMBER_COUNT = 32;
+inline constexpr std::size_t STATE_NUMBER_COUNT = 35;
 
 enum class StateText : std::uint8_t { TYPE, SPRITE, VIEW_STRING };
 inline constexpr std::size_t STATE_TEXT_COUNT = 3;

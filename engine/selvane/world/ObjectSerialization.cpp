@@ -154,12 +154,16 @@ void readType(Object &object, const AttributeReader &reader, const Keys &keys) {
         object.setType(type);
 }
 
+/// Behind the others, and only where an object has such a colour.
+constexpr char rgb_key[] = "rgb";
+
 std::string writeShape(const Object &object, const Keys &keys) {
     const Shape shape = object.getShape();
     return attribute(keys[0], toString(int{shape.getType()})) +
            attribute(keys[1], toString(shape.getSize())) +
            attribute(keys[2], toString(int{shape.getColor()})) +
-           attribute(keys[3], toString(int{shape.getAlpha()}));
+           attribute(keys[3], toString(int{shape.getAlpha()})) +
+           (shape.getRgb() ? attribute(rgb_key, toString(*shape.getRgb())) : "");
 }
 
 void readShape(Object &object, const AttributeReader &reader, const Keys &keys) {
@@ -176,6 +180,8 @@ void readShape(Object &object, const AttributeReader &reader, const Keys &keys) 
         shape.setSize(usable(keys[1], parseFloat(size)).value_or(shape.getSize()));
     if (!color.empty())
         shape.setColor(static_cast<Color>(parseInt(color)));
+    if (const auto rgb = rgbFromText(reader.readWord(rgb_key, "'")))
+        shape.setColor(*rgb);
     if (!opacity.empty())
         shape.setAlpha(static_cast<unsigned char>(std::clamp(parseInt(opacity), 0, 255)));
     object.setShape(shape);

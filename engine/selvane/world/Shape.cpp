@@ -21,6 +21,21 @@ void Shape::setType(int new_type) {
     type = static_cast<ShapeType>(new_type);
 }
 
+void Shape::setColor(Color new_color) {
+    color = new_color;
+    is_rgb = false;
+}
+
+void Shape::setColor(Rgb new_color) {
+    color = CUSTOM;
+    is_rgb = true;
+    setRGB(new_color.r, new_color.g, new_color.b);
+}
+
+std::optional<Rgb> Shape::getRgb() const {
+    return is_rgb ? std::optional(Rgb(r, g, b)) : std::nullopt;
+}
+
 void Shape::setRGB(unsigned char new_r, unsigned char new_g, unsigned char new_b) {
     r = new_r;
     g = new_g;

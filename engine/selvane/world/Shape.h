@@ -7,6 +7,8 @@
 #include "selvane/core/Vector.h"
 #include "selvane/display/figures.h"
 
+#include <optional>
+
 namespace sv {
 
 class Shape {
@@ -20,8 +22,14 @@ class Shape {
     ShapeType getType() const { return type; }
 
     /// `CUSTOM` draws with the components of setRGB(); other colours overwrite those when drawn.
-    void setColor(Color new_color) { color = new_color; }
+    void setColor(Color new_color);
     Color getColor() const { return color; }
+
+    /// Any colour; getColor() is `CUSTOM` then. It is written among its object's attributes, which
+    /// the components of setRGB() are not.
+    void setColor(Rgb new_color);
+    /// The colour if it was set as one of any components.
+    std::optional<Rgb> getRgb() const;
 
     void setRGB(unsigned char new_r, unsigned char new_g, unsigned char new_b);
     unsigned char getRed() const { return r; }
@@ -47,6 +55,7 @@ class Shape {
 
   private:
     Color color = COLOR_DEFAULT;
+    bool is_rgb = false;
     // For a `CUSTOM` colour without setRGB().
     unsigned char r = 255;
     unsigned char g = 255;

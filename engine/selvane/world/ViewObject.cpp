@@ -125,6 +125,21 @@ void ViewObject::setColor(Color new_color) {
     setModified(ViewAttribute::COLOR);
 }
 
+void ViewObject::setColor(Rgb new_color) {
+    if (color == CUSTOM && new_color == rgb)
+        return;
+    color = CUSTOM;
+    rgb = new_color;
+    setModified(ViewAttribute::COLOR);
+}
+
+void ViewObject::setBackground(const std::optional<Rgb> &new_background) {
+    if (new_background == background)
+        return;
+    background = new_background;
+    setModified(ViewAttribute::COLOR);
+}
+
 int ViewObject::eventHandler(const Event *p_event) {
     if (p_event->getType() != VIEW_EVENT)
         return Object::eventHandler(p_event);
@@ -146,8 +161,7 @@ int ViewObject::draw() {
         text += ' ';
 
     const Vector at = WorldManager::getInstance().getView().corner + getPosition();
-    DisplayManager &display = DisplayManager::getInstance();
-    int result = display.drawString(at, text, CENTER_JUSTIFIED, color);
+    int result = drawText(at, text);
     if (!border)
         return result;
 
@@ -156,11 +170,18 @@ int ViewObject::draw() {
     const int half = length / 2;
     const float left = at.x - static_cast<float>(half) - 1;
     const float right = left + static_cast<float>(length) + 1;
-    result += display.drawString({at.x, at.y - 1}, dashes, CENTER_JUSTIFIED, color);
-    result += display.drawString({at.x, at.y + 1}, dashes, CENTER_JUSTIFIED, color);
-    result += display.drawCh({left, at.y}, '|', color);
-    result += display.drawCh({right, at.y}, '|', color);
+    result += drawText({at.x, at.y - 1}, dashes);
+    result += drawText({at.x, at.y + 1}, dashes);
+    result += drawText({left, at.y}, "|");
+    result += drawText({right, at.y}, "|");
     return result;
+}
+
+int ViewObject::drawText(Vector at, const std::string &text) const {
+    DisplayManager &display = DisplayManager::getInstance();
+    if (color != CUSTOM && !background)
+        return display.drawString(at, text, CENTER_JUSTIFIED, color);
+    return display.drawString(at, text, CENTER_JUSTIFIED, getRgb(), background);
 }
 
 bool ViewObject::isModified() const {

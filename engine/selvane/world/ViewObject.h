@@ -7,10 +7,13 @@
 #include "selvane/world/Object.h"
 
 #include <bitset>
+#include <optional>
 #include <span>
 #include <string>
 
 namespace sv {
+
+class AttributeReader;
 
 /// Named places for view objects.
 enum ViewObjectLocation : int {
@@ -60,6 +63,15 @@ class ViewObject : public Object {
     void setColor(Color new_color);
     Color getColor() const { return color; }
 
+    /// Any colour; getColor() is `CUSTOM` then.
+    void setColor(Rgb new_color);
+    /// The colour in any case. White for a `CUSTOM` one that was not set.
+    Rgb getRgb() const { return color == CUSTOM ? rgb : Rgb(color); }
+
+    /// Behind text and border. Default: none, which is the window's.
+    void setBackground(const std::optional<Rgb> &new_background);
+    std::optional<Rgb> getBackground() const { return background; }
+
     /// Whether the value is shown. Default: true. A change does not count as a modification.
     void setDrawValue(bool new_draw_value) { draw_value = new_draw_value; }
     bool getDrawValue() const { return draw_value; }
@@ -92,6 +104,9 @@ class ViewObject : public Object {
 
     static std::span<const AttributeText> attributeTexts();
     void setModified(ViewAttribute attribute) { modified.set(static_cast<std::size_t>(attribute)); }
+    int drawText(Vector at, const std::string &text) const;
+    std::string serializeRgb() const;
+    void deserializeRgb(const AttributeReader &reader);
     Vector placeOf(int at_location) const;
     Vector spritePlaceOf(int at_location) const;
 
@@ -101,6 +116,8 @@ class ViewObject : public Object {
     bool draw_sprite = false;
     bool border = true;
     Color color = COLOR_DEFAULT;
+    Rgb rgb; // Of a custom colour.
+    std::optional<Rgb> background;
     int location = FREE_PLACEMENT;
     std::bitset<VIEW_ATTRIBUTE_COUNT> modified;
 };

@@ -9,15 +9,18 @@ namespace sv {
 
 namespace {
 
+constexpr char rgb_key[] = "view_rgb";
+constexpr char background_key[] = "view_background";
+
 /// The log names a value without the "view_" of its key.
 const char *loggedName(const char *key) {
     return key + sizeof("view_") - 1;
 }
 
-template<auto SET, typename Number = int>
+template<auto SET>
 void readInt(ViewObject &object, const AttributeReader &reader, const char *key) {
     if (const auto number = reader.readInt(key, loggedName(key)))
-        (object.*SET)(static_cast<Number>(*number));
+        (object.*SET)(*number);
 }
 
 template<auto SET>
@@ -55,7 +58,13 @@ std::span<const ViewObject::AttributeText> ViewObject::attributeTexts() {
          [](const ViewObject &o) { return boolToString(o.border); },
          readBool<&ViewObject::setBorder>},
         {COLOR, "COLOR,", "view_color", [](const ViewObject &o) { return toString(int{o.color}); },
-         readInt<&ViewObject::setColor, Color>},
+         [](ViewObject &o, const AttributeReader &reader, const char *key) {
+             const auto number = reader.readInt(key, loggedName(key));
+             if (!number)
+                 return;
+             o.setColor(static_cast<Color>(*number));
+             o.deserializeRgb(reader);
+         }},
         {LOCATION, "LOCATION,", "view_location",
          [](const ViewObject &o) { return toString(o.location); },
          readInt<&ViewObject::setLocation>},
@@ -75,8 +84,28 @@ std::string ViewObject::serialize(const std::string &attributes) {
             continue;
         modified.reset(flag);
         text += attribute(row.key, row.write(*this));
+        if (row.attribute == ViewAttribute::COLOR)
+            text += serializeRgb();
     }
     return text;
+}
+
+/// What the number of a colour does not say. Nothing for a colour with a name.
+std::string ViewObject::serializeRgb() const {
+    std::string text;
+    if (color == CUSTOM && rgb != Rgb())
+        text += attribute(rgb_key, toString(rgb));
+    if (background)
+        text += attribute(background_key, toString(*background));
+    return text;
+}
+
+/// A text with a colour's number has these as well, where there are any.
+void ViewObject::deserializeRgb(const AttributeReader &reader) {
+    const Rgb new_rgb = rgbFromText(reader.readWord(rgb_key)).value_or(Rgb());
+    if (color == CUSTOM)
+        setColor(new_rgb);
+    setBackground(rgbFromText(reader.readWord(background_key)));
 }
 
 int ViewObject::deserialize(const std::string &text) {
