@@ -85,9 +85,11 @@ TEST_F(Animations, frames_stand_around_their_position) {
 
 TEST_F(Animations, frames_draw_code_points_in_utf_8) {
     sv::Config::getInstance().loadConfig("utf8:true,");
-    const Frame wall(2, 2, "\u2554\u2550.\u2551");
+    Frame wall(2, 2, "\u2554\u2550.\u2551");
+    wall.setColors({sv::Rgb(sv::RED), std::nullopt, std::nullopt, sv::Rgb(1, 2, 3)});
     EXPECT_EQ(wall.draw({3.5F, 1.5F}, sv::BLUE, '.'), 0);
     EXPECT_EQ(shown(), "\n   \u2554\u2550\n    \u2551");
+    EXPECT_EQ(sv::screenColors(), "\n   rb\n    *");
 }
 
 TEST_F(Animations, frames_end_where_their_text_ends) {

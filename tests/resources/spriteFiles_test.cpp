@@ -6,6 +6,8 @@
 
 #include <fstream>
 #include <iterator>
+#include <optional>
+#include <regex>
 #include <set>
 #include <sstream>
 
@@ -195,6 +197,50 @@ TEST_F(SpriteFiles, bad_robust_files_are_logged) {
     });
     EXPECT_EQ(load("<HEADER>\n</HEADER>\n<BODY>\n"), -1);
     EXPECT_EQ(said(), loading + not_loaded) << "an empty section is not logged";
+}
+
+/// A sprite of two frames, two wide and two high, with that section after its body.
+std::string coloredFile(const std::string &section, const std::string &color = "white") {
+    std::string text = robustFile("frames 2\nwidth 2\nheight 2\ncolor " + color + "\n",
+                                  "ab\ncd\nend\nef\ngh\nend\n");
+    return text.insert(text.find("<FOOTER>"), section);
+}
+
+TEST_F(SpriteFiles, cells_may_have_their_own_colors) {
+    const std::string colored = "<COLORS>\nletter o #fF8000\nr.\n.o\nend\n..\nbb\nend\n</COLORS>\n";
+    for (const std::string &text :
+         {colored, std::regex_replace(colored, std::regex("\n"), "\r\n")}) {
+        ASSERT_EQ(load(coloredFile(text, "#0000fe")), 0);
+        const sv::Sprite &sprite = *resources.getSprite("it");
+        EXPECT_EQ(sprite.getRgb(), sv::Rgb(0, 0, 254));
+        const auto none = std::nullopt;
+        using Colors = std::vector<std::optional<sv::Rgb>>;
+        EXPECT_EQ(sprite.getFrame(0).getColors(),
+                  (Colors{sv::Rgb(sv::RED), none, none, sv::Rgb(255, 128, 0)}));
+        EXPECT_EQ(sprite.getFrame(1).getColors(),
+                  (Colors{none, none, sv::Rgb(sv::BLUE), sv::Rgb(sv::BLUE)}));
+    }
+}
+
+TEST_F(SpriteFiles, bad_colors_are_logged) {
+    const std::string first = "<COLORS>\nrr\nrr\nend\n"; // Lines 15 to 18.
+    const std::string no_colors = robust + "No colors for frame ";
+    expectRefused({
+        {coloredFile("", "#12345"),
+         robust + "Unrecognized color '#12345'.\n" + colors + "and white."},
+        {coloredFile("<COLORS>\n</COLORS>\n"),
+         "\tError! Line 16" + no_more + no_colors + "1 of 2."},
+        {coloredFile(first + "</COLORS>\n"), "\tError! Line 19" + no_more + no_colors + "2 of 2."},
+        {coloredFile(first + "rr\nrx\nend\n</COLORS>\n"),
+         robust + "Line 20: No color has the letter 'x'.\n" + no_colors + "2 of 2."},
+        {coloredFile(first + "rr\nr\nend\n</COLORS>\n"),
+         "\tError! Line 20: Line length is 1 (frame width is 2).\n\tLine 20: 'r'\n" + no_colors +
+             "2 of 2."},
+        {coloredFile(first + "letter x #12\nletter  #123456\nrr\nrx\nend\n</COLORS>\n"),
+         robust + "Line 19: 'letter x #12' should be 'letter X #rrggbb'."},
+        {coloredFile(first + "gg\ngg\nend\nbb\n</COLORS>\n"),
+         robust + "Line 22: Extra COLORS: 'bb'"},
+    });
 }
 
 TEST_F(SpriteFiles, false_counts_are_refused) {

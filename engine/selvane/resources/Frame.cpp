@@ -22,6 +22,15 @@ bool isTransparent(Character ch, char transparency) {
 } // namespace
 
 int Frame::draw(Vector position, Color color, char transparency) const {
+    return drawCells(position, color, transparency);
+}
+
+int Frame::draw(Vector position, Rgb color, char transparency) const {
+    return drawCells(position, color, transparency);
+}
+
+template<typename AnyColor>
+int Frame::drawCells(Vector position, AnyColor color, char transparency) const {
     if (width <= 0 || height <= 0)
         return 0;
     const Vector offset{halfSpan(width), halfSpan(height)};
@@ -37,9 +46,11 @@ int Frame::draw(Vector position, Color color, char transparency) const {
         const Vector cell{static_cast<float>(i % row_length), static_cast<float>(row)};
         if (row == rows)
             return false;
+        const Vector at = position + cell - offset;
+        const std::optional<Rgb> own = i < colors.size() ? colors[i] : std::nullopt;
         ++i;
         if (!isTransparent(ch, transparency))
-            result = display.drawCh(position + cell - offset, ch, color);
+            result = own ? display.drawCh(at, ch, *own) : display.drawCh(at, ch, color);
         return result == 0;
     });
     return result == 0 ? 0 : -1;

@@ -6,8 +6,10 @@
 #include "selvane/core/Color.h"
 #include "selvane/core/Vector.h"
 
+#include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace sv {
 
@@ -31,14 +33,24 @@ class Frame {
     const std::string &getString() const { return frame_str; }
     void setString(std::string new_frame_str) { frame_str = std::move(new_frame_str); }
 
+    /// The colour of each cell, in the order of the text. A cell without one, or beyond their end,
+    /// has that of draw(). Default: none.
+    const std::vector<std::optional<Rgb>> &getColors() const { return colors; }
+    void setColors(std::vector<std::optional<Rgb>> new_colors) { colors = std::move(new_colors); }
+
     /// Draws the frame with its centre at `position`, in cells of the world; characters equal to
     /// `transparency` are left out. 0, or -1 as soon as the display refuses a character.
     int draw(Vector position, Color color, char transparency) const;
+    int draw(Vector position, Rgb color, char transparency) const;
 
   private:
+    template<typename AnyColor>
+    int drawCells(Vector position, AnyColor color, char transparency) const;
+
     int width = 0;
     int height = 0;
     std::string frame_str;
+    std::vector<std::optional<Rgb>> colors;
 };
 
 } // namespace sv

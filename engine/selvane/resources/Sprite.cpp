@@ -3,6 +3,7 @@
 #include "selvane/core/LogManager.h"
 
 #include <new>
+#include <utility>
 
 namespace sv {
 
@@ -19,6 +20,15 @@ Sprite::Sprite(int new_max_frame_count) : max_frame_count(new_max_frame_count) {
         return;
     logLine("Sprite::Sprite(): Error! Unable to allocate %d frames.", max_frame_count);
     max_frame_count = 0;
+}
+
+void Sprite::setColor(Rgb new_color) {
+    color = CUSTOM;
+    rgb = new_color;
+}
+
+void Sprite::setFrameColors(int index, std::vector<std::optional<Rgb>> colors) {
+    frame[static_cast<std::size_t>(index)].setColors(std::move(colors));
 }
 
 int Sprite::addFrame(const Frame &new_frame) {
@@ -44,7 +54,10 @@ Frame Sprite::getFrame(int index) const {
 
 int Sprite::draw(int frame_index, Vector position, char transparency_char) const {
     const Frame *found = findFrame(frame_index);
-    return found ? found->draw(position, color, transparency_char) : 0;
+    if (!found)
+        return 0;
+    return color == CUSTOM ? found->draw(position, rgb, transparency_char)
+                           : found->draw(position, color, transparency_char);
 }
 
 } // namespace sv

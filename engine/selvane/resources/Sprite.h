@@ -1,4 +1,4 @@
-/// A labelled sequence of frames of one size and colour, shared by every object that shows it.
+/// A labelled sequence of frames of one size, shared by every object that shows it.
 ///
 /// The resource manager owns the sprites that it loads, until it stops; any other belongs to
 /// whoever made it. An animation whose sprite is gone shows nothing. Game-loop thread only.
@@ -10,6 +10,7 @@
 #include "selvane/resources/Resource.h"
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace sv {
@@ -40,8 +41,14 @@ class Sprite : public Resource {
     int getHeight() const { return height; }
     void setHeight(int new_height) { height = new_height; }
 
+    /// Of the cells that have none of their own, see Frame::setColors().
     Color getColor() const { return color; }
     void setColor(Color new_color) { color = new_color; }
+
+    /// Any colour; getColor() is `CUSTOM` then.
+    void setColor(Rgb new_color);
+    /// The colour in any case. White for a `CUSTOM` one that was not set.
+    Rgb getRgb() const { return color == CUSTOM ? rgb : Rgb(color); }
 
     /// Drawn steps for each frame; 0 does what 1 does. Default 1.
     int getSlowdown() const { return slowdown; }
@@ -52,6 +59,9 @@ class Sprite : public Resource {
     void setTransparency(char new_transparency) { transparency = new_transparency; }
 
     // Called by the engine.
+
+    /// See Frame::setColors(). REQUIRES: there is such a frame.
+    void setFrameColors(int index, std::vector<std::optional<Rgb>> colors);
 
     /// Draws one frame with its centre at `position`, in the sprite's colour. 0, also if there is
     /// no such frame; -1 if the display refuses.
@@ -69,6 +79,7 @@ class Sprite : public Resource {
     int height = 0;
     int max_frame_count;
     Color color = COLOR_DEFAULT;
+    Rgb rgb; // Of a custom colour.
     int slowdown = 1;
     char transparency = NO_TRANSPARENCY;
     std::vector<Frame> frame; // At most max_frame_count.

@@ -2,6 +2,7 @@
 
 #include "selvane/core/Config.h"
 #include "selvane/core/LogManager.h"
+#include "selvane/resources/spriteColors.h"
 #include "selvane/resources/spriteFile.h"
 
 #include <string>
@@ -90,12 +91,16 @@ bool readHeader(std::istream &file, SpriteHeader &header) {
 
 bool setColor(Sprite &sprite, const std::string &name) {
     const auto color = name == default_color_name ? COLOR_DEFAULT : colorFromName(name);
-    if (!color) {
+    const auto rgb = rgbFromText(name);
+    if (!color && !rgb) {
         logLine("RM::loadRobustSprite(): Error! Unrecognized color '%s'.", name.c_str());
         logValidColors(robust_format);
         return false;
     }
-    sprite.setColor(*color);
+    if (rgb)
+        sprite.setColor(*rgb);
+    else
+        sprite.setColor(*color);
     logLine(5, "\t       Color: %s", name.c_str());
     return true;
 }
@@ -148,7 +153,8 @@ std::unique_ptr<Sprite> loadRobustSprite(std::istream &file) {
     logLine(20, "\tAfter reading body: line number is '%d'", line_number);
     auto sprite = createSprite(header, robust_format);
     if (!sprite || !setColor(*sprite, header.color_name) ||
-        !takeFrames(body, header, header_end, *sprite) || !readFooter(file))
+        !takeFrames(body, header, header_end, *sprite) || !readColors(file, *sprite) ||
+        !readFooter(file))
         return nullptr;
     return sprite;
 }

@@ -1,5 +1,6 @@
 /// The robust sprite file format: a section "HEADER" of keys and values, a section "BODY" of
-/// frames that each close with a line "end", and a section "FOOTER" with the version.
+/// frames that each close with a line "end", perhaps a section "COLORS" with the colours of their
+/// cells, and a section "FOOTER" with the version.
 #pragma once
 
 #include "selvane/resources/Sprite.h"

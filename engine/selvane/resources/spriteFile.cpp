@@ -13,7 +13,6 @@ int line_number = 0;
 
 namespace {
 
-constexpr char frame_end[] = "end";
 constexpr int no_value = -1;
 
 /// Removes the lines that begin with `token` and calls `use` with each, in their order.
@@ -66,10 +65,10 @@ bool takeFrameEnd(Lines &lines, int line) {
         logLine("\tError! Line %d: No more frame data before 'end'.", line + 1);
         return false;
     }
-    if (lines.front().text != frame_end) {
+    if (lines.front().text != FRAME_END) {
         // By now the whole section has been read, so line_number is that of its end. This stays, as
         // logs are compared by it.
-        logLine("\tError! Line %d: Expected '%s'.", line_number, frame_end);
+        logLine("\tError! Line %d: Expected '%s'.", line_number, FRAME_END);
         logLine("\tLine %d: '%s'", line + 1, lines.front().text.c_str());
         return false;
     }

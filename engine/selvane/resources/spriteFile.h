@@ -33,6 +33,9 @@ class KeyWithoutValue : public std::out_of_range {
 /// The largest file that is read. While it is read it takes about twenty times as much memory.
 inline constexpr int MAX_SPRITE_BYTES = 16 * 1024 * 1024;
 
+/// The line that ends a frame.
+inline constexpr char FRAME_END[] = "end";
+
 /// Lines of the file that were counted so far, for messages. Set it to 0 before each file.
 extern int line_number;
 
