@@ -13,6 +13,7 @@
 #include <SFML/Window/Event.hpp>
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
 #include <sstream>
 #include <thread>
 #include <utility>
@@ -31,7 +32,8 @@ DisplayManager &display() {
 struct InputManagerTest : test::WindowTest {
     /// A window of 400 by 400 pixels and 20 by 10 cells, which has the pointer and the keys.
     void startInput(const std::vector<std::string> &server_arguments = {}) {
-        server.emplace(1600, 1200, server_arguments);
+        if (!server)
+            server.emplace(1600, 1200, server_arguments);
         configure("window_horizontal_pixels:400,window_vertical_pixels:400,"
                   "window_horizontal_chars:20,window_vertical_chars:10");
         ASSERT_EQ(display().startUp(), 0);
@@ -121,6 +123,37 @@ TEST_F(InputManagerTest, every_key_has_its_number) {
         int key = first;
         for (std::string name; words >> name; ++key)
             expect_key(name, key);
+    }
+}
+
+TEST_F(InputManagerTest, other_layouts_type_their_own_characters) {
+    server.emplace();
+    ASSERT_EQ(std::system("setxkbmap de"), 0);
+    startInput();
+    witness.registerInterest(sv::TEXT_EVENT);
+    const struct {
+        std::vector<std::string> keys; // Pressed one after the other, then released.
+        std::string text;
+    } cases[] = {
+        {{"udiaeresis"}, "\u00FC"},
+        {{"Shift_L", "udiaeresis"}, "\u00DC"},
+        {{"Shift_L", "ssharp"}, "?"},
+        {{"Shift_L", "less"}, ">"},
+        {{"less"}, "<"},
+        {{"y"}, "y"}, // Where others have Z.
+        {{"ISO_Level3_Shift", "e"}, "\u20AC"},
+        {{"BackSpace", "Return", "Escape", "Tab", "Delete", "space"}, " "},
+        {{"dead_circumflex", "a"}, "\u00E2"},
+    };
+    for (const auto &[keys, text] : cases) {
+        for (const std::string &key : keys)
+            server->pressKey(key);
+        Lines seen = stepWith("typed " + text);
+        std::erase_if(seen, [](const std::string &event) { return !event.starts_with("typed "); });
+        EXPECT_EQ(seen, Lines{"typed " + text});
+        for (const std::string &key : keys)
+            server->releaseKey(key);
+        waitFor({});
     }
 }
 

@@ -3,6 +3,8 @@
 
 #include "selvane/core/EventKeyboard.h"
 #include "selvane/core/EventMouse.h"
+#include "selvane/core/EventText.h"
+#include "selvane/core/utf8.h"
 #include "selvane/world/Object.h"
 
 #include <functional>
@@ -25,6 +27,8 @@ class InputWitness : public sv::Object {
             const sv::Vector at = mouse->getMousePosition();
             text << actions[mouse->getMouseAction()] << mouse->getMouseButton() << " at " << at.x
                  << " " << at.y;
+        } else if (const auto *typed = sv::eventCast<sv::EventText>(p_event)) {
+            text << "typed " << sv::toUtf8(std::u32string(1, typed->getCharacter()));
         }
         seen.push_back(text.str());
         if (on_event)

@@ -13,7 +13,7 @@ constexpr const char *engine_events[] = {UNDEFINED_EVENT,      STEP_EVENT,
                                          PATH_EVENT,           NETWORK_EVENT,
                                          CUSTOM_NETWORK_EVENT, KEYBOARD_NETWORK_EVENT,
                                          MOUSE_NETWORK_EVENT,  VIEW_EVENT,
-                                         ANIMATION_END_EVENT};
+                                         ANIMATION_END_EVENT,  TEXT_EVENT};
 
 } // namespace
 

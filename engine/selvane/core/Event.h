@@ -15,6 +15,7 @@ inline constexpr char UNDEFINED_EVENT[] = "sv-undefined";
 inline constexpr char STEP_EVENT[] = "sv-step";
 inline constexpr char KEYBOARD_EVENT[] = "sv-keyboard";
 inline constexpr char MOUSE_EVENT[] = "sv-mouse";
+inline constexpr char TEXT_EVENT[] = "sv-text";
 inline constexpr char COLLISION_EVENT[] = "sv-collision";
 inline constexpr char OUT_EVENT[] = "sv-out";
 inline constexpr char PATH_EVENT[] = "sv-path";

@@ -2,6 +2,7 @@
 
 #include "selvane/core/Config.h"
 #include "selvane/core/EventMouse.h"
+#include "selvane/core/EventText.h"
 #include "selvane/core/LogManager.h"
 #include "selvane/display/DisplayManager.h"
 #include "selvane/input/WindowInput.h"
@@ -41,7 +42,7 @@ InputManager::InputManager() : source(windowInput()) {
 }
 
 bool InputManager::isValid(const std::string &event_type) const {
-    return event_type == KEYBOARD_EVENT || event_type == MOUSE_EVENT;
+    return event_type == KEYBOARD_EVENT || event_type == MOUSE_EVENT || event_type == TEXT_EVENT;
 }
 
 int InputManager::startUp() {
@@ -171,6 +172,11 @@ void InputManager::deliver(const InputItem &item) {
     case InputItem::Kind::BUTTON_PRESSED: {
         const EventMouse clicked = mouseEvent(CLICKED, item.button, item.mouse);
         onEvent(&clicked);
+        break;
+    }
+    case InputItem::Kind::TEXT_TYPED: {
+        const EventText typed(item.character);
+        onEvent(&typed);
         break;
     }
     }

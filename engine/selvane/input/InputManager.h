@@ -24,7 +24,7 @@ class InputManager : public Manager {
   public:
     static InputManager &getInstance();
 
-    /// True only for "sv-keyboard" and "sv-mouse".
+    /// True only for "sv-keyboard", "sv-mouse" and "sv-text".
     bool isValid(const std::string &event_type) const override;
 
     /// 0, or -1 if the display manager is not started. Without a window it starts, and reads

@@ -14,12 +14,20 @@ namespace sv {
 
 /// Something that happened since the step before.
 struct InputItem {
-    enum class Kind { WINDOW_CLOSED, KEY_PRESSED, KEY_RELEASED, MOUSE_MOVED, BUTTON_PRESSED };
+    enum class Kind {
+        WINDOW_CLOSED,
+        KEY_PRESSED,
+        KEY_RELEASED,
+        MOUSE_MOVED,
+        BUTTON_PRESSED,
+        TEXT_TYPED,
+    };
 
     Kind kind = Kind::WINDOW_CLOSED;
     int sfml_key = -1;
     EventMouseButton button = UNDEFINED_MOUSE_BUTTON;
-    Vector mouse{}; ///< As in EventMouse: cells of the window, with their fraction.
+    char32_t character = 0; ///< That was typed; no control character.
+    Vector mouse{};         ///< As in EventMouse: cells of the window, with their fraction.
 };
 
 class InputSource {

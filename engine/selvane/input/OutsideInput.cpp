@@ -14,6 +14,7 @@ namespace {
 
 /// SFML has fewer, and games may make up some.
 constexpr int most_sfml_key = 1000;
+constexpr char32_t last_code_point = 0x10FFFF;
 
 template<typename Live>
 auto ask(Live live) {
@@ -64,10 +65,12 @@ std::optional<InputItem> OutsideInput::next() {
         return std::nullopt;
     InputItem asked = item.value_or(InputItem{});
     using Kind = InputItem::Kind;
-    asked.kind = askValue(asked.kind, Kind::WINDOW_CLOSED, Kind::BUTTON_PRESSED);
+    asked.kind = askValue(asked.kind, Kind::WINDOW_CLOSED, Kind::TEXT_TYPED);
     asked.sfml_key = askValue(asked.sfml_key, -1, most_sfml_key);
     asked.button = askValue(asked.button, UNDEFINED_MOUSE_BUTTON, MIDDLE);
     asked.mouse = askVector(asked.mouse);
+    if (asked.kind == Kind::TEXT_TYPED) // Older records have no such items.
+        asked.character = askValue(asked.character, U'\0', last_code_point);
     return asked;
 }
 

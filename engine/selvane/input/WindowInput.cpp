@@ -32,6 +32,15 @@ EventMouseButton toEngineButton(sf::Mouse::Button button) {
     }
 }
 
+/// None for a control character: its key says it.
+std::optional<InputItem> typed(char32_t character) {
+    constexpr char32_t first_delete = 0x7F;
+    constexpr char32_t last_control = 0x9F;
+    if (character < U' ' || (first_delete <= character && character <= last_control))
+        return std::nullopt;
+    return InputItem{.kind = InputItem::Kind::TEXT_TYPED, .character = character};
+}
+
 /// None for events that no object is sent.
 std::optional<InputItem> toItem(const sf::Event &event) {
     using Kind = InputItem::Kind;
@@ -49,6 +58,8 @@ std::optional<InputItem> toItem(const sf::Event &event) {
         return InputItem{.kind = Kind::BUTTON_PRESSED,
                          .button = toEngineButton(event.mouseButton.button),
                          .mouse = cellAt(event.mouseButton.x, event.mouseButton.y)};
+    case sf::Event::TextEntered:
+        return typed(event.text.unicode);
     default:
         return std::nullopt;
     }

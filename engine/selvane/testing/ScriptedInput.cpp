@@ -31,6 +31,10 @@ void ScriptedInput::releaseButton(EventMouseButton button) {
     buttons_down.erase(button);
 }
 
+void ScriptedInput::typeCharacter(char32_t character) {
+    items.push_back({.kind = InputItem::Kind::TEXT_TYPED, .character = character});
+}
+
 std::optional<InputItem> ScriptedInput::next() {
     if (items.empty())
         return std::nullopt;

@@ -25,6 +25,7 @@ class ScriptedInput final : public InputSource {
     void moveMouse(Vector cell);
     void pressButton(EventMouseButton button);
     void releaseButton(EventMouseButton button);
+    void typeCharacter(char32_t character);
     void closeWindow() { is_closed = true; }
 
     void beginStep() override { on_step(); }

@@ -1,6 +1,7 @@
 #include "selvane/testing/Session.h"
 
 #include "selvane/core/LogManager.h"
+#include "selvane/core/utf8.h"
 #include "selvane/display/ScreenCapture.h"
 #include "selvane/input/InputManager.h"
 #include "selvane/loop/GameManager.h"
@@ -160,6 +161,11 @@ void Session::releaseKey(Keyboard::Key key) {
 void Session::tapKey(Keyboard::Key key) {
     pressKey(key);
     releaseKey(key);
+}
+
+void Session::typeText(const std::string &text) {
+    for (const char32_t character : fromUtf8(text))
+        current().input.typeCharacter(character);
 }
 
 void Session::moveMouse(Vector cell) {

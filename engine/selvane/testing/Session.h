@@ -77,6 +77,9 @@ class Session {
     /// Pressed and released at once.
     void tapKey(Keyboard::Key key);
 
+    /// Types a text in UTF-8: an EventText for each character, and no keys.
+    void typeText(const std::string &text);
+
     /// To that cell of the window; 0.5 is the middle of a cell's side.
     void moveMouse(Vector cell);
     void pressButton(EventMouseButton button = LEFT);

@@ -33,7 +33,7 @@ SceneGraph &sceneGraph() {
 
 /// The manager that delivers events of that type.
 Manager &managerOf(const std::string &event_type) {
-    if (event_type == KEYBOARD_EVENT || event_type == MOUSE_EVENT)
+    if (event_type == KEYBOARD_EVENT || event_type == MOUSE_EVENT || event_type == TEXT_EVENT)
         return InputManager::getInstance();
     if (event_type == STEP_EVENT)
         return GameManager::getInstance();
