@@ -216,6 +216,7 @@ TEST_F(DisplayManagerTest, unsuitable_fonts_are_logged) {
         {"font_scale:2.04", ""},
         {"font_scale:2" + square, cut + "1.13 would fit.\n"},
         {"font_scale:1.13" + square, ""},
+        {"utf8:true,fallback_font:missing.ttf", unable + "'missing.ttf'.\n"},
     };
     for (const auto &[settings, end] : cases) {
         SCOPED_TRACE(settings);
@@ -231,6 +232,34 @@ TEST_F(DisplayManagerTest, unsuitable_fonts_are_logged) {
         }
         display().shutDown();
     }
+}
+
+TEST_F(DisplayManagerTest, a_second_font_fills_the_gaps) {
+    startDisplay(
+        "utf8:true,window_horizontal_chars:20,window_vertical_chars:10,"
+        "fallback_font:/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf"); // Cells of 51.2 x 76.8.
+    const auto extent = [](char32_t ch) {
+        display().swapBuffers();
+        EXPECT_EQ(display().drawCh({5, 5}, ch, sv::WHITE), 0);
+        return test::extentOf(sf::Color::White, picture());
+    };
+    startLog();
+    display().swapBuffers(); // The first frame is white.
+    // A letter, an arrow as wide as two cells, and an accent, which fonts put left of its place.
+    for (const char32_t ch : {U'\u0416', U'\u27F5', U'\u0301'}) {
+        SCOPED_TRACE(static_cast<unsigned>(ch));
+        const Extent shown = extent(ch);
+        EXPECT_GT(shown.right, shown.left) << "something is shown";
+        EXPECT_GE(shown.left, 256) << "the cell begins here";
+        EXPECT_LE(shown.right, 308);
+    }
+    EXPECT_EQ(logText(), "");
+    const Extent sign = extent(U'\u4E16');
+    EXPECT_EQ(extent(U'\u4E16'), sign);
+    EXPECT_EQ(extent(U'\u754C'), sign);
+    EXPECT_GT(sign.bottom, sign.top + 9);
+    EXPECT_EQ(logText(), "DisplayManager: Warning! No font has the character U+4E16, '\u4E16'.\n"
+                         "DisplayManager: Warning! No font has the character U+754C, '\u754C'.\n");
 }
 
 TEST_F(DisplayManagerTest, processes_may_end_with_an_open_window) {

@@ -92,6 +92,7 @@ std::span<const Config::Setting> Config::settings() {
         {{"record", TEXT}, &Config::record_file},
         {{"scene_graph", TEXT}, &Config::setSceneGraph},
         {{"utf8", FLAG}, &Config::utf8},
+        {{"fallback_font", TEXT}, &Config::fallback_font},
     };
     return table;
 }

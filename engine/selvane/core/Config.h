@@ -16,6 +16,7 @@ namespace sv {
 inline constexpr char CONFIG_FILE_VARIABLE[] = "SELVANE_CONFIG";
 inline constexpr char CONFIG_FILE_DEFAULT[] = "sv-config.txt";
 inline constexpr char FONT_FILE_DEFAULT[] = "sv-font.ttf";
+inline constexpr char FALLBACK_FONT_DEFAULT[] = "sv-fallback-font.ttf";
 
 /// The longest configuration file.
 inline constexpr int MAX_CONFIG_BYTES = 65536;
@@ -69,6 +70,8 @@ class Config {
     bool getBackgroundInput() const { return background_input; }
     /// Whether texts are UTF-8, and a cell is a code point and not a byte.
     bool getUtf8() const { return utf8; }
+    /// The font for characters that the first one lacks, with `utf8:true,`.
+    std::string getFallbackFont() const { return fallback_font; }
     /// Where the game is recorded; "", the default, is nowhere.
     std::string getRecordFile() const { return record_file; }
 
@@ -117,6 +120,7 @@ class Config {
     std::string record_file;
     bool grid = false;
     bool utf8 = false;
+    std::string fallback_font = FALLBACK_FONT_DEFAULT;
     std::string forced;
 };
 

@@ -5,13 +5,16 @@
 #include "selvane/platform/system.h"
 
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace sv {
 
 namespace {
 
-constexpr char distribution_font[] = SELVANE_DEFAULT_FONT;
+/// The fonts that serve where a game brings none of these names.
+constexpr std::pair<const char *, const char *> distribution_fonts[] = {
+    {FONT_FILE_DEFAULT, SELVANE_DEFAULT_FONT}, {FALLBACK_FONT_DEFAULT, SELVANE_FALLBACK_FONT}};
 
 /// Where a file is looked for that is not in the working folder. The nearest comes first.
 std::vector<std::string> furtherFolders() {
@@ -47,8 +50,11 @@ std::string findAsset(const std::string &name) {
 }
 
 std::string findFont(const std::string &name) {
-    const bool may_fall_back = name == FONT_FILE_DEFAULT && platform::isFile(distribution_font);
-    return logFound(name, search(name).value_or(may_fall_back ? distribution_font : name));
+    std::string otherwise = name;
+    for (const auto &[default_name, font] : distribution_fonts)
+        if (name == default_name && platform::isFile(font))
+            otherwise = font;
+    return logFound(name, search(name).value_or(otherwise));
 }
 
 void logSearch(const std::string &name, int level) {

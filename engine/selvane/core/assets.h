@@ -15,8 +15,8 @@ namespace sv {
 /// it is nowhere, to be refused by whoever opens it. Any other place is logged at level 1.
 std::string findAsset(const std::string &name);
 
-/// The same for a font. Where FONT_FILE_DEFAULT is in none of the folders, the font that the engine
-/// was built to fall back on serves, if this machine has it.
+/// The same for a font. Where FONT_FILE_DEFAULT or FALLBACK_FONT_DEFAULT is in none of the folders,
+/// the font that the engine was built to use instead serves, if this machine has it.
 std::string findFont(const std::string &name);
 
 /// Logs in which folders findAsset() looks, for whoever could not open a file. Does nothing if it

@@ -168,6 +168,7 @@ class DisplayManager : public Manager {
     [[noreturn]] void loseDisplay();
     static void closeAtExit();
     int prepareCells();
+    int loadFallback();
     int drawCell(Vector world_pos, char32_t ch, Rgb color, const std::optional<Rgb> &background);
     template<typename Draw>
     int drawCells(Vector world_pos, const std::string &str, Justification just, Draw draw);
@@ -180,6 +181,7 @@ class DisplayManager : public Manager {
     // Declared before everything that needs its graphics memory, so it is destroyed last.
     std::unique_ptr<sf::RenderWindow> p_window;
     std::unique_ptr<sf::Font> font;
+    std::unique_ptr<sf::Font> fallback;              // For what it lacks; null for none.
     std::unique_ptr<sf::RectangleShape> p_rectangle; // What the background of a cell looks like.
     std::unique_ptr<sf::Text> p_text;                // What the character in a cell looks like.
     std::unique_ptr<CellBatch> cells;

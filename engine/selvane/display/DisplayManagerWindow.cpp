@@ -161,11 +161,28 @@ int DisplayManager::prepareCells() {
     p_text->setStyle(sf::Text::Bold);
     p_text->setCharacterSize(characterSize(config.getFontScale()));
     warnIfSizeMisfits(*font, p_text->getCharacterSize());
+    if (loadFallback() != 0)
+        return -1;
 
     window_background_color = config.getWindowBackgroundColor();
     p_rectangle->setFillColor(colorToSFML(window_background_color));
-    cells = std::make_unique<CellBatch>(*p_window, *p_rectangle, *p_text, nullptr);
+    cells = std::make_unique<CellBatch>(*p_window, *p_rectangle, *p_text, fallback.get());
     return 0;
+}
+
+/// The usual one need not be there, but one that the configuration names must.
+int DisplayManager::loadFallback() {
+    const Config &config = Config::getInstance();
+    const std::string name = config.getFallbackFont();
+    const bool is_missing = name == FALLBACK_FONT_DEFAULT && !platform::isFile(findFont(name));
+    if (!config.getUtf8() || is_missing)
+        return 0;
+    fallback = makeIfPossible<sf::Font>();
+    if (fallback && loadFont(*fallback, name))
+        return 0;
+    logFailure("DisplayManager::startUp(): Unable to load font from file '%s'.", name.c_str());
+    logSearch(name);
+    return -1;
 }
 
 void DisplayManager::watchDisplay() {
@@ -192,6 +209,7 @@ void DisplayManager::noteError(const std::string &what, std::uintptr_t resource)
 void DisplayManager::loseDisplay() {
     static_cast<void>(cells.release());
     static_cast<void>(p_text.release());
+    static_cast<void>(fallback.release());
     static_cast<void>(font.release());
     static_cast<void>(p_window.release());
     is_lost = true;
@@ -210,6 +228,7 @@ void DisplayManager::closeWindow() {
     cells.reset();
     p_text.reset();
     p_rectangle.reset();
+    fallback.reset();
     font.reset();
     if (p_window)
         p_window->close();
