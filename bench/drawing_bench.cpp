@@ -10,6 +10,7 @@
 #include <SFML/Graphics/RenderWindow.hpp>
 #include <SFML/Graphics/Text.hpp>
 #include <benchmark/benchmark.h>
+#include <string_view>
 #ifdef BENCH_LIBTCOD
 #include <libtcod.h>
 #endif
@@ -68,6 +69,43 @@ BENCHMARK_DEFINE_F(Drawing, collected)(benchmark::State &state) {
     });
 }
 BENCHMARK_REGISTER_F(Drawing, collected)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+/// With `utf8:true,`: the same, each cell with a background, and every twentieth a wall. The
+/// argument is how many cells beside each other have the same background; those are drawn as one.
+class ColoredDrawing : public Drawing {
+  public:
+    void SetUp(benchmark::State &state) override {
+        sv::Config::getInstance().loadConfig("utf8:true,");
+        Drawing::SetUp(state);
+    }
+
+    void TearDown(benchmark::State &state) override {
+        Drawing::TearDown(state);
+        sv::Config::getInstance().loadConfig("utf8:false,");
+    }
+};
+
+BENCHMARK_DEFINE_F(ColoredDrawing, collected)(benchmark::State &state) {
+    constexpr std::u32string_view walls =
+        U"\u2500\u2502\u250C\u2510\u2514\u2518\u2550\u2551\u2554\u255D\u2588\u2592";
+    DisplayManager &display = DisplayManager::getInstance();
+    const auto alike = static_cast<int>(state.range(0));
+    measure(state, [&](int column, int row) {
+        const sv::Vector at{static_cast<float>(column), static_cast<float>(row)};
+        const auto shade = static_cast<unsigned char>(20 + (column / alike * 7 + row) % 40);
+        const sv::Rgb background(shade, 20, 60);
+        const auto number = static_cast<std::size_t>(column + row * 7);
+        if (number % 20 == 0)
+            display.drawCh(at, walls[number / 20 % walls.size()], colorAt(column, row), background);
+        else
+            display.drawCh(at, characterAt(column, row), colorAt(column, row), background);
+    });
+}
+BENCHMARK_REGISTER_F(ColoredDrawing, collected)
+    ->Arg(1)
+    ->Arg(3)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
 
 BENCHMARK_DEFINE_F(Drawing, nothing)(benchmark::State &state) {
     measure(state, [](int /*column*/, int /*row*/) {});

@@ -16,10 +16,12 @@ namespace {
 
 /// Two full screens of the usual size. A frame with more is drawn in several pieces.
 constexpr std::size_t most_cells = 4096;
-constexpr std::size_t vertices_per_cell = 8;
+constexpr std::size_t vertices_per_quad = 4;
+constexpr std::size_t vertices_per_cell = 2 * vertices_per_quad;
 
 /// Without a graphics card, many small draws take two thirds of the time of a large one.
-constexpr std::size_t vertices_per_draw = 160;
+constexpr std::size_t vertices_per_draw = 80;
+constexpr std::size_t backgrounds_per_draw = 40; // Their vertices.
 
 /// Pixels. Cells may be far smaller than a pixel, and the ink of each would take memory.
 constexpr float least_piece = 8;
@@ -37,12 +39,14 @@ bool isBlank(char32_t ch) {
     return ch == U' ' || ch == U'\t' || ch == U'\n' || ch == U'\r';
 }
 
-/// The pixels whose middles are in the area. Neighbours share their edges, however those were
-/// rounded.
-PixelArea onPixels(const PixelArea &area) {
+/// The nearest edge of pixels, always the same one of two, however the number was rounded.
+float onPixels(float edge) {
     constexpr float nearly_half = 0.5F + 1.0F / 128;
-    const auto edge = [](float pixel) { return std::ceil(pixel - nearly_half); };
-    return {edge(area.left), edge(area.top), edge(area.right), edge(area.bottom)};
+    return std::ceil(edge - nearly_half);
+}
+
+PixelArea onPixels(const PixelArea &area) {
+    return {onPixels(area.left), onPixels(area.top), onPixels(area.right), onPixels(area.bottom)};
 }
 
 /// How far a cell's rectangle is from where its character is.
@@ -54,27 +58,42 @@ Vector vectorOf(sf::Vector2f v) {
     return {v.x, v.y};
 }
 
+/// The edges of the rectangles of cells in a row or column, as far as the window goes.
+std::vector<float> edgesOf(float first, float size, float window, bool is_on_pixels) {
+    const float step = std::max(size, least_piece);
+    const auto count = static_cast<int>(std::ceil((window - first) / step));
+    std::vector<float> edges;
+    for (int i = 0; i <= count; ++i) {
+        const float edge = first + static_cast<float>(i) * step;
+        edges.push_back(is_on_pixels ? onPixels(edge) : edge);
+    }
+    return edges;
+}
+
+InkMap inkOf(const sf::RenderTarget &target, const sf::RectangleShape &rectangle,
+             bool is_on_pixels) {
+    const sf::Vector2f window = target.getView().getSize();
+    const sf::Vector2f size = rectangle.getSize();
+    const Vector first = rectangleOffset(size);
+    return {edgesOf(first.x, size.x, window.x, is_on_pixels),
+            edgesOf(first.y - size.y, size.y, window.y, is_on_pixels)};
+}
+
 } // namespace
 
 CellBatch::CellBatch(sf::RenderTarget &new_target, const sf::RectangleShape &new_rectangle,
                      const sf::Text &new_text, const sf::Font *fallback)
-    : target(new_target), rectangle(new_rectangle),
-      glyphs(new_text, fallback, rectangle.getSize().x),
-      ink(vectorOf(new_target.getView().getSize()),
-          rectangleOffset(rectangle.getSize()) - vectorOf({0, rectangle.getSize().y}),
-          {std::max(rectangle.getSize().x, least_piece),
-           std::max(rectangle.getSize().y, least_piece)}),
-      is_utf8(Config::getInstance().getUtf8()),
+    : target(new_target), rectangle(new_rectangle), is_utf8(Config::getInstance().getUtf8()),
+      glyphs(new_text, fallback, rectangle.getSize().x), ink(inkOf(target, rectangle, is_utf8)),
       light_line(lightLine(vectorOf(rectangle.getSize()))) {
     vertices.reserve(most_cells * vertices_per_cell);
+    backgrounds.reserve(most_cells * vertices_per_quad);
 }
 
 CellBatch::~CellBatch() = default;
 
 void CellBatch::add(Vector rectangle_pos, Vector text_pos, char32_t ch, const sf::Color &color,
                     const sf::Color *background) {
-    if (vertices.size() + vertices_per_cell > vertices.capacity())
-        flush();
     addRectangle(rectangle_pos, background);
     if (isBlank(ch))
         return;
@@ -87,20 +106,48 @@ void CellBatch::add(Vector rectangle_pos, Vector text_pos, char32_t ch, const sf
     }
     const PixelArea place = moved(glyph.place, text_pos);
     ink.add(place);
-    addQuad(place, glyph.texture, color);
+    makeRoom(1);
+    addQuad(vertices, place, glyph.texture, color);
+}
+
+/// For that many quads, and a background.
+void CellBatch::makeRoom(std::size_t quads) {
+    if (vertices.size() + quads * vertices_per_quad > vertices.capacity() ||
+        backgrounds.size() == backgrounds.capacity())
+        flush();
 }
 
 void CellBatch::addRectangle(Vector pos, const sf::Color *background) {
     const sf::Vector2f size = rectangle.getSize();
-    PixelArea covered{pos.x, pos.y, pos.x + size.x, pos.y + size.y};
+    PixelArea cell{pos.x, pos.y, pos.x + size.x, pos.y + size.y};
     if (is_utf8) // So that it takes nothing from the lines in neighbouring cells.
-        covered = onPixels(covered);
-    if (background)
-        ink.add(covered);
-    else
-        covered = ink.inkIn(covered);
-    if (!covered.isEmpty())
-        addQuad(covered, white_texel, background ? *background : rectangle.getFillColor());
+        cell = onPixels(cell);
+    covered.clear();
+    ink.findInk(cell, covered);
+    makeRoom(covered.size());
+    for (const PixelArea &part : covered)
+        addQuad(vertices, part, white_texel, background ? *background : rectangle.getFillColor());
+    if (!background)
+        return;
+    ink.add(cell);
+    if (!widenLast(cell, *background))
+        addQuad(backgrounds, cell, white_texel, *background);
+}
+
+/// Whether the last background could be made to go on to the right.
+bool CellBatch::widenLast(const PixelArea &cell, const sf::Color &background) {
+    if (backgrounds.empty())
+        return false;
+    sf::Vertex *last = &backgrounds[backgrounds.size() - vertices_per_quad];
+    sf::Vertex &upper_right = last[1];
+    sf::Vertex &lower_right = last[2];
+    if (upper_right.position != sf::Vector2f(cell.left, cell.top) ||
+        lower_right.position != sf::Vector2f(cell.left, cell.bottom) ||
+        upper_right.color != background)
+        return false;
+    upper_right.position.x = cell.right;
+    lower_right.position.x = cell.right;
+    return true;
 }
 
 void CellBatch::addBox(Vector text_pos, char32_t ch, const sf::Color &color) {
@@ -109,10 +156,9 @@ void CellBatch::addBox(Vector text_pos, char32_t ch, const sf::Color &color) {
     const PixelArea cell = onPixels({corner.x, corner.y, corner.x + size.x, corner.y + size.y});
     pieces.clear();
     addBoxDrawing(pieces, ch, cell, light_line);
-    ink.add({cell.left - light_line, cell.top - light_line, cell.right + light_line,
-             cell.bottom + light_line}); // Diagonals reach out of their cells.
-    if (vertices.size() + 4 * pieces.size() > vertices.capacity())
-        flush();
+    const float over = isDiagonal(ch) ? light_line : 0;
+    ink.add({cell.left - over, cell.top - over, cell.right + over, cell.bottom + over});
+    makeRoom(pieces.size());
     for (const BoxPiece &piece : pieces)
         for (std::size_t i = 0; i < piece.corners.size(); ++i) {
             const Vector at = piece.corners[i];
@@ -123,9 +169,10 @@ void CellBatch::addBox(Vector text_pos, char32_t ch, const sf::Color &color) {
         }
 }
 
-void CellBatch::addQuad(const PixelArea &place, const PixelArea &texture, const sf::Color &color) {
+void CellBatch::addQuad(std::vector<sf::Vertex> &to, const PixelArea &place,
+                        const PixelArea &texture, const sf::Color &color) {
     const auto corner = [&](float x, float y, float texture_x, float texture_y) {
-        vertices.emplace_back(sf::Vector2f(x, y), color, sf::Vector2f(texture_x, texture_y));
+        to.emplace_back(sf::Vector2f(x, y), color, sf::Vector2f(texture_x, texture_y));
     };
     corner(place.left, place.top, texture.left, texture.top);
     corner(place.right, place.top, texture.right, texture.top);
@@ -143,15 +190,22 @@ void CellBatch::noteCleared() {
         ink.clear();
 }
 
+/// The backgrounds first, without a texture and opaque, which without a graphics card takes a tenth
+/// of the time. What was drawn before one of them in its cell is covered by a quad among the
+/// others.
 void CellBatch::flush() {
+    draw(backgrounds, backgrounds_per_draw, sf::BlendNone);
     if (vertices.empty())
         return;
     // Not before: the texture grows with new glyphs, and is then another one.
-    sf::RenderStates states(&glyphs.texture(is_fallback));
-    for (std::size_t i = 0; i < vertices.size(); i += vertices_per_draw)
-        target.draw(&vertices[i], std::min(vertices_per_draw, vertices.size() - i), sf::Quads,
-                    states);
-    vertices.clear();
+    draw(vertices, vertices_per_draw, &glyphs.texture(is_fallback));
+}
+
+void CellBatch::draw(std::vector<sf::Vertex> &quads, std::size_t at_once,
+                     const sf::RenderStates &states) {
+    for (std::size_t i = 0; i < quads.size(); i += at_once)
+        target.draw(&quads[i], std::min(at_once, quads.size() - i), sf::Quads, states);
+    quads.clear();
 }
 
 } // namespace sv

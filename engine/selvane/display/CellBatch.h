@@ -18,6 +18,7 @@ namespace sf {
 class Color;
 class Font;
 class RectangleShape;
+class RenderStates;
 class RenderTarget;
 class Text;
 class Vertex;
@@ -57,20 +58,27 @@ class CellBatch {
     void noteCleared();
 
   private:
+    void makeRoom(std::size_t quads);
     void addRectangle(Vector pos, const sf::Color *background);
+    bool widenLast(const PixelArea &cell, const sf::Color &background);
     void addBox(Vector text_pos, char32_t ch, const sf::Color &color);
-    void addQuad(const PixelArea &place, const PixelArea &texture, const sf::Color &color);
+    static void addQuad(std::vector<sf::Vertex> &to, const PixelArea &place,
+                        const PixelArea &texture, const sf::Color &color);
+    void draw(std::vector<sf::Vertex> &quads, std::size_t at_once, const sf::RenderStates &states);
 
     sf::RenderTarget &target;
     const sf::RectangleShape &rectangle;
+    bool is_utf8;
     Glyphs glyphs;
     InkMap ink;
-    bool is_utf8;
-    float light_line;             // Of box drawing.
-    std::vector<BoxPiece> pieces; // Of one character of it.
+    float light_line;               // Of box drawing.
+    std::vector<BoxPiece> pieces;   // Of one character of it.
+    std::vector<PixelArea> covered; // Of one cell, by its rectangle.
     bool is_drawn_anywhere = false;
-    bool is_fallback = false;         // Which font the vertices are of.
-    std::vector<sf::Vertex> vertices; // Four for each quad; never grows.
+    bool is_fallback = false; // Which font the vertices are of.
+    // Four for each quad; neither grows.
+    std::vector<sf::Vertex> vertices;
+    std::vector<sf::Vertex> backgrounds; // Of a colour of their own: drawn before the vertices.
 };
 
 } // namespace sv

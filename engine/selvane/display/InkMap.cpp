@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace sv {
 
@@ -18,19 +19,24 @@ PixelArea common(const PixelArea &a, const PixelArea &b) {
             std::min(a.bottom, b.bottom)};
 }
 
-/// Whole pieces before that one, from 0 to `most`.
-int pieceAt(float pixel, float first, float per_pixel, int most) {
-    return static_cast<int>(
-        std::clamp((pixel - first) * per_pixel, 0.0F, static_cast<float>(most)));
+/// The piece that a pixel is in; the first or last one for a pixel outside. They are all nearly as
+/// large as the first.
+std::size_t pieceAt(float pixel, const std::vector<float> &edges) {
+    const float last = static_cast<float>(edges.size()) - 2;
+    const float guess = (pixel - edges[0]) / (edges[1] - edges[0]);
+    auto piece = static_cast<std::size_t>(std::clamp(guess, 0.0F, last));
+    while (piece > 0 && edges[piece] > pixel)
+        --piece;
+    while (piece + 2 < edges.size() && edges[piece + 1] <= pixel)
+        ++piece;
+    return piece;
 }
 
 } // namespace
 
-InkMap::InkMap(Vector window_size, Vector corner, Vector piece_size)
-    : first_corner(corner), pieces_per_pixel{1 / piece_size.x, 1 / piece_size.y},
-      columns(static_cast<int>(std::ceil((window_size.x - corner.x) / piece_size.x))),
-      rows(static_cast<int>(std::ceil((window_size.y - corner.y) / piece_size.y))),
-      pieces(static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows)) {
+InkMap::InkMap(std::vector<float> new_columns, std::vector<float> new_rows)
+    : columns(std::move(new_columns)), rows(std::move(new_rows)),
+      pieces((columns.size() - 1) * (rows.size() - 1)) {
     fill();
 }
 
@@ -42,31 +48,32 @@ void InkMap::fill() {
 InkMap::Range InkMap::piecesOf(const PixelArea &area) const {
     if (area.isEmpty())
         return {};
-    return {pieceAt(area.left, first_corner.x, pieces_per_pixel.x, columns),
-            pieceAt(area.top, first_corner.y, pieces_per_pixel.y, rows),
-            std::min(pieceAt(area.right, first_corner.x, pieces_per_pixel.x, columns) + 1, columns),
-            std::min(pieceAt(area.bottom, first_corner.y, pieces_per_pixel.y, rows) + 1, rows)};
+    return {pieceAt(area.left, columns), pieceAt(area.top, rows), pieceAt(area.right, columns) + 1,
+            pieceAt(area.bottom, rows) + 1};
 }
 
+/// Each piece takes what is in it: a rectangle around two neighbours that reach into it would be
+/// far larger.
 void InkMap::add(const PixelArea &area) {
     const Range range = piecesOf(area);
-    for (int row = range.first_row; row < range.end_row; ++row)
-        for (int column = range.first_column; column < range.end_column; ++column) {
+    for (std::size_t row = range.first_row; row < range.end_row; ++row)
+        for (std::size_t column = range.first_column; column < range.end_column; ++column) {
+            const PixelArea here =
+                common(area, {columns[column], rows[row], columns[column + 1], rows[row + 1]});
             PixelArea &piece = pieces[indexOf(column, row)];
-            piece = around(piece, area);
+            if (!here.isEmpty())
+                piece = around(piece, here);
         }
 }
 
-PixelArea InkMap::inkIn(const PixelArea &area) const {
-    PixelArea ink;
+void InkMap::findInk(const PixelArea &area, std::vector<PixelArea> &found) const {
     const Range range = piecesOf(area);
-    for (int row = range.first_row; row < range.end_row; ++row)
-        for (int column = range.first_column; column < range.end_column; ++column) {
+    for (std::size_t row = range.first_row; row < range.end_row; ++row)
+        for (std::size_t column = range.first_column; column < range.end_column; ++column) {
             const PixelArea here = common(pieces[indexOf(column, row)], area);
             if (!here.isEmpty())
-                ink = around(ink, here);
+                found.push_back(here);
         }
-    return ink;
 }
 
 } // namespace sv

@@ -22,9 +22,8 @@ struct PixelArea {
 
 class InkMap {
   public:
-    /// Of a window of that size, in pieces of that size, one of which begins at `corner`; in
-    /// pixels.
-    InkMap(Vector window_size, Vector corner, Vector piece_size);
+    /// Of pieces between these pixels, in rising order, which cover the window.
+    InkMap(std::vector<float> new_columns, std::vector<float> new_rows);
 
     /// The window shows the background everywhere.
     void clear() { pieces.assign(pieces.size(), {}); }
@@ -34,28 +33,25 @@ class InkMap {
 
     void add(const PixelArea &area);
 
-    /// A part of the area that has all ink in it; empty if there is none.
-    PixelArea inkIn(const PixelArea &area) const;
+    /// Appends parts of the area that together have all ink in it.
+    void findInk(const PixelArea &area, std::vector<PixelArea> &found) const;
 
   private:
     /// From the first column and row to those behind the last ones.
     struct Range {
-        int first_column;
-        int first_row;
-        int end_column;
-        int end_row;
+        std::size_t first_column = 0;
+        std::size_t first_row = 0;
+        std::size_t end_column = 0;
+        std::size_t end_row = 0;
     };
 
     Range piecesOf(const PixelArea &area) const;
-    std::size_t indexOf(int column, int row) const {
-        return static_cast<std::size_t>(row) * static_cast<std::size_t>(columns) +
-               static_cast<std::size_t>(column);
+    std::size_t indexOf(std::size_t column, std::size_t row) const {
+        return row * (columns.size() - 1) + column;
     }
 
-    Vector first_corner;
-    Vector pieces_per_pixel;
-    int columns;
-    int rows;
+    std::vector<float> columns; // Their left edges, and the right one of the last.
+    std::vector<float> rows;
     std::vector<PixelArea> pieces; // The ink in each, by rows.
 };
 

@@ -16,7 +16,6 @@ constexpr char32_t first_arc = 0x256D;
 constexpr char32_t last_arc = 0x2570;
 constexpr char32_t rising_diagonal = 0x2571;
 constexpr char32_t falling_diagonal = 0x2572;
-constexpr char32_t cross = 0x2573;
 
 /// The four arms of each character from U+2500 on, left, up, right and down: 0 none, 1 light,
 /// 2 heavy, 3 double. The diagonals have none.
@@ -124,12 +123,16 @@ void addLines(std::vector<BoxPiece> &pieces, char32_t ch, const Grid &grid) {
     const auto is_set = [&](std::size_t row, std::size_t column) {
         return column < 5 && (rows[row] & 0b10000U >> column) != 0;
     };
-    for (std::size_t row = 0; row < rows.size(); ++row)
+    for (std::size_t row = 0, end_row = 0; row < rows.size(); row = end_row) {
+        end_row = row + 1;
+        while (end_row < rows.size() && rows[end_row] == rows[row])
+            ++end_row; // Rows that are alike are one piece: fewer are faster.
         for (std::size_t column = 0, end = 0; column < 5; column = end + 1) {
             for (end = column; is_set(row, end);)
                 ++end;
-            addRectangle(pieces, grid.x[column], grid.y[row], grid.x[end], grid.y[row + 1]);
+            addRectangle(pieces, grid.x[column], grid.y[row], grid.x[end], grid.y[end_row]);
         }
+    }
 }
 
 /// How many dashes a line is broken into; 0 for a line that is whole.
@@ -208,9 +211,9 @@ void addArc(std::vector<BoxPiece> &pieces, char32_t ch, const Grid &grid, float 
 void addCurved(std::vector<BoxPiece> &pieces, char32_t ch, const PixelArea &cell, float light) {
     if (first_arc <= ch && ch <= last_arc)
         return addArc(pieces, ch, Grid(cell, light), light);
-    if (ch == rising_diagonal || ch == cross)
+    if (ch != falling_diagonal)
         addDiagonal(pieces, {cell.left, cell.bottom}, {cell.right, cell.top}, light);
-    if (ch == falling_diagonal || ch == cross)
+    if (ch != rising_diagonal)
         addDiagonal(pieces, {cell.left, cell.top}, {cell.right, cell.bottom}, light);
 }
 
@@ -262,7 +265,7 @@ void addBoxDrawing(std::vector<BoxPiece> &pieces, char32_t ch, const PixelArea &
         addBlock(pieces, ch, cell);
     else if (dashesOf(ch) != 0)
         addDashes(pieces, ch, Grid(cell, light));
-    else if (first_arc <= ch && ch <= cross)
+    else if ((first_arc <= ch && ch <= last_arc) || isDiagonal(ch))
         addCurved(pieces, ch, cell, light);
     else
         addLines(pieces, ch, Grid(cell, light));

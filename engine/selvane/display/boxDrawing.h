@@ -21,6 +21,11 @@ constexpr bool isBoxDrawing(char32_t ch) {
     return 0x2500 <= ch && ch <= 0x259F;
 }
 
+/// These reach out of their cells by a line's thickness.
+constexpr bool isDiagonal(char32_t ch) {
+    return 0x2571 <= ch && ch <= 0x2573;
+}
+
 /// How thick a light line is in cells of that size, in pixels: 1 or more, whole.
 float lightLine(Vector cell_size);
 
