@@ -24,8 +24,11 @@ constexpr int columns = 80;
 constexpr int rows = 24;
 constexpr int character_size = 25;
 
+/// A frame that is the same as the last would not be drawn.
+int frame_number = 0;
+
 char characterAt(int column, int row) {
-    return static_cast<char>('!' + (column + row * 7) % 94);
+    return static_cast<char>('!' + (column + row * 7 + frame_number % 2) % 94);
 }
 
 sv::Color colorAt(int column, int row) {
@@ -50,8 +53,9 @@ class Drawing : public benchmark::Fixture {
   protected:
     /// Calls `draw` for each column and row of a frame, then shows the frame.
     template<typename Draw>
-    static void measure(benchmark::State &state, Draw draw) {
+    static void measure(benchmark::State &state, Draw draw, bool is_still = false) {
         for ([[maybe_unused]] auto frame : state) {
+            frame_number += is_still ? 0 : 1;
             for (int row = 0; row < rows; ++row) {
                 for (int column = 0; column < columns; ++column)
                     draw(column, row);
@@ -107,6 +111,19 @@ BENCHMARK_REGISTER_F(ColoredDrawing, collected)
     ->Unit(benchmark::kMillisecond)
     ->UseRealTime();
 
+/// The engine's own work for a frame, without SFML's and the graphics driver's.
+BENCHMARK_DEFINE_F(Drawing, still)(benchmark::State &state) {
+    DisplayManager &display = DisplayManager::getInstance();
+    measure(
+        state,
+        [&](int column, int row) {
+            display.drawCh({static_cast<float>(column), static_cast<float>(row)},
+                           characterAt(column, row), colorAt(column, row));
+        },
+        true);
+}
+BENCHMARK_REGISTER_F(Drawing, still)->Unit(benchmark::kMicrosecond)->UseRealTime();
+
 BENCHMARK_DEFINE_F(Drawing, nothing)(benchmark::State &state) {
     measure(state, [](int /*column*/, int /*row*/) {});
 }
@@ -159,6 +176,7 @@ void libtcod(benchmark::State &state, TCOD_renderer_t renderer) {
     const tcod::ContextPtr context(made);
     const tcod::ConsolePtr console(TCOD_console_new(columns, rows));
     for ([[maybe_unused]] auto frame : state) {
+        ++frame_number;
         for (int row = 0; row < rows; ++row)
             for (int column = 0; column < columns; ++column) {
                 TCOD_color_t color{};

@@ -44,6 +44,9 @@ class XServer {
     void focusWindow();
     void focusElsewhere();
 
+    /// Another window lies over the whole screen for a moment.
+    void coverWindow();
+
     /// What the screen shows of the window: red, green, blue and 255 of each pixel, row by row.
     std::vector<unsigned char> pixels() const;
 

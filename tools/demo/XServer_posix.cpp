@@ -189,6 +189,16 @@ void XServer::focusElsewhere() {
     XSync(display, False);
 }
 
+void XServer::coverWindow() {
+    Display *display = connection->display;
+    const Window cover = XCreateSimpleWindow(display, connection->root(), 0, 0, 10000, 10000, 0, 0,
+                                             WhitePixel(display, DefaultScreen(display)));
+    XMapWindow(display, cover);
+    XSync(display, False);
+    XDestroyWindow(display, cover);
+    XSync(display, False);
+}
+
 std::vector<unsigned char> XServer::pixels() const {
     const Window window = connection->window();
     XWindowAttributes size{};

@@ -3,21 +3,23 @@
 #include "selvane/core/Config.h"
 #include "selvane/display/fontSize.h"
 
+#include <SFML/Graphics/CircleShape.hpp>
 #include <SFML/Graphics/Font.hpp>
 #include <SFML/Graphics/RectangleShape.hpp>
 #include <SFML/Graphics/RenderTarget.hpp>
 #include <SFML/Graphics/Text.hpp>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace sv {
 
 namespace {
 
-/// Two full screens of the usual size. A frame with more is drawn in several pieces.
-constexpr std::size_t most_cells = 4096;
+/// Four full screens of the usual size. A frame with more is drawn in several pieces.
+constexpr std::size_t most_cells = 8192;
 constexpr std::size_t vertices_per_quad = 4;
-constexpr std::size_t vertices_per_cell = 2 * vertices_per_quad;
+constexpr std::size_t most_vertices = 8192;
 
 /// Without a graphics card, many small draws take two thirds of the time of a large one.
 constexpr std::size_t vertices_per_draw = 80;
@@ -54,6 +56,10 @@ Vector rectangleOffset(sf::Vector2f size) {
     return {-size.x / RECTANGLE_LEFT, size.y / RECTANGLE_DOWN};
 }
 
+sf::Color toSfml(Rgb color) {
+    return {color.r, color.g, color.b};
+}
+
 Vector vectorOf(sf::Vector2f v) {
     return {v.x, v.y};
 }
@@ -79,59 +85,146 @@ InkMap inkOf(const sf::RenderTarget &target, const sf::RectangleShape &rectangle
             edgesOf(first.y - size.y, size.y, window.y, is_on_pixels)};
 }
 
+bool looksAlike(const sf::CircleShape &a, const sf::CircleShape &b) {
+    return a.getPointCount() == b.getPointCount() && a.getRadius() == b.getRadius() &&
+           a.getFillColor() == b.getFillColor() && a.getPosition() == b.getPosition() &&
+           a.getRotation() == b.getRotation();
+}
+
 } // namespace
+
+/// Cells, and figures between them.
+struct CellBatch::DrawList {
+    struct Figure {
+        std::size_t cells_before = 0;
+        sf::CircleShape polygon;
+
+        friend bool operator==(const Figure &a, const Figure &b) {
+            return a.cells_before == b.cells_before && looksAlike(a.polygon, b.polygon);
+        }
+    };
+
+    friend bool operator==(const DrawList &, const DrawList &) = default;
+
+    DrawList() { cells.reserve(most_cells); }
+
+    void clear() {
+        cells.clear();
+        figures.clear();
+    }
+
+    std::vector<Cell> cells; // Never grows.
+    std::vector<Figure> figures;
+};
 
 CellBatch::CellBatch(sf::RenderTarget &new_target, const sf::RectangleShape &new_rectangle,
                      const sf::Text &new_text, const sf::Font *fallback)
     : target(new_target), rectangle(new_rectangle), is_utf8(Config::getInstance().getUtf8()),
       glyphs(new_text, fallback, rectangle.getSize().x), ink(inkOf(target, rectangle, is_utf8)),
-      light_line(lightLine(vectorOf(rectangle.getSize()))) {
-    vertices.reserve(most_cells * vertices_per_cell);
-    backgrounds.reserve(most_cells * vertices_per_quad);
+      light_line(lightLine(vectorOf(rectangle.getSize()))), frame(std::make_unique<DrawList>()),
+      shown(std::make_unique<DrawList>()) {
+    vertices.reserve(most_vertices);
+    backgrounds.reserve(most_vertices);
 }
 
 CellBatch::~CellBatch() = default;
 
-void CellBatch::add(Vector rectangle_pos, Vector text_pos, char32_t ch, const sf::Color &color,
-                    const sf::Color *background) {
-    addRectangle(rectangle_pos, background);
-    if (isBlank(ch))
-        return;
-    if (is_utf8 && isBoxDrawing(ch))
-        return addBox(text_pos, ch, color);
-    const Glyphs::Glyph &glyph = glyphs.of(ch);
-    if (glyph.is_fallback != is_fallback) {
+void CellBatch::add(const Cell &cell) {
+    if (frame->cells.size() == most_cells)
         flush();
+    frame->cells.push_back(cell);
+}
+
+void CellBatch::add(const sf::CircleShape &figure) {
+    frame->figures.push_back({frame->cells.size(), figure});
+}
+
+void CellBatch::noteDrawingAnywhere() {
+    is_drawn_anywhere = true;
+    ink.fill();
+}
+
+void CellBatch::flush() {
+    drawFrame();
+    frame->clear();
+    is_partly_drawn = true;
+}
+
+bool CellBatch::endFrame(bool is_due) {
+    const bool is_whole = !std::exchange(is_partly_drawn, false) && !is_drawn_anywhere;
+    const bool is_same = is_whole && is_shown_known && *frame == *shown;
+    if (!is_same || is_due)
+        drawFrame();
+    std::swap(frame, shown);
+    frame->clear();
+    is_shown_known = is_whole;
+    if (!is_drawn_anywhere)
+        ink.clear();
+    return !is_same || is_due;
+}
+
+void CellBatch::drawFrame() {
+    std::size_t drawn = 0;
+    const auto draw_cells = [&](std::size_t end) {
+        for (; drawn < end; ++drawn)
+            addCell(frame->cells[drawn]);
+        drawQuads();
+    };
+    for (const DrawList::Figure &figure : frame->figures) {
+        draw_cells(figure.cells_before);
+        drawFigure(figure.polygon);
+    }
+    draw_cells(frame->cells.size());
+}
+
+void CellBatch::drawFigure(const sf::CircleShape &figure) {
+    const sf::FloatRect area = figure.getGlobalBounds();
+    ink.add({area.left, area.top, area.left + area.width, area.top + area.height});
+    target.draw(figure);
+}
+
+void CellBatch::addCell(const Cell &cell) {
+    addRectangle(cell);
+    if (isBlank(cell.ch))
+        return;
+    if (is_utf8 && isBoxDrawing(cell.ch))
+        return addBox(cell);
+    const Glyphs::Glyph &glyph = glyphs.of(cell.ch);
+    if (glyph.is_fallback != is_fallback) {
+        drawQuads();
         is_fallback = glyph.is_fallback;
     }
-    const PixelArea place = moved(glyph.place, text_pos);
+    const PixelArea place = moved(glyph.place, cell.text_pos);
     ink.add(place);
     makeRoom(1);
-    addQuad(vertices, place, glyph.texture, color);
+    addQuad(vertices, place, glyph.texture, toSfml(cell.color));
 }
 
 /// For that many quads, and a background.
 void CellBatch::makeRoom(std::size_t quads) {
     if (vertices.size() + quads * vertices_per_quad > vertices.capacity() ||
         backgrounds.size() == backgrounds.capacity())
-        flush();
+        drawQuads();
 }
 
-void CellBatch::addRectangle(Vector pos, const sf::Color *background) {
+void CellBatch::addRectangle(const Cell &cell) {
     const sf::Vector2f size = rectangle.getSize();
-    PixelArea cell{pos.x, pos.y, pos.x + size.x, pos.y + size.y};
+    const Vector pos = cell.rectangle_pos;
+    PixelArea area{pos.x, pos.y, pos.x + size.x, pos.y + size.y};
     if (is_utf8) // So that it takes nothing from the lines in neighbouring cells.
-        cell = onPixels(cell);
+        area = onPixels(area);
+    const sf::Color color =
+        cell.has_background ? toSfml(cell.background) : rectangle.getFillColor();
     covered.clear();
-    ink.findInk(cell, covered);
+    ink.findInk(area, covered);
     makeRoom(covered.size());
     for (const PixelArea &part : covered)
-        addQuad(vertices, part, white_texel, background ? *background : rectangle.getFillColor());
-    if (!background)
+        addQuad(vertices, part, white_texel, color);
+    if (!cell.has_background)
         return;
-    ink.add(cell);
-    if (!widenLast(cell, *background))
-        addQuad(backgrounds, cell, white_texel, *background);
+    ink.add(area);
+    if (!widenLast(area, color))
+        addQuad(backgrounds, area, white_texel, color);
 }
 
 /// Whether the last background could be made to go on to the right.
@@ -150,19 +243,19 @@ bool CellBatch::widenLast(const PixelArea &cell, const sf::Color &background) {
     return true;
 }
 
-void CellBatch::addBox(Vector text_pos, char32_t ch, const sf::Color &color) {
+void CellBatch::addBox(const Cell &cell) {
     const sf::Vector2f size = rectangle.getSize();
-    const Vector corner = text_pos + rectangleOffset(size);
-    const PixelArea cell = onPixels({corner.x, corner.y, corner.x + size.x, corner.y + size.y});
+    const Vector corner = cell.text_pos + rectangleOffset(size);
+    const PixelArea place = onPixels({corner.x, corner.y, corner.x + size.x, corner.y + size.y});
     pieces.clear();
-    addBoxDrawing(pieces, ch, cell, light_line);
-    const float over = isDiagonal(ch) ? light_line : 0;
-    ink.add({cell.left - over, cell.top - over, cell.right + over, cell.bottom + over});
+    addBoxDrawing(pieces, cell.ch, place, light_line);
+    const float over = isDiagonal(cell.ch) ? light_line : 0;
+    ink.add({place.left - over, place.top - over, place.right + over, place.bottom + over});
     makeRoom(pieces.size());
     for (const BoxPiece &piece : pieces)
         for (std::size_t i = 0; i < piece.corners.size(); ++i) {
             const Vector at = piece.corners[i];
-            sf::Color faded = color;
+            sf::Color faded = toSfml(cell.color);
             faded.a = static_cast<sf::Uint8>(std::lround(255 * piece.opacity[i]));
             vertices.emplace_back(sf::Vector2f(at.x, at.y), faded,
                                   sf::Vector2f(white_texel.left, white_texel.top));
@@ -180,20 +273,10 @@ void CellBatch::addQuad(std::vector<sf::Vertex> &to, const PixelArea &place,
     corner(place.left, place.bottom, texture.left, texture.bottom);
 }
 
-void CellBatch::noteDrawingAnywhere() {
-    is_drawn_anywhere = true;
-    ink.fill();
-}
-
-void CellBatch::noteCleared() {
-    if (!is_drawn_anywhere)
-        ink.clear();
-}
-
 /// The backgrounds first, without a texture and opaque, which without a graphics card takes a tenth
 /// of the time. What was drawn before one of them in its cell is covered by a quad among the
 /// others.
-void CellBatch::flush() {
+void CellBatch::drawQuads() {
     draw(backgrounds, backgrounds_per_draw, sf::BlendNone);
     if (vertices.empty())
         return;

@@ -1,20 +1,24 @@
-/// Collects the character cells drawn since the last flush, in the order of drawing, and gives them
-/// to SFML in one call. A cell's rectangle has the colour of the window's background, so it is
-/// drawn only where it covers something: without a graphics card each pixel counts.
+/// Collects what is drawn for a frame, character cells and figures, and gives it to SFML at its
+/// end, unless the window shows just that already. A cell's rectangle has the colour of the
+/// window's background, so it is drawn only where it covers something: without a graphics card each
+/// pixel counts.
 ///
 /// Borrows the target, and the objects that define what a cell looks like: the rectangle's size
 /// and colour, the text's font, style and character size, the font for what that one lacks.
 /// Game-loop thread only.
 #pragma once
 
+#include "selvane/core/Color.h"
 #include "selvane/core/Vector.h"
 #include "selvane/display/Glyphs.h"
 #include "selvane/display/InkMap.h"
 #include "selvane/display/boxDrawing.h"
 
+#include <memory>
 #include <vector>
 
 namespace sf {
+class CircleShape;
 class Color;
 class Font;
 class RectangleShape;
@@ -36,34 +40,50 @@ class CellBatch {
     CellBatch(const CellBatch &) = delete;
     CellBatch &operator=(const CellBatch &) = delete;
 
-    /// Adds a rectangle and over it a character, each with its upper left corner at that pixel, as
-    /// the rectangle and the text would be drawn there. `background`: null for the rectangle's own
-    /// colour.
-    void add(Vector rectangle_pos, Vector text_pos, char32_t ch, const sf::Color &color,
-             const sf::Color *background);
+    /// A rectangle and over it a character, each with its upper left corner at that pixel, as the
+    /// rectangle and the text would be drawn there.
+    struct Cell {
+        Vector rectangle_pos;
+        Vector text_pos;
+        char32_t ch = U' ';
+        Rgb color;
+        bool has_background = false; // Instead of the rectangle's own colour.
+        Rgb background;
+
+        friend bool operator==(const Cell &, const Cell &) = default;
+    };
+
+    void add(const Cell &cell);
+
+    /// Adds a figure over what was added before.
+    void add(const sf::CircleShape &figure);
 
     /// What a byte stands for.
     char32_t ofByte(char byte) { return glyphs.ofByte(byte); }
 
-    /// Draws what was added and forgets it.
+    /// Draws what was added and forgets it. More may be drawn into the window now.
     void flush();
-
-    /// What else is drawn, and where.
-    void noteDrawing(const PixelArea &area) { ink.add(area); }
 
     /// From now on anything may be drawn at any time.
     void noteDrawingAnywhere();
 
-    /// The window was cleared to its background.
-    void noteCleared();
+    /// Ends the frame. True if the window is to be shown and then cleared; false if it would show
+    /// what it does already, and nothing was drawn. `is_due`: draw it even then.
+    bool endFrame(bool is_due);
 
   private:
-    void makeRoom(std::size_t quads);
-    void addRectangle(Vector pos, const sf::Color *background);
+    struct DrawList;
+
+    void drawFrame();
+    void drawFigure(const sf::CircleShape &figure);
+    void addCell(const Cell &cell);
+    void addRectangle(const Cell &cell);
     bool widenLast(const PixelArea &cell, const sf::Color &background);
-    void addBox(Vector text_pos, char32_t ch, const sf::Color &color);
+    void addBox(const Cell &cell);
+    void makeRoom(std::size_t quads);
     static void addQuad(std::vector<sf::Vertex> &to, const PixelArea &place,
                         const PixelArea &texture, const sf::Color &color);
+    void drawQuads();
     void draw(std::vector<sf::Vertex> &quads, std::size_t at_once, const sf::RenderStates &states);
 
     sf::RenderTarget &target;
@@ -75,7 +95,11 @@ class CellBatch {
     std::vector<BoxPiece> pieces;   // Of one character of it.
     std::vector<PixelArea> covered; // Of one cell, by its rectangle.
     bool is_drawn_anywhere = false;
-    bool is_fallback = false; // Which font the vertices are of.
+    bool is_partly_drawn = false; // Of this frame.
+    bool is_shown_known = false;
+    std::unique_ptr<DrawList> frame;
+    std::unique_ptr<DrawList> shown; // The last one that the window was given, if that is known.
+    bool is_fallback = false;        // Which font the vertices are of.
     // Four for each quad; neither grows.
     std::vector<sf::Vertex> vertices;
     std::vector<sf::Vertex> backgrounds; // Of a colour of their own: drawn before the vertices.

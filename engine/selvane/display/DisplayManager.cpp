@@ -9,6 +9,7 @@
 #include "selvane/display/figures.h"
 #include "selvane/display/fontSize.h"
 #include "selvane/display/sfmlColor.h"
+#include "selvane/platform/display.h"
 
 #include <SFML/Graphics/Font.hpp>
 #include <SFML/Graphics/RectangleShape.hpp>
@@ -25,10 +26,6 @@ namespace {
 constexpr int geometry_log_level = 30;
 constexpr unsigned char last_of_ascii = 127;
 constexpr std::size_t most_bad_strings = 20; // That are logged.
-
-sf::Color toSfml(Rgb color) {
-    return {color.r, color.g, color.b};
-}
 
 /// Exact if both sizes are the same.
 float rescaled(int pixel, int configured, unsigned actual) {
@@ -119,8 +116,8 @@ int DisplayManager::drawCell(Vector world_pos, char32_t ch, Rgb color,
     const Vector behind{pixel.x - cell_size.x / RECTANGLE_LEFT,
                         pixel.y + cell_size.y / RECTANGLE_DOWN};
     const Vector shake{static_cast<float>(shake_x), static_cast<float>(shake_y)};
-    const sf::Color backdrop = background ? toSfml(*background) : sf::Color();
-    cells->add(behind, pixel + shake, ch, toSfml(color), background ? &backdrop : nullptr);
+    cells->add({behind, pixel + shake, ch, color, background.has_value(),
+                background.value_or(Rgb(0, 0, 0))});
     return isHeadless() ? -1 : 0;
 }
 
@@ -177,12 +174,8 @@ int DisplayManager::swapBuffers() {
         return -1;
     if (capture)
         capture->show();
-    if (p_window) {
-        cells->flush();
-        p_window->display();
-        p_window->clear(colorToSFML(window_background_color));
-        cells->noteCleared();
-    }
+    if (p_window)
+        showFrame();
     if (isHeadless())
         return -1;
     shakeCells();
@@ -216,9 +209,9 @@ sf::RenderWindow *DisplayManager::getWindow() {
     return getFlushedWindow();
 }
 
-void DisplayManager::noteDrawing(const PixelArea &area) {
+void DisplayManager::addFigure(const sf::CircleShape &figure) {
     if (cells)
-        cells->noteDrawing(area);
+        cells->add(figure);
 }
 
 sf::RenderWindow *DisplayManager::getFlushedWindow() {

@@ -10,6 +10,7 @@
 #include "selvane/core/Manager.h"
 #include "selvane/core/Vector.h"
 
+#include <chrono>
 #include <concepts>
 #include <cstdint>
 #include <memory>
@@ -18,6 +19,7 @@
 #include <string>
 
 namespace sf {
+class CircleShape;
 class Font;
 class RectangleShape;
 class RenderWindow;
@@ -28,13 +30,13 @@ class Vector2;
 
 namespace sv::platform {
 struct Room;
-}
+class WindowWatch;
+} // namespace sv::platform
 
 namespace sv {
 
 class CellBatch;
 class ScreenCapture;
-struct PixelArea;
 
 /// Which part of a string stands at the position that it is drawn at.
 enum Justification : int {
@@ -110,9 +112,15 @@ class DisplayManager : public Manager {
 
     // Called by the engine.
 
-    /// As getWindow(), for whoever tells noteDrawing() where it draws.
+    /// As getWindow(), for whoever draws into it until the next character is drawn, and not under
+    /// where characters will be.
     sf::RenderWindow *getFlushedWindow();
-    void noteDrawing(const PixelArea &area);
+
+    /// For its events: what was drawn may not be in it yet.
+    sf::RenderWindow *getEventWindow() const { return p_window.get(); }
+
+    /// Adds a figure to the frame, if there is a window.
+    void addFigure(const sf::CircleShape &figure);
 
     /// Opens the window and loads the font, both as configured; headless it does neither. 0, or -1
     /// with a line in the log; what was made by then stays until shutDown().
@@ -163,6 +171,7 @@ class DisplayManager : public Manager {
     int openWindow();
     int makeWindow(sf::Vector2<unsigned> size);
     void closeWindow();
+    void showFrame();
     static void watchDisplay();
     void noteError(const std::string &what, std::uintptr_t resource);
     [[noreturn]] void loseDisplay();
@@ -185,6 +194,9 @@ class DisplayManager : public Manager {
     std::unique_ptr<sf::RectangleShape> p_rectangle; // What the background of a cell looks like.
     std::unique_ptr<sf::Text> p_text;                // What the character in a cell looks like.
     std::unique_ptr<CellBatch> cells;
+    std::unique_ptr<platform::WindowWatch> watch;
+    std::chrono::steady_clock::time_point shown_at; // Whatever the game's clock says.
+    Vector shown_size;                              // Of the window then, in pixels.
     std::unique_ptr<ScreenCapture> capture;
     bool is_capture_wanted = false;
     std::optional<bool> is_shown_in_record;

@@ -17,6 +17,7 @@
 #include <SFML/Graphics/RenderWindow.hpp>
 #include <SFML/Graphics/Text.hpp>
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <cstdlib>
 #include <new>
@@ -97,6 +98,8 @@ int DisplayManager::openWindow() {
     p_window->setMouseCursorVisible(config.getShowMouse());
     p_window->setVerticalSyncEnabled(true);
     p_window->setKeyRepeatEnabled(key_repeat);
+    watch = std::make_unique<platform::WindowWatch>(
+        reinterpret_cast<std::uintptr_t>(p_window->getSystemHandle()));
     return 0;
 }
 
@@ -185,6 +188,23 @@ int DisplayManager::loadFallback() {
     return -1;
 }
 
+/// A frame that is the same as the last is not drawn, unless the window may show something else by
+/// now.
+void DisplayManager::showFrame() {
+    using namespace std::chrono_literals;
+    const auto now = std::chrono::steady_clock::now();
+    const sf::Vector2u size = p_window->getSize();
+    const bool is_disturbed =
+        watch->isUncovered() ||
+        shown_size != Vector{static_cast<float>(size.x), static_cast<float>(size.y)};
+    if (!cells->endFrame(is_disturbed || now - shown_at >= 1s))
+        return;
+    p_window->display();
+    p_window->clear(colorToSFML(window_background_color));
+    shown_at = now;
+    shown_size = {static_cast<float>(size.x), static_cast<float>(size.y)};
+}
+
 void DisplayManager::watchDisplay() {
     getInstance().is_lost = false;
     getInstance().display_errors = 0;
@@ -212,6 +232,7 @@ void DisplayManager::loseDisplay() {
     static_cast<void>(fallback.release());
     static_cast<void>(font.release());
     static_cast<void>(p_window.release());
+    static_cast<void>(watch.release());
     is_lost = true;
     logFailure("DisplayManager: Error! The display has gone, and the game ends.");
     std::exit(platform::display_lost_status);
@@ -230,6 +251,7 @@ void DisplayManager::closeWindow() {
     p_rectangle.reset();
     fallback.reset();
     font.reset();
+    watch.reset();
     if (p_window)
         p_window->close();
     p_window.reset();

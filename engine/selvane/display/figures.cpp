@@ -2,11 +2,9 @@
 
 #include "selvane/core/Config.h"
 #include "selvane/display/DisplayManager.h"
-#include "selvane/display/InkMap.h"
 #include "selvane/display/ScreenCapture.h"
 
 #include <SFML/Graphics/CircleShape.hpp>
-#include <SFML/Graphics/RenderWindow.hpp>
 #include <algorithm>
 
 namespace sv {
@@ -105,12 +103,7 @@ void drawFigure(const Figure &figure, Vector pixel) {
     DisplayManager &display = DisplayManager::getInstance();
     if (ScreenCapture *capture = display.getCapture(); capture && figure.alpha > 0)
         captureFigure(*capture, polygon);
-    sf::RenderWindow *window = display.getFlushedWindow();
-    if (!window)
-        return;
-    window->draw(polygon);
-    const sf::FloatRect area = polygon.getGlobalBounds();
-    display.noteDrawing({area.left, area.top, area.left + area.width, area.top + area.height});
+    display.addFigure(polygon);
 }
 
 void forgetFigures() {

@@ -55,7 +55,7 @@ int InputManager::startUp() {
     } else if (!display.isStarted()) {
         return logFailure("InputManager::startUp(): Error starting InputManager. DisplayManager "
                           "must be started first.");
-    } else if (display.getFlushedWindow()) {
+    } else if (display.getEventWindow()) {
         logLine(2, "InputManager::startUp(): Keyboard repeated disabled.");
     } else {
         logLine("InputManager::startUp(): Warning - DisplayManager unexpectedly returned null "
@@ -70,7 +70,7 @@ int InputManager::startUp() {
 void InputManager::shutDown() {
     DisplayManager &display = DisplayManager::getInstance();
     display.setKeyRepeat(true);
-    if (display.getFlushedWindow())
+    if (display.getEventWindow())
         logLine(2, "InputManager::shutDown(): Keyboard repeat enabled.");
     Manager::shutDown();
     logLine(5, "InputManager::shutDown(): successfully stopped.");

@@ -12,7 +12,7 @@ namespace sv {
 namespace {
 
 sf::RenderWindow *window() {
-    return DisplayManager::getInstance().getFlushedWindow();
+    return DisplayManager::getInstance().getEventWindow();
 }
 
 Vector cellAt(int x, int y) {

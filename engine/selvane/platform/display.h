@@ -23,6 +23,9 @@ struct DisplayWatch {
 /// From now on an error of the display ends the process only as `watch` says.
 void watchDisplay(const DisplayWatch &watch);
 
+/// A connection of our own, beside SFML's.
+struct DisplayConnection;
+
 /// Pixels.
 struct Room {
     int width = 0;
@@ -51,9 +54,24 @@ class DisplayCheck {
     Room room() const;
 
   private:
-    struct Connection;
+    std::unique_ptr<DisplayConnection> connection; // Null without a display.
+};
 
-    std::unique_ptr<Connection> connection; // Null without a display.
+/// Notices when a part of a window shows again that was covered: systems may not keep what was
+/// drawn there.
+class WindowWatch {
+  public:
+    /// `window`: the system's handle of it.
+    explicit WindowWatch(std::uintptr_t window);
+    ~WindowWatch();
+    WindowWatch(const WindowWatch &) = delete;
+    WindowWatch &operator=(const WindowWatch &) = delete;
+
+    /// Whether that has happened since the last call. Always true if it cannot be known.
+    bool isUncovered();
+
+  private:
+    std::unique_ptr<DisplayConnection> connection;
 };
 
 } // namespace sv::platform

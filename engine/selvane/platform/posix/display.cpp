@@ -52,11 +52,11 @@ void watchDisplay(const DisplayWatch &watch) {
     XSetIOErrorHandler(passLoss);
 }
 
-struct DisplayCheck::Connection {
-    explicit Connection(Display *new_display) : display(new_display) {}
-    ~Connection() { XCloseDisplay(display); }
-    Connection(const Connection &) = delete;
-    Connection &operator=(const Connection &) = delete;
+struct DisplayConnection {
+    explicit DisplayConnection(Display *new_display) : display(new_display) {}
+    ~DisplayConnection() { XCloseDisplay(display); }
+    DisplayConnection(const DisplayConnection &) = delete;
+    DisplayConnection &operator=(const DisplayConnection &) = delete;
 
     Display *display;
 };
@@ -86,7 +86,7 @@ bool takesOneMore() {
 
 DisplayCheck::DisplayCheck() {
     if (Display *display = XOpenDisplay(nullptr))
-        connection = std::make_unique<Connection>(display);
+        connection = std::make_unique<DisplayConnection>(display);
 }
 
 DisplayCheck::~DisplayCheck() = default;
@@ -134,6 +134,29 @@ const char *DisplayCheck::obstacle() const {
         least_bits_per_pixel)
         return "The X display has fewer than 24 bits per pixel.";
     return nullptr;
+}
+
+WindowWatch::WindowWatch(std::uintptr_t window) {
+    Display *display = XOpenDisplay(nullptr);
+    if (!display)
+        return;
+    connection = std::make_unique<DisplayConnection>(display);
+    XSelectInput(display, window, ExposureMask);
+    XFlush(display);
+}
+
+WindowWatch::~WindowWatch() = default;
+
+bool WindowWatch::isUncovered() {
+    if (!connection)
+        return true;
+    bool is_uncovered = false;
+    while (XPending(connection->display) > 0) {
+        XEvent event{};
+        XNextEvent(connection->display, &event);
+        is_uncovered = is_uncovered || event.type == Expose;
+    }
+    return is_uncovered;
 }
 
 } // namespace sv::platform

@@ -7,7 +7,7 @@ namespace sv::platform {
 // A window of this system stays until its program ends.
 void watchDisplay(const DisplayWatch & /*watch*/) {}
 
-struct DisplayCheck::Connection {};
+struct DisplayConnection {};
 
 DisplayCheck::DisplayCheck() = default;
 
@@ -24,6 +24,15 @@ bool DisplayCheck::hasLatinLetters() const {
 
 Room DisplayCheck::room() const {
     return {GetSystemMetrics(SM_CXFULLSCREEN), GetSystemMetrics(SM_CYFULLSCREEN)};
+}
+
+WindowWatch::WindowWatch(std::uintptr_t /*window*/) {}
+
+WindowWatch::~WindowWatch() = default;
+
+// This system keeps what was drawn.
+bool WindowWatch::isUncovered() {
+    return false;
 }
 
 } // namespace sv::platform
