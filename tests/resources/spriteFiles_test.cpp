@@ -10,6 +10,7 @@
 #include <regex>
 #include <set>
 #include <sstream>
+#include <tuple>
 
 namespace {
 
@@ -261,6 +262,40 @@ TEST_F(SpriteFiles, false_counts_are_refused) {
          "\tError! Line 10" + no_more + no_data},
         {robustFile("frames 1\nwidth 1\nheight -2147483648\n", "end\n"), no_data},
     });
+}
+
+TEST_F(SpriteFiles, faults_name_their_lines) {
+    const std::string two_frames = "frames 2\nwidth 2\nheight 1\ncolor red\n";
+    const std::tuple<std::string, int, std::string> faulty[] = {
+        {"ship", 1, "Unknown sprite file format."},
+        {"0x\n", 1, "Unknown sprite file format."},
+        {"1\n2\n", 2, "Missing height (an integer)."},
+        {"1\n2\n0 high\n", 3, "Height is '0 high'."},
+        {"1\n2\n1\n0\npink\n", 5, "Unrecognized color 'pink'."},
+        {"2\n2\n1\n0\nred\nab\nabc!\n", 7, "Width is 4, expected 2."},
+        {"2\n2\n1\n0\nred\nab\n\nab\n", 7, "Empty line, row 1 of frame 2."},
+        {"2\n2\n1\n0\nred\nab\n", 6, "Unexpected end of file, row 1 of frame 2."},
+        {"1\n2\n1\n0\nred\nab\nHey! you\n", 7, "Extra file data: 'Hey! you'"},
+        {"<HEADER>\nframes 1\n\nwidth 2\n", 3, "Empty line before '</HEADER>'."},
+        {"<HEADER>\nframes 1\n", 2, "Never encountered '</HEADER>'."},
+        {robustFile("frames 1\nwidth\n", ""), 3, "Key 'width' has no value."},
+        {robustFile("frames 1\n", ""), 3, "Missing 'width' in header."},
+        {robustFile("color pink\n" + two_by_one, "ab\nend\n"), 2, "Unrecognized color 'pink'."},
+        {robustFile("frames -2\nwidth 2\nheight 1\n", "ab\n"), 2, "Unable to create Sprite."},
+        // Behind the "end" of the first frame.
+        {robustFile(two_frames, "ab\nend\nabc\nend\n"), 10, "Line length is 3 (frame width is 2)."},
+        {robustFile(two_frames, "ab\nend\nab\nab\n"), 11, "Expected 'end'."},
+        {robustFile(two_frames, "ab\nend\n"), 10, "No more frame data before 'end'."},
+        {robustFile(two_by_one, "ab\nend\nmore\n"), 9, "Extra BODY: 'more'"},
+        {robustFile(two_by_one, "ab\nend\n", ""), 11, "Missing 'version' in FOOTER (line 11)."},
+    };
+    for (const auto &[text, line, reason] : faulty) {
+        EXPECT_EQ(load(text), -1);
+        EXPECT_EQ(sv::sprite_fault.line, line) << text;
+        EXPECT_EQ(sv::sprite_fault.reason, reason) << text;
+    }
+    load(robustFile(two_by_one, "ab\nend\n"));
+    EXPECT_EQ(sv::sprite_fault.reason, "");
 }
 
 TEST_F(SpriteFiles, lines_may_be_as_long_as_the_file) {

@@ -1,16 +1,12 @@
 #include "selvane/resources/ResourceManager.h"
 
-#include "selvane/core/Config.h"
 #include "selvane/core/LogManager.h"
 #include "selvane/core/assets.h"
 #include "selvane/core/text.h"
 #include "selvane/core/utf8.h"
 #include "selvane/outside/Outside.h"
-#include "selvane/platform/system.h"
 #include "selvane/resources/audioDevice.h"
-#include "selvane/resources/robustSprite.h"
-#include "selvane/resources/simpleSprite.h"
-#include "selvane/resources/spriteFile.h"
+#include "selvane/resources/readSprite.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -49,62 +45,6 @@ void warnIfTaken(const void *first, const char *operation, const std::string &la
     if (first)
         logFailure("RM::%s(): Warning! Label '%s' is taken; the first one stays.", operation,
                    label.c_str());
-}
-
-std::streamoff sizeOf(std::istream &file) {
-    file.seekg(0, std::ios::end);
-    const std::streamoff size = file.tellg();
-    file.seekg(0);
-    return size;
-}
-
-/// Names the first line that is no UTF-8, if the configuration asks for it.
-void warnIfNotUtf8(std::istream &file, const std::string &filename) {
-    if (!Config::getInstance().getUtf8())
-        return;
-    int number = 0;
-    for (std::string line; std::getline(file, line);) {
-        ++number;
-        if (const std::size_t valid = validUtf8Length(line); valid < line.size()) {
-            logLine("RM::loadSprite(): Warning! File '%s', line %d is no UTF-8 from byte %d on.",
-                    filename.c_str(), number, static_cast<int>(valid) + 1);
-            break;
-        }
-    }
-    file.clear();
-    file.seekg(0);
-}
-
-/// Reads a sprite; its first line shows in which format it is. Null, with log lines, if the file is
-/// not valid.
-std::unique_ptr<Sprite> readSprite(std::istream &file) {
-    line_number = 0;
-    std::string first_line = getLine(file, false);
-    const bool is_marked = first_line.starts_with(BYTE_ORDER_MARK);
-    const std::size_t begin = is_marked ? BYTE_ORDER_MARK.size() : 0;
-    first_line.erase(0, begin);
-    file.seekg(static_cast<std::streamoff>(begin));
-    if (first_line == "<HEADER>") {
-        logLine(1, "RM::loadSprite(): assuming robust sprite file format.");
-        return loadRobustSprite(file);
-    }
-    if (parseInt(first_line) >= 1) {
-        logLine(1, "RM::loadSprite(): assuming simple sprite file format.");
-        return loadSimpleSprite(file);
-    }
-    logLine("RM::loadSprite(): Error! Unknown sprite file format.");
-    logLine("RM::loadSprite(): First line is '%s'.", first_line.c_str());
-    return nullptr;
-}
-
-/// As readSprite(), and null as well for a key without a value.
-std::unique_ptr<Sprite> tryToReadSprite(std::istream &file, const std::string &filename) {
-    try {
-        return readSprite(file);
-    } catch (const KeyWithoutValue &error) {
-        logFailure("RM::loadSprite(): Error! File '%s', %s.", filename.c_str(), error.what());
-        return nullptr;
-    }
 }
 
 /// The path to open. A record has the file's fingerprint.
@@ -185,23 +125,10 @@ int ResourceManager::loadSprite(const std::string &filename, const std::string &
     }
     logLine("RM::loadSprite(): Loading sprite '%s'.", filename.c_str());
     const std::string path = findFile(filename);
-    std::ifstream file;
-    // Some systems open a folder as if it were an empty file, and wait until somebody writes to a
-    // pipe.
-    if (!platform::isOtherThanFile(path))
-        file.open(path, std::ios::binary);
-    if (!file.is_open()) {
-        logSearch(filename);
-        logLine("RM::loadSprite(): Error! Cannot open file '%s'.", filename.c_str());
+    std::ifstream file = openSprite(path, filename);
+    if (!file.is_open())
         return logFailure("RM::loadSprite(): Sprite '%s' not loaded.", label.c_str());
-    }
-    if (sizeOf(file) > MAX_SPRITE_BYTES) {
-        logLine("RM::loadSprite(): Error! File '%s' has more than %d bytes.", filename.c_str(),
-                MAX_SPRITE_BYTES);
-        return logFailure("RM::loadSprite(): Sprite '%s' not loaded.", label.c_str());
-    }
-    warnIfNotUtf8(file, filename);
-    auto sprite = tryToReadSprite(file, filename);
+    auto sprite = readSprite(file, filename);
     if (!sprite)
         return logFailure("RM::loadSprite(): Sprite '%s' NOT loaded.", label.c_str());
     warnIfTaken(findLabel(sprites, label), "loadSprite", label);

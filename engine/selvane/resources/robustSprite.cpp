@@ -19,7 +19,7 @@ constexpr SpriteFormat robust_format{"RM::loadRobustSprite()", "and white.", ""}
 bool readRequired(Lines &lines, const char *key, int &value) {
     value = matchLineInt(&lines, key);
     if (value == missing)
-        logLine("RM::loadRobustSprite(): Error! Missing '%s' in header.", key);
+        logFault(line_number, "RM::loadRobustSprite(): Error! Missing '%s' in header.", key);
     return value != missing;
 }
 
@@ -76,6 +76,8 @@ bool readHeader(std::istream &file, SpriteHeader &header) {
     if (lines.empty())
         return false;
     logLine(20, "\tAfter reading header: line number is '%d'", line_number);
+    header.frames_line = lineOf(lines, "frames");
+    header.color_line = lineOf(lines, "color");
     if (!readRequired(lines, "frames", header.frames) ||
         !readRequired(lines, "width", header.width) ||
         !readRequired(lines, "height", header.height))
@@ -89,11 +91,13 @@ bool readHeader(std::istream &file, SpriteHeader &header) {
     return true;
 }
 
-bool setColor(Sprite &sprite, const std::string &name) {
+bool setColor(Sprite &sprite, const SpriteHeader &header) {
+    const std::string &name = header.color_name;
     const auto color = name == default_color_name ? COLOR_DEFAULT : colorFromName(name);
     const auto rgb = rgbFromText(name);
     if (!color && !rgb) {
-        logLine("RM::loadRobustSprite(): Error! Unrecognized color '%s'.", name.c_str());
+        logFault(header.color_line, "RM::loadRobustSprite(): Error! Unrecognized color '%s'.",
+                 name.c_str());
         logValidColors(robust_format);
         return false;
     }
@@ -109,7 +113,7 @@ bool takeFrame(Lines &body, const SpriteHeader &header, int first_line, Sprite &
     const Frame frame = readFrame(&body, header.width, header.height, first_line);
     if (!frame.getString().empty())
         return addFrame(sprite, frame, robust_format);
-    logLine("RM::loadRobustSprite(): Error! No frame data to add.");
+    logFault(line_number, "RM::loadRobustSprite(): Error! No frame data to add.");
     return false;
 }
 
@@ -123,6 +127,7 @@ bool takeFrames(Lines &body, const SpriteHeader &header, int header_end, Sprite 
             return false;
     if (body.empty())
         return true;
+    noteFault(body.front().number, "Extra BODY: '" + body.front().text + "'");
     logLine(1, "RM::loadRobustSprite(): Error! Extra BODY:");
     for (const Line &line : body)
         logLine(1, "\tLine %d: %s", line_number++, line.text.c_str());
@@ -132,8 +137,8 @@ bool takeFrames(Lines &body, const SpriteHeader &header, int header_end, Sprite 
 bool readFooter(std::istream &file) {
     Lines lines = readData(file, "FOOTER");
     if (matchLineStr(&lines, "version").empty()) {
-        logLine("RM::loadRobustSprite(): Error! Missing '%s' in FOOTER (line %d).", "version",
-                line_number);
+        logFault(line_number, "RM::loadRobustSprite(): Error! Missing '%s' in FOOTER (line %d).",
+                 "version", line_number);
         return false;
     }
     logUnused(lines, "FOOTER");
@@ -152,9 +157,8 @@ std::unique_ptr<Sprite> loadRobustSprite(std::istream &file) {
         return nullptr;
     logLine(20, "\tAfter reading body: line number is '%d'", line_number);
     auto sprite = createSprite(header, robust_format);
-    if (!sprite || !setColor(*sprite, header.color_name) ||
-        !takeFrames(body, header, header_end, *sprite) || !readColors(file, *sprite) ||
-        !readFooter(file))
+    if (!sprite || !setColor(*sprite, header) || !takeFrames(body, header, header_end, *sprite) ||
+        !readColors(file, *sprite) || !readFooter(file))
         return nullptr;
     return sprite;
 }

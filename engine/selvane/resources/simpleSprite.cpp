@@ -27,7 +27,7 @@ bool readHeaderLine(std::istream &file, const char *missing, std::string &line) 
     line = getLine(file, true);
     if (!file) {
         logEndOfFile();
-        logLine("\tMissing %s.", missing);
+        logFault(line_number, "\tMissing %s.", missing);
         return false;
     }
     logRead(line);
@@ -40,8 +40,8 @@ bool readFrames(std::istream &file, int &frames) {
         return false;
     frames = parseInt(line);
     if (frames < 1)
-        logLine("RM::loadSimpleSprite(): Error line %d! Number of frames is %d.", line_number,
-                frames);
+        logFault(line_number, "RM::loadSimpleSprite(): Error line %d! Number of frames is %d.",
+                 line_number, frames);
     return frames >= 1;
 }
 
@@ -53,8 +53,8 @@ bool readNumber(std::istream &file, const char *missing, const char *name, int m
         return false;
     number = parseInt(line);
     if (number < minimum)
-        logLine("RM::loadSimpleSprite(): Error line %d! %s is '%s'.", line_number, name,
-                line.c_str());
+        logFault(line_number, "RM::loadSimpleSprite(): Error line %d! %s is '%s'.", line_number,
+                 name, line.c_str());
     return number >= minimum;
 }
 
@@ -65,8 +65,8 @@ bool readColor(std::istream &file, SpriteHeader &header) {
         header.color = *color;
         return true;
     }
-    logLine("RM::loadSimpleSprite(): Error line %d! Unrecognized color '%s'.", line_number,
-            header.color_name.c_str());
+    logFault(line_number, "RM::loadSimpleSprite(): Error line %d! Unrecognized color '%s'.",
+             line_number, header.color_name.c_str());
     logValidColors(simple_format);
     return false;
 }
@@ -85,6 +85,9 @@ bool readRow(std::istream &file, const SpriteHeader &header, int frame, int row,
     const std::string line = getLine(file, true);
     if (line.empty()) {
         logEndOfFile();
+        noteFault(line_number, (file ? "Empty line, " : "Unexpected end of file, ") +
+                                   ("row " + std::to_string(row + 1)) + " of frame " +
+                                   std::to_string(frame + 1) + ".");
         logLine("\tReading frame %d of %d, row %d of %d.", frame + 1, header.frames, row + 1,
                 header.height);
         return false;
@@ -93,7 +96,7 @@ bool readRow(std::istream &file, const SpriteHeader &header, int frame, int row,
     if (length != header.width) {
         logLine("RM::loadSimpleSprite(): Error line %d!", line_number);
         logLine("\tLine %2d: '%s'", line_number, line.c_str());
-        logLine("\tWidth is %d, expected %d.", length, header.width);
+        logFault(line_number, "\tWidth is %d, expected %d.", length, header.width);
         return false;
     }
     logRead(line);
@@ -119,7 +122,7 @@ bool isAtEnd(std::istream &file) {
     if (file.eof() && line.empty())
         return true;
     logLine("RM::loadSimpleSprite(): Error line %d!", line_number);
-    logLine("\tExtra file data: '%s'", line.c_str());
+    logFault(line_number, "\tExtra file data: '%s'", line.c_str());
     return false;
 }
 

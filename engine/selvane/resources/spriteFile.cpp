@@ -4,16 +4,22 @@
 #include "selvane/core/text.h"
 #include "selvane/core/utf8.h"
 
+#include <array>
+#include <cstdarg>
+#include <cstdio>
 #include <cstring>
+#include <string_view>
 #include <utility>
 
 namespace sv {
 
 int line_number = 0;
+SpriteFault sprite_fault;
 
 namespace {
 
 constexpr int no_value = -1;
+constexpr std::size_t longest_reason = 200;
 
 /// Removes the lines that begin with `token` and calls `use` with each, in their order.
 template<typename Use>
@@ -28,9 +34,11 @@ void takeMatches(Lines &lines, const char *token, Use use) {
 
 /// What follows the key at the line's beginning and one separator.
 std::string valueOf(const Line &line, const char *key) {
-    if (line.text == key)
+    if (line.text == key) {
+        noteFault(line.number, "Key '" + line.text + "' has no value.");
         throw KeyWithoutValue("line " + std::to_string(line.number) + ": key '" + key +
                               "' has no value");
+    }
     return line.text.substr(std::strlen(key) + 1);
 }
 
@@ -41,15 +49,16 @@ bool takeRows(Lines &lines, int width, int height, int &line, std::string &rows)
     for (int row = 0; row < height; ++row) {
         ++line;
         if (lines.empty()) {
-            logLine("\tError! Line %d: No more frame data before 'end'.", line + 1);
+            logFault(line_number, "\tError! Line %d: No more frame data before 'end'.", line + 1);
             return false;
         }
         const std::string &text = lines.front().text;
         logLine(20, "\tLine %2d: '%s'", line, text.c_str());
         const auto length = static_cast<int>(cellCount(text));
         if (length != width) {
-            logLine("\tError! Line %d: Line length is %d (frame width is %d).", line, length,
-                    width);
+            logFault(lines.front().number,
+                     "\tError! Line %d: Line length is %d (frame width is %d).", line, length,
+                     width);
             logLine("\tLine %d: '%s'", line, text.c_str());
             return false;
         }
@@ -62,13 +71,13 @@ bool takeRows(Lines &lines, int width, int height, int &line, std::string &rows)
 /// Removes the line that ends a frame; false, with log lines, if it is missing.
 bool takeFrameEnd(Lines &lines, int line) {
     if (lines.empty()) {
-        logLine("\tError! Line %d: No more frame data before 'end'.", line + 1);
+        logFault(line_number, "\tError! Line %d: No more frame data before 'end'.", line + 1);
         return false;
     }
     if (lines.front().text != FRAME_END) {
         // By now the whole section has been read, so line_number is that of its end. This stays, as
         // logs are compared by it.
-        logLine("\tError! Line %d: Expected '%s'.", line_number, FRAME_END);
+        logFault(lines.front().number, "\tError! Line %d: Expected '%s'.", line_number, FRAME_END);
         logLine("\tLine %d: '%s'", line + 1, lines.front().text.c_str());
         return false;
     }
@@ -76,7 +85,36 @@ bool takeFrameEnd(Lines &lines, int line) {
     return true;
 }
 
+/// Of "RM::loadSimpleSprite(): Error line 3! Width is '0'." the second sentence.
+std::string_view reasonIn(std::string_view message) {
+    const std::size_t error = message.find("Error");
+    const std::size_t mark = message.find("! ");
+    if (error < mark && mark != std::string_view::npos)
+        message.remove_prefix(mark + 2);
+    if (message.starts_with("Line "))
+        message.remove_prefix(message.find(": ") + 2);
+    return withoutBlanksAround(message);
+}
+
 } // namespace
+
+void noteFault(int line, const std::string &reason) {
+    if (sprite_fault.reason.empty())
+        sprite_fault = {line, printable(reason.substr(0, longest_reason))};
+}
+
+void logFault(int line, const char *fmt, ...) {
+    std::array<char, 2 * longest_reason> message{};
+    std::va_list args;
+    va_start(args, fmt);
+    std::vsnprintf(message.data(), message.size(), fmt, args);
+    va_end(args);
+    noteFault(line, std::string(reasonIn(message.data())));
+    LogManager &log = LogManager::getInstance();
+    va_start(args, fmt);
+    log.vwriteLog(log.getLogLevel(), fmt, args);
+    va_end(args);
+}
 
 std::string getLine(std::istream &file, bool count_line) {
     std::string line;
@@ -96,14 +134,16 @@ Lines readData(std::istream &file, const std::string &delimiter) {
     const std::string closing = "</" + delimiter + ">";
     const std::string first = getLine(file, true);
     if (first != opening) {
-        logLine("readData(): Error line %d! Expected '%s', have '%s'.", line_number,
-                opening.c_str(), first.c_str());
+        logFault(line_number, "readData(): Error line %d! Expected '%s', have '%s'.", line_number,
+                 opening.c_str(), first.c_str());
         return {};
     }
     Lines lines;
     for (std::string line = getLine(file, true); line != closing; line = getLine(file, true)) {
         if (line.empty()) {
-            logLine("readData(): Error! Never encountered '%s'.", closing.c_str());
+            if (file)
+                noteFault(line_number, "Empty line before '" + closing + "'.");
+            logFault(line_number, "readData(): Error! Never encountered '%s'.", closing.c_str());
             return {};
         }
         lines.push_back({std::move(line), line_number});
@@ -131,6 +171,14 @@ std::string matchLineStr(Lines *lines, const char *token) {
     return found;
 }
 
+int lineOf(const Lines &lines, const char *token) {
+    int found = line_number;
+    for (const Line &line : lines)
+        if (line.text.starts_with(token))
+            found = line.number;
+    return found;
+}
+
 Frame readFrame(Lines *lines, int width, int height, int first_line) {
     std::string rows;
     int line = first_line;
@@ -154,7 +202,7 @@ void logValidColors(const SpriteFormat &format) {
 std::unique_ptr<Sprite> createSprite(const SpriteHeader &header, const SpriteFormat &format) {
     auto sprite = std::make_unique<Sprite>(header.frames);
     if (sprite->getMaxFrameCount() != header.frames) {
-        logLine("%s: Error! Unable to create Sprite.", format.loader);
+        logFault(header.frames_line, "%s: Error! Unable to create Sprite.", format.loader);
         return nullptr;
     }
     sprite->setWidth(header.width);
@@ -168,7 +216,7 @@ std::unique_ptr<Sprite> createSprite(const SpriteHeader &header, const SpriteFor
 bool addFrame(Sprite &sprite, const Frame &frame, const SpriteFormat &format) {
     if (sprite.addFrame(frame) == 0)
         return true;
-    logLine("%s: Error! Cannot add Frame.", format.loader);
+    logFault(line_number, "%s: Error! Cannot add Frame.", format.loader);
     logLine("\tFramecount is %d, max is %d%s", sprite.getFrameCount() + 1,
             sprite.getMaxFrameCount(), format.line_end);
     return false;

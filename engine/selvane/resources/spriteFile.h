@@ -6,6 +6,7 @@
 #pragma once
 
 #include "selvane/core/Color.h"
+#include "selvane/platform/printfFormat.h"
 #include "selvane/resources/Sprite.h"
 
 #include <deque>
@@ -39,6 +40,21 @@ inline constexpr char FRAME_END[] = "end";
 /// Lines of the file that were counted so far, for messages. Set it to 0 before each file.
 extern int line_number;
 
+/// What is wrong with a file, for whoever edits it.
+struct SpriteFault {
+    int line = 1;       ///< Where it is. The numbers in the log may be off: see readFrame().
+    std::string reason; ///< In the words of the log; empty if nothing is wrong.
+};
+
+/// The first fault of the file that was read last.
+extern SpriteFault sprite_fault;
+
+/// Notes a fault, unless there is one.
+void noteFault(int line, const std::string &reason);
+
+/// As logLine(), and notes the message without what stands before its reason.
+void logFault(int line, const char *fmt, ...) SV_PRINTF_FORMAT(2, 3);
+
 /// The next line without its end, LF or CR LF; counted in line_number if `count_line`. At the end
 /// of the stream it logs an unexpected end and returns an empty text.
 std::string getLine(std::istream &file, bool count_line);
@@ -58,19 +74,24 @@ int matchLineInt(Lines *lines, const char *token);
 /// The text behind a key, as matchLineInt; empty if there is none.
 std::string matchLineStr(Lines *lines, const char *token);
 
+/// Where the key stands that matchLineInt() would read; if there is none, where the section ends.
+int lineOf(const Lines &lines, const char *token);
+
 /// Removes one frame from the front of the list: `height` rows of `width` characters and a line
 /// "end". Returns the empty frame, with log lines, if there is something else. `first_line` is for
-/// the messages.
+/// the messages, which count rows only.
 Frame readFrame(Lines *lines, int width, int height, int first_line);
 
 struct SpriteHeader {
     int frames = 0;
+    int frames_line = 1;
     int width = 0;
     int height = 0;
     int slowdown = 0;
     char transparency = NO_TRANSPARENCY;
     Color color = COLOR_DEFAULT;
     std::string color_name;
+    int color_line = 1;
 };
 
 /// What differs between the log lines of the two formats, down to a full stop. Logs are compared
