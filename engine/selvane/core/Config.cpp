@@ -93,6 +93,7 @@ std::span<const Config::Setting> Config::settings() {
         {{"scene_graph", TEXT}, &Config::setSceneGraph},
         {{"utf8", FLAG}, &Config::utf8},
         {{"fallback_font", TEXT}, &Config::fallback_font},
+        {{"desk", FLAG}, &Config::desk},
     };
     return table;
 }

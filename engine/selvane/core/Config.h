@@ -75,6 +75,9 @@ class Config {
     /// Where the game is recorded; "", the default, is nowhere.
     std::string getRecordFile() const { return record_file; }
 
+    /// Whether the desk is on: docs/desk.md.
+    bool getDesk() const { return desk; }
+
     /// Whether collisions are looked for in the cells of a grid, which gives the same ones faster.
     bool getGrid() const { return grid; }
     /// Into how many columns and rows the world is divided for that, and for searches for paths.
@@ -121,6 +124,7 @@ class Config {
     bool grid = false;
     bool utf8 = false;
     std::string fallback_font = FALLBACK_FONT_DEFAULT;
+    bool desk = false;
     std::string forced;
 };
 

@@ -15,6 +15,7 @@
 #include <SFML/Graphics/RectangleShape.hpp>
 #include <SFML/Graphics/RenderWindow.hpp>
 #include <SFML/Graphics/Text.hpp>
+#include <SFML/Graphics/Texture.hpp>
 #include <algorithm>
 #include <cstdlib>
 #include <functional>
@@ -65,6 +66,8 @@ int DisplayManager::startUp() {
 }
 
 void DisplayManager::shutDown() {
+    if (cells && !is_lost)
+        saveLastPictures();
     closeWindow();
     bad_strings.clear();
     setShake(0, 0, 0);

@@ -13,10 +13,12 @@
 #include <chrono>
 #include <concepts>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <set>
 #include <string>
+#include <vector>
 
 namespace sf {
 class CircleShape;
@@ -24,6 +26,7 @@ class Font;
 class RectangleShape;
 class RenderWindow;
 class Text;
+class Texture;
 template<typename T>
 class Vector2;
 } // namespace sf
@@ -110,13 +113,18 @@ class DisplayManager : public Manager {
     /// in it yet.
     sf::RenderWindow *getWindow();
 
+    /// Saves a picture of the window, with the frame that is shown next: in a handler, the one that
+    /// this step draws. `file` ends with ".png"; a file of that name is replaced. 0, or -1 with a
+    /// line in the log if there is no window, or if the file cannot be written.
+    int saveScreenshot(const std::string &file);
+
     // Called by the engine.
 
     /// As getWindow(), for whoever draws into it until the next character is drawn, and not under
     /// where characters will be.
     sf::RenderWindow *getFlushedWindow();
 
-    /// For its events: what was drawn may not be in it yet.
+    /// For its events, and for an Overlay: what was drawn may not be in it yet.
     sf::RenderWindow *getEventWindow() const { return p_window.get(); }
 
     /// Adds a figure to the frame, if there is a window.
@@ -145,6 +153,19 @@ class DisplayManager : public Manager {
     /// larger or smaller than configured: the grid is stretched over all of it. Without a window,
     /// one of the configured size is assumed.
     Vector windowToSpaces(int x, int y) const;
+
+    /// Called for each frame before it is shown, to draw over it with an Overlay; null for none.
+    void setOverlay(std::function<void()> new_overlay);
+    /// Whether frames are kept from now on, without what is drawn over them. Default: false.
+    void setFrameKept(bool new_is_frame_kept) { is_frame_kept = new_is_frame_kept; }
+    /// Shows the last frame that was kept once more.
+    void showAgain();
+    /// Whether saveScreenshot() saves the next frame.
+    bool isPictureDue() const { return !due_pictures.empty(); }
+    /// Whether showing a frame waits for the screen. Default: true.
+    void setVerticalSync(bool is_wanted);
+    /// Null without a window.
+    const sf::Font *getFont() const { return font.get(); }
 
     /// See captureScreen().
     void setCapture(bool is_wanted);
@@ -184,6 +205,10 @@ class DisplayManager : public Manager {
     char32_t characterOf(char byte);
     void warnIfNotUtf8(const std::string &str);
     void shakeCells();
+    void presentFrame();
+    void keepFrame();
+    void savePictures();
+    void saveLastPictures();
     bool isHeadless() const;
     bool isUnseen() const;
 
@@ -197,6 +222,7 @@ class DisplayManager : public Manager {
     std::unique_ptr<platform::WindowWatch> watch;
     std::chrono::steady_clock::time_point shown_at; // Whatever the game's clock says.
     Vector shown_size;                              // Of the window then, in pixels.
+    std::unique_ptr<sf::Texture> kept_frame;
     std::unique_ptr<ScreenCapture> capture;
     bool is_capture_wanted = false;
     std::optional<bool> is_shown_in_record;
@@ -208,6 +234,9 @@ class DisplayManager : public Manager {
     Vector cell_size; // Pixels: the window's divided by its characters.
     Vector origin;
     Color window_background_color = BLACK;
+    std::function<void()> overlay;
+    std::vector<std::string> due_pictures; // Files.
+    bool is_frame_kept = false;
     bool key_repeat = true;
     bool is_lost = false;
     int display_errors = 0;

@@ -16,6 +16,7 @@
 #include <SFML/Graphics/RectangleShape.hpp>
 #include <SFML/Graphics/RenderWindow.hpp>
 #include <SFML/Graphics/Text.hpp>
+#include <SFML/Graphics/Texture.hpp>
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -197,10 +198,12 @@ void DisplayManager::showFrame() {
     const bool is_disturbed =
         watch->isUncovered() ||
         shown_size != Vector{static_cast<float>(size.x), static_cast<float>(size.y)};
-    if (!cells->endFrame(is_disturbed || now - shown_at >= 1s))
+    const bool is_wanted = overlay || is_frame_kept || isPictureDue();
+    if (!cells->endFrame(is_disturbed || is_wanted || now - shown_at >= 1s))
         return;
-    p_window->display();
-    p_window->clear(colorToSFML(window_background_color));
+    if (is_frame_kept)
+        keepFrame();
+    presentFrame();
     shown_at = now;
     shown_size = {static_cast<float>(size.x), static_cast<float>(size.y)};
 }
@@ -227,6 +230,7 @@ void DisplayManager::noteError(const std::string &what, std::uintptr_t resource)
 
 /// What was made for the window is left as it is: releasing it would ask the display.
 void DisplayManager::loseDisplay() {
+    static_cast<void>(kept_frame.release());
     static_cast<void>(cells.release());
     static_cast<void>(p_text.release());
     static_cast<void>(fallback.release());
@@ -246,6 +250,8 @@ void DisplayManager::closeAtExit() {
 
 void DisplayManager::closeWindow() {
     // Whatever is in the graphics card's memory is released while the window still exists.
+    due_pictures.clear();
+    kept_frame.reset();
     cells.reset();
     p_text.reset();
     p_rectangle.reset();

@@ -101,7 +101,6 @@ void InputManager::getInput() {
         pollKeys();
 }
 
-/// Without a window only a source in its place has any, and a signal.
 bool InputManager::hasInput() const {
     return OutsideInput::isStopAsked() || &source.getSource() != &windowInput() ||
            !Config::getInstance().getHeadless();

@@ -56,6 +56,9 @@ class InputManager : public Manager {
 
     // Called by the engine.
 
+    /// Without a window only a source in its place has any, and a signal.
+    bool hasInput() const;
+
     /// While a record is played, called with each item that the source gives: nobody else gets it.
     void setUnheardListener(std::function<void(const InputItem &)> listener) {
         unheard_listener = std::move(listener);
@@ -73,7 +76,6 @@ class InputManager : public Manager {
     InputManager();
 
     EventKeyboard eventOfKey(int sfml_key) const;
-    bool hasInput() const;
     void takeUnheard();
     bool isWindowOpen();
     void endGame();

@@ -6,6 +6,7 @@
 #include "selvane/core/LogManager.h"
 #include "selvane/core/ObjectWatch.h"
 #include "selvane/core/RaisedFlag.h"
+#include "selvane/desk/Desk.h"
 #include "selvane/display/DisplayManager.h"
 #include "selvane/input/InputManager.h"
 #include "selvane/loop/FramePace.h"
@@ -165,6 +166,7 @@ int GameManager::startUp() {
         return -1;
     fitWorldToWindow();
     seedRandom();
+    Desk::getInstance().startUp();
     if (platform::timeSource().beginTimerPeriod(timer_period_ms) == platform::timer_period_refused)
         logLine(1, "GameManager()::startUp(): Warning!  timeBeginPeriod() cannot accept 1 msec.");
     setGameOver(false);
@@ -216,6 +218,7 @@ void GameManager::stopManagers() {
     const RaisedFlag stopping(is_stopping);
     is_stop_wanted = false;
     is_start_failed = false;
+    Desk::getInstance().shutDown();
     LogManager &log = LogManager::getInstance();
     if (platform::timeSource().endTimerPeriod(timer_period_ms) == platform::timer_period_refused)
         logLine(1, "GameManager()::shutDown(): Warning! timeEndPeriod() cannot accept 1 msec.");
@@ -271,10 +274,13 @@ void GameManager::runLoop() {
 }
 
 void GameManager::runStep(Clock &clock, FramePace &pace) {
+    Desk &desk = Desk::getInstance();
     clock.delta();
     const EventStep step(step_count);
     onEvent(&step);
+    desk.endPiece(Piece::EVENTS);
     DisplayManager::getInstance().swapBuffers();
+    desk.endPiece(Piece::DRAWING);
     if (platform::stopSignal() != 0)
         Replayer::getInstance().stop(); // Ends with the game, as if it were live.
     InputManager::getInstance().getInput();
@@ -282,11 +288,16 @@ void GameManager::runStep(Clock &clock, FramePace &pace) {
         serviceNetwork(clock, pace);
         NetworkManager::getInstance().endStep();
     }
+    desk.endPiece(Piece::EVENTS);
     WorldManager &world = WorldManager::getInstance();
     world.update();
+    desk.endPiece(Piece::WORLD);
     world.draw();
+    desk.endPiece(Piece::DRAWING);
     PathManager::getInstance().cycle(pace.pathBudget(clock.split()));
+    desk.endPiece(Piece::PATHS);
     pace.endStep(clock, step_count);
+    desk.endPiece(Piece::SLEEP);
     setStepCount(step_count + 1);
     Recorder::getInstance().endStep();
     Replayer::getInstance().endStep();

@@ -3,13 +3,17 @@
 #include "selvane/outside/checksum.h"
 #include "selvane/platform/system.h"
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
+#include <limits>
 #include <utility>
 
 namespace sv {
 
 namespace {
+
+constexpr double longest_sleep = std::numeric_limits<int>::max(); // Milliseconds.
 
 /// Of the file's bytes; "0" if it cannot be read.
 std::string fingerprint(const std::string &path) {
@@ -71,9 +75,16 @@ void Outside::noteFile(const std::string &name, const std::string &path) {
         changes.push_back(name);
 }
 
-void Outside::sleep(int milliseconds) const {
-    if (!is_fast)
-        platform::timeSource().sleep(milliseconds);
+void Outside::sleep(int milliseconds) {
+    if (is_fast)
+        return;
+    const auto stretched = static_cast<int>(std::min(milliseconds * stretch, longest_sleep));
+    platform::timeSource().sleep(stretched);
+    holdBack(std::int64_t{stretched} - milliseconds);
+}
+
+void Outside::holdBack(std::int64_t milliseconds) {
+    live_shift -= static_cast<std::uint32_t>(milliseconds * 1000);
 }
 
 void Outside::setMode(Mode new_mode, bool new_is_fast) {

@@ -60,7 +60,16 @@ class Outside {
     const std::vector<std::string> &getChanges() const { return changes; }
 
     /// Blocks for that many milliseconds, unless a record is played as fast as it goes.
-    void sleep(int milliseconds) const;
+    void sleep(int milliseconds);
+
+    // Called by the engine's display and desk. Nobody who asks for the time can tell that it stood
+    // still or went slower or faster: a record made meanwhile is as any other.
+
+    /// The last `milliseconds` do not count.
+    void holdBack(std::int64_t milliseconds);
+
+    /// A millisecond of sleep() takes that many.
+    void setStretch(double new_stretch) { stretch = new_stretch; }
 
     // Called by the engine's recorder.
 
@@ -82,6 +91,7 @@ class Outside {
     std::atomic<Mode> mode = Mode::LIVE;
     std::thread::id recorded_thread;
     bool is_fast = false;
+    double stretch = 1;
     Tape tape;
     // Added to the time, so that it goes on from one mode to the next.
     std::atomic<std::uint32_t> live_shift = 0;

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <ctime>
 #include <string>
@@ -34,6 +35,9 @@ class TimeSource {
     /// Blocks for that many milliseconds; 0 or less returns at once. Setting the wall clock
     /// meanwhile does not change the duration.
     virtual void sleep(int milliseconds) = 0;
+
+    /// Microseconds since some moment, by a clock that nobody sets. Default: by utcNow().
+    virtual std::int64_t steadyTime();
 
     /// Requests timers of that resolution: 0, or timer_period_refused. Give each granted request
     /// back with endTimerPeriod().
@@ -83,6 +87,18 @@ bool isOtherThanFile(const std::string &name);
 
 /// Whether a name is that of a pipe, which whoever opens it may have to wait for.
 bool isPipe(const std::string &name);
+
+/// What changes when a file is written or replaced; all 0 if there is none.
+struct FileStamp {
+    std::int64_t time = 0; ///< Of the last writing, in units of the system.
+    std::int64_t size = 0;
+    std::uint64_t id = 0;
+
+    friend bool operator==(const FileStamp &, const FileStamp &) = default;
+};
+
+/// Of the file of that name, which is as fopen() takes it.
+FileStamp stampOf(const std::string &name);
 
 /// Whether an open file has been deleted, so that nobody can read what is written to it. Always
 /// false on a system that does not delete open files.

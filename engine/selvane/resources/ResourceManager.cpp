@@ -125,18 +125,31 @@ int ResourceManager::loadSprite(const std::string &filename, const std::string &
     }
     logLine("RM::loadSprite(): Loading sprite '%s'.", filename.c_str());
     const std::string path = findFile(filename);
+    Sprite *added = addSprite(filename, path, label);
+    if (load_listener)
+        load_listener({.name = filename, .path = path, .label = label, .sprite = added});
+    return added ? 0 : -1;
+}
+
+/// Null, with log lines, if the file is not valid.
+Sprite *ResourceManager::addSprite(const std::string &filename, const std::string &path,
+                                   const std::string &label) {
     std::ifstream file = openSprite(path, filename);
-    if (!file.is_open())
-        return logFailure("RM::loadSprite(): Sprite '%s' not loaded.", label.c_str());
+    if (!file.is_open()) {
+        logFailure("RM::loadSprite(): Sprite '%s' not loaded.", label.c_str());
+        return nullptr;
+    }
     auto sprite = readSprite(file, filename);
-    if (!sprite)
-        return logFailure("RM::loadSprite(): Sprite '%s' NOT loaded.", label.c_str());
+    if (!sprite) {
+        logFailure("RM::loadSprite(): Sprite '%s' NOT loaded.", label.c_str());
+        return nullptr;
+    }
     warnIfTaken(findLabel(sprites, label), "loadSprite", label);
     sprite->setLabel(label);
     logFrames(*sprite);
     sprites.push_back(std::move(sprite));
     logLine(1, "RM::loadSprite(): Sprite '%s' loaded.", label.c_str());
-    return 0;
+    return sprites.back().get();
 }
 
 int ResourceManager::loadSound(const std::string &filename, const std::string &label) {
@@ -146,7 +159,8 @@ int ResourceManager::loadSound(const std::string &filename, const std::string &l
         return logFailure("RM::loadSound(): Error! Unable to add more sounds (max is %d).",
                           MAX_SOUNDS);
     Sound &sound = sounds[static_cast<std::size_t>(sound_count)];
-    if (sound.loadSound(findFile(filename)) != 0) {
+    const std::string path = findFile(filename);
+    if (sound.loadSound(path) != 0) {
         logSearch(filename);
         return logFailure("RM::loadSound(): Error! Cannot load sound from file '%s'.",
                           filename.c_str());
@@ -155,6 +169,8 @@ int ResourceManager::loadSound(const std::string &filename, const std::string &l
     sound.setLabel(label);
     ++sound_count;
     logLine(1, "RM::loadSound(): Sound '%s' successfully loaded.", sound.getLabel().c_str());
+    if (load_listener)
+        load_listener({.name = filename, .path = path, .label = label, .sound = &sound});
     return 0;
 }
 

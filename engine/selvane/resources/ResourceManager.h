@@ -11,8 +11,10 @@
 #include "selvane/resources/Sprite.h"
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace sv {
@@ -21,6 +23,15 @@ namespace sv {
 inline constexpr int MAX_SPRITES = 1000;
 inline constexpr int MAX_SOUNDS = 100;
 inline constexpr int MAX_MUSICS = 50;
+
+/// What a game has loaded from a file, or tried to.
+struct LoadedFile {
+    std::string name; ///< As the game says it.
+    std::string path; ///< Where it was found.
+    std::string label;
+    Sprite *sprite = nullptr; ///< Null: a sound, or a sprite that is faulty.
+    Sound *sound = nullptr;
+};
 
 class ResourceManager : public Manager {
   public:
@@ -53,16 +64,24 @@ class ResourceManager : public Manager {
     /// many tracks as there are sounds. Sounds and tracks can still be found.
     void shutDown() override;
 
+    /// Called at each end of loading a sprite, and of loading a sound if that went well.
+    void setLoadListener(std::function<void(const LoadedFile &)> listener) {
+        load_listener = std::move(listener);
+    }
+
   private:
     ResourceManager();
 
     void releaseAudio();
+    Sprite *addSprite(const std::string &filename, const std::string &path,
+                      const std::string &label);
 
     std::vector<std::unique_ptr<Sprite>> sprites;
     std::array<Sound, MAX_SOUNDS> sounds;
     std::array<Music, MAX_MUSICS> music;
     int sound_count = 0;
     int music_count = 0;
+    std::function<void(const LoadedFile &)> load_listener;
 };
 
 } // namespace sv

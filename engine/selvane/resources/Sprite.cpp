@@ -42,6 +42,16 @@ int Sprite::addFrame(const Frame &new_frame) {
     return 0;
 }
 
+void Sprite::become(Sprite &&other) {
+    width = other.width;
+    height = other.height;
+    max_frame_count = other.max_frame_count;
+    color = other.color;
+    slowdown = other.slowdown;
+    transparency = other.transparency;
+    frame = std::move(other.frame);
+}
+
 const Frame *Sprite::findFrame(int index) const {
     return index >= 0 && index < getFrameCount() ? &frame[static_cast<std::size_t>(index)]
                                                  : nullptr;

@@ -67,6 +67,9 @@ class Sprite : public Resource {
     /// no such frame; -1 if the display refuses.
     int draw(int frame_index, Vector position, char transparency_char) const;
 
+    /// Becomes the other one in everything but its label, for all who show it.
+    void become(Sprite &&other);
+
     /// Points to the sprite while it lives, and to null afterwards: for an animation, whose sprite
     /// may be destroyed first.
     std::shared_ptr<Sprite *const> getHandle() const { return handle; }

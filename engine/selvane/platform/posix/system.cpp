@@ -11,6 +11,8 @@ namespace sv::platform {
 
 namespace {
 
+constexpr long nanoseconds_per_microsecond = 1000;
+constexpr std::int64_t microseconds_per_second = 1'000'000;
 constexpr long nanoseconds_per_millisecond = 1'000'000;
 constexpr long nanoseconds_per_second = 1'000'000'000;
 
@@ -56,6 +58,12 @@ class SystemTime final : public TimeSource {
         const timespec end = later(now, milliseconds);
         while (clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &end, nullptr) == EINTR) {
         }
+    }
+
+    std::int64_t steadyTime() override {
+        timespec now{};
+        clock_gettime(CLOCK_MONOTONIC, &now);
+        return now.tv_sec * microseconds_per_second + now.tv_nsec / nanoseconds_per_microsecond;
     }
 
     // Timers are finer than a millisecond here anyway.
@@ -109,6 +117,14 @@ bool isOtherThanFile(const std::string &name) {
 bool isPipe(const std::string &name) {
     struct stat status {};
     return stat(name.c_str(), &status) == 0 && S_ISFIFO(status.st_mode);
+}
+
+FileStamp stampOf(const std::string &name) {
+    struct stat status {};
+    if (stat(name.c_str(), &status) != 0)
+        return {};
+    return {status.st_mtim.tv_sec * nanoseconds_per_second + status.st_mtim.tv_nsec, status.st_size,
+            status.st_ino};
 }
 
 bool isDeleted(std::FILE *file) {

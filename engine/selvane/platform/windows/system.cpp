@@ -2,6 +2,7 @@
 
 #include "selvane/platform/windows/utf8.h"
 
+#include <chrono>
 #include <windows.h>
 // Needs windows.h before it.
 #include <timeapi.h>
@@ -31,6 +32,11 @@ class SystemTime final : public TimeSource {
     void sleep(int milliseconds) override {
         if (milliseconds > 0)
             Sleep(static_cast<DWORD>(milliseconds));
+    }
+
+    std::int64_t steadyTime() override {
+        using namespace std::chrono;
+        return duration_cast<microseconds>(steady_clock::now().time_since_epoch()).count();
     }
 
     int beginTimerPeriod(unsigned milliseconds) override {
@@ -93,6 +99,17 @@ bool isOtherThanFile(const std::string &name) {
 // Opening one does not wait here.
 bool isPipe(const std::string &) {
     return false;
+}
+
+FileStamp stampOf(const std::string &name) {
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (!GetFileAttributesExA(name.c_str(), GetFileExInfoStandard, &data))
+        return {};
+    const auto both = [](DWORD high, DWORD low) {
+        return static_cast<std::int64_t>(std::uint64_t{high} << 32 | low);
+    };
+    return {both(data.ftLastWriteTime.dwHighDateTime, data.ftLastWriteTime.dwLowDateTime),
+            both(data.nFileSizeHigh, data.nFileSizeLow), 0};
 }
 
 bool isDeleted(std::FILE *) {
