@@ -2,6 +2,7 @@
 
 #include "selvane/core/Config.h"
 #include "selvane/core/LogManager.h"
+#include "selvane/desk/Desk.h"
 #include "support/environment.h"
 
 #include <algorithm>
@@ -29,8 +30,8 @@ std::filesystem::path makeFolder() {
 
 EngineTest::EngineTest() : folder(makeFolder()) {
     std::filesystem::current_path(folder);
-    for (const char *name :
-         {sv::LOG_FILE_VARIABLE, sv::LOG_LEVEL_VARIABLE, sv::CONFIG_FILE_VARIABLE})
+    for (const char *name : {sv::LOG_FILE_VARIABLE, sv::LOG_LEVEL_VARIABLE,
+                             sv::CONFIG_FILE_VARIABLE, sv::DESK_VARIABLE})
         clearEnvironment(name);
 }
 

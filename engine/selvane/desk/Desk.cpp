@@ -6,6 +6,7 @@
 #include "selvane/display/DisplayManager.h"
 #include "selvane/display/ScreenCapture.h"
 #include "selvane/input/InputManager.h"
+#include "selvane/outside/HeldTime.h"
 #include "selvane/outside/Outside.h"
 #include "selvane/platform/process.h"
 #include "selvane/platform/system.h"
@@ -78,6 +79,7 @@ void Desk::startUp() {
         return;
     files = std::make_unique<LiveFiles>();
     times.skip();
+    next_look = now();
     const bool has_keys = InputManager::getInstance().hasInput();
     logLine("Desk: Note! The desk is on. Keys that do not reach the game: %s.",
             has_keys ? KEYS_TEXT : "none");
@@ -126,20 +128,18 @@ void Desk::lookAtFiles() {
         log_lines = lastLogLines(most_log_lines);
 }
 
-/// Between the frame that is shown and the input of the next one. The game's time stands still,
-/// too.
+/// Between the frame that is shown and the input of the next one.
 void Desk::holdStep() {
     if (!is_paused)
         return;
-    const std::int64_t begin = now();
-    while (is_paused && !is_step_wanted && input->takeMeanwhile() && platform::stopSignal() == 0) {
+    const HeldTime held;
+    while (input->takeMeanwhile() && is_paused && !is_step_wanted && platform::stopSignal() == 0) {
         lookAtFiles();
         display().showAgain();
         platform::timeSource().sleep(between_frames);
         input->getSource().beginStep();
     }
     is_step_wanted = false;
-    Outside::getInstance().holdBack((now() - begin) / 1000);
     times.skip();
 }
 

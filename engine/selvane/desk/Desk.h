@@ -18,7 +18,6 @@
 namespace sv {
 
 class DisplayManager;
-class Overlay;
 
 /// "1" puts the desk on, as the setting "desk" does.
 inline constexpr char DESK_VARIABLE[] = "SELVANE_DESK";
@@ -57,7 +56,7 @@ class Desk {
     void captureIfNeeded();
     void say(const std::string &text, int milliseconds);
     void drawOver();
-    void addLinesAtBottom(Overlay &overlay, const std::string &status) const;
+    void drawAtBottom(const std::string &status) const;
     std::string statusText() const;
 
     bool is_on = false;

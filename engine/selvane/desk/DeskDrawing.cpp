@@ -46,27 +46,29 @@ void Desk::drawOver() {
         addWorld(overlay);
         overlay.addText({}, numbersText(times), WHITE);
     }
-    addLinesAtBottom(overlay, display().isPictureDue() ? "" : statusText());
     overlay.draw();
+    drawAtBottom(display().isPictureDue() ? "" : statusText());
     if (!picture_text.empty())
         std::ofstream(std::exchange(picture_text, "")) << screenText() << "\n";
     captureIfNeeded();
 }
 
-void Desk::addLinesAtBottom(Overlay &overlay, const std::string &status) const {
+void Desk::drawAtBottom(const std::string &status) const {
     auto y = static_cast<float>(display().getVerticalPixels());
-    const auto add = [&](const std::string &text, Color color) {
+    const auto add = [&](Overlay &overlay, const std::string &text, Color color) {
         if (text.empty())
             return;
         y -= overlay.getTextHeight();
         overlay.addText({0, y}, text, color);
     };
-    add(status, WHITE);
-    add(files->getFault(), RED);
-    if (!has_overlay)
-        return;
-    for (auto line = log_lines.rbegin(); line != log_lines.rend(); ++line)
-        add(*line, CYAN);
+    Overlay large(true);
+    add(large, status, WHITE);
+    add(large, files->getFault(), RED);
+    large.draw();
+    Overlay small;
+    for (auto line = log_lines.rbegin(); has_overlay && line != log_lines.rend(); ++line)
+        add(small, *line, CYAN);
+    small.draw();
 }
 
 std::string Desk::statusText() const {

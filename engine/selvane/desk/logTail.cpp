@@ -23,8 +23,10 @@ std::vector<std::string> lastLogLines(std::size_t most) {
     file.seekg(0, std::ios::end);
     file.seekg(std::max<std::streamoff>(file.tellg() - tail_bytes, 0));
     std::vector<std::string> lines;
-    for (std::string line; std::getline(file, line);)
+    for (std::string line; std::getline(file, line);) {
+        std::ranges::replace(line, '\t', ' ');
         lines.push_back(printable(line));
+    }
     if (lines.size() > most)
         lines.erase(lines.begin(), lines.end() - static_cast<std::ptrdiff_t>(most));
     return lines;

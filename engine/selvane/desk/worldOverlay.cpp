@@ -1,6 +1,7 @@
 #include "selvane/desk/worldOverlay.h"
 
 #include "selvane/display/DisplayManager.h"
+#include "selvane/display/InkMap.h"
 #include "selvane/display/Overlay.h"
 #include "selvane/display/fontSize.h"
 #include "selvane/world/ViewObject.h"
@@ -8,6 +9,9 @@
 #include "selvane/world/geometry.h"
 
 #include <algorithm>
+#include <functional>
+#include <string>
+#include <vector>
 
 namespace sv {
 
@@ -52,24 +56,14 @@ void addPath(Overlay &overlay, const Object &object) {
     }
 }
 
-void addName(Overlay &overlay, const Object &object, Vector corner) {
-    std::string name = std::to_string(object.getId()) + " " + object.getType();
-    if (!object.isVisible())
-        name += " (invisible)";
-    overlay.addText({corner.x, std::max(corner.y - overlay.getTextHeight(), 0.F)}, name,
-                    colorOf(object.getSolidness()));
-}
-
 void addObject(Overlay &overlay, const Object &object) {
     const Vector where = object.getPosition();
-    const Box box = boxAt(object.getBox(), where);
-    addWorldBox(overlay, box, colorOf(object.getSolidness()));
+    addWorldBox(overlay, getWorldBox(&object), colorOf(object.getSolidness()));
     if (object.getFollowPath())
         addPath(overlay, object);
     if (object.getVelocity() != Vector{})
         addArrow(overlay, pixelAt(where), pixelAt(where + object.getVelocity() * velocity_steps),
                  GREEN);
-    addName(overlay, object, pixelAt(box.corner));
 }
 
 void addSlack(Overlay &overlay, const WorldManager &world) {
@@ -81,21 +75,85 @@ void addSlack(Overlay &overlay, const WorldManager &world) {
     addWorldBox(overlay, {corner, extent.x, extent.y}, BLUE);
 }
 
+/// Names of objects, of which none hides another one.
+class Names {
+  public:
+    explicit Names(Overlay &new_overlay) : overlay(new_overlay) {}
+
+    /// No name is put there, unless it must be.
+    void keepFree(const PixelArea &area) { taken.push_back(area); }
+
+    void add(const Object &object, Vector corner, bool must_be);
+
+  private:
+    Overlay &overlay;
+    std::vector<PixelArea> taken;
+    std::vector<PixelArea> names;
+};
+
+bool overlapsAny(const PixelArea &area, const std::vector<PixelArea> &others) {
+    return std::ranges::any_of(others, [&](const PixelArea &other) {
+        return area.left < other.right && other.left < area.right && area.top < other.bottom &&
+               other.top < area.bottom;
+    });
+}
+
+void Names::add(const Object &object, Vector corner, bool must_be) {
+    std::string name = std::to_string(object.getId()) + " " + object.getType();
+    if (!object.isVisible())
+        name += " (invisible)";
+    const Vector begin{corner.x, corner.y - overlay.getTextHeight() - 1};
+    const PixelArea area{begin.x, begin.y + 1, begin.x + overlay.widthOf(name), corner.y - 1};
+    if (overlapsAny(area, names) || (!must_be && overlapsAny(area, taken)))
+        return;
+    names.push_back(area);
+    overlay.addText(begin, name, colorOf(object.getSolidness()));
+}
+
+bool isMoving(const Object &object) {
+    return object.getVelocity() != Vector{};
+}
+
+/// In a crowd, those that move and collide are looked for.
+int importanceOf(const Object *object) {
+    return (isMoving(*object) ? 1 : 0) + (object->isSolid() ? 1 : 0);
+}
+
+void addNames(Overlay &overlay, std::vector<const Object *> objects) {
+    std::ranges::stable_sort(objects, std::ranges::greater(), importanceOf);
+    Names names(overlay);
+    for (const Object *object : objects) {
+        const Box box = getWorldBox(object);
+        const Vector first = pixelAt(box.corner);
+        const Vector last = pixelAt(box.corner + Vector{box.horizontal, box.vertical});
+        names.keepFree({first.x, first.y, last.x, last.y});
+    }
+    for (const Object *object : objects)
+        names.add(*object, pixelAt(getWorldBox(object).corner), isMoving(*object));
+}
+
+/// What the view shows, unless it is neither seen nor solid. The box of a view object stands
+/// nowhere in the world.
+std::vector<const Object *> shownObjects(const WorldManager &world) {
+    std::vector<const Object *> shown;
+    for (const Object *object : world.getAllObjects())
+        if ((object->isVisible() || object->isSolid()) &&
+            !dynamic_cast<const ViewObject *>(object) &&
+            boxIntersectsBox(getWorldBox(object), world.getView()))
+            shown.push_back(object);
+    return shown;
+}
+
 } // namespace
 
 void addWorld(Overlay &overlay) {
     const WorldManager &world = WorldManager::getInstance();
-    const Box view = world.getView();
-    if (view != world.getBoundary())
+    if (world.getView() != world.getBoundary())
         addSlack(overlay, world);
-    for (const Object *object : world.getAllObjects()) {
-        if (!object->isVisible() && !object->isSolid())
-            continue;
-        if (dynamic_cast<const ViewObject *>(object)) // Its box stands nowhere in the world.
-            addName(overlay, *object, pixelAt(view.corner + object->getPosition()));
-        else if (boxIntersectsBox(getWorldBox(object), view))
-            addObject(overlay, *object);
-    }
+    const auto objects = shownObjects(world);
+    for (const Object *object : objects)
+        addObject(overlay, *object);
+    addNames(overlay, objects);
 }
 
 } // namespace sv

@@ -5,8 +5,7 @@
 #include "selvane/display/DisplayManager.h"
 #include "selvane/display/SfmlMessages.h"
 #include "selvane/display/sfmlColor.h"
-#include "selvane/outside/Outside.h"
-#include "selvane/platform/system.h"
+#include "selvane/outside/HeldTime.h"
 
 #include <SFML/Graphics/Font.hpp>
 #include <SFML/Graphics/Image.hpp>
@@ -48,18 +47,17 @@ int DisplayManager::saveScreenshot(const std::string &file) {
     return 0;
 }
 
-/// That may take a third of a second, in which the game's time stands still.
+/// That may take a third of a second.
 void DisplayManager::savePictures() {
     if (due_pictures.empty())
         return;
-    const std::int64_t begin = platform::timeSource().steadyTime();
+    const HeldTime held;
     const SfmlMessages messages;
     sf::Texture picture;
     const bool is_taken = takePicture(*p_window, picture);
     for (const std::string &file : std::exchange(due_pictures, {}))
         if (!is_taken || !picture.copyToImage().saveToFile(file))
             refusePicture(file, "it cannot be written");
-    Outside::getInstance().holdBack((platform::timeSource().steadyTime() - begin) / 1000);
 }
 
 void DisplayManager::setOverlay(std::function<void()> new_overlay) {
@@ -89,6 +87,7 @@ void DisplayManager::saveLastPictures() {
 }
 
 void DisplayManager::keepFrame() {
+    const HeldTime held;
     if (!kept_frame)
         kept_frame = std::make_unique<sf::Texture>();
     if (!takePicture(*p_window, *kept_frame))

@@ -16,7 +16,8 @@ namespace {
 
 constexpr float half_line = 0.5F; // Pixels.
 constexpr float text_margin = 2;
-const sf::Color ground(0, 0, 0, 176);
+constexpr float line_height = 1.25F; // In units of the text's size.
+const sf::Color ground(0, 0, 0, 208);
 
 /// The middle of the white square with which SFML begins every font texture.
 const sf::Vector2f white_texel(1, 1);
@@ -25,9 +26,10 @@ DisplayManager &display() {
     return DisplayManager::getInstance();
 }
 
-/// Pixels; small, but legible.
-unsigned sizeOfText() {
-    return static_cast<unsigned>(std::clamp(display().getVerticalPixels() / 48, 11, 15));
+/// Pixels; legible also where the window is small.
+unsigned sizeOfText(bool is_large) {
+    const int small = std::clamp(display().getVerticalPixels() / 48, 11, 15);
+    return static_cast<unsigned>(is_large ? small * 4 / 3 : small);
 }
 
 /// The middle of the pixel that it is in: lines that run along pixels are then exactly one wide.
@@ -41,7 +43,7 @@ sf::String toSfml(const std::string &text) {
 
 } // namespace
 
-Overlay::Overlay() : text_size(sizeOfText()) {}
+Overlay::Overlay(bool has_large_text) : text_size(sizeOfText(has_large_text)) {}
 Overlay::~Overlay() = default;
 
 void Overlay::addLine(Vector from, Vector to, Color color) {
@@ -64,7 +66,7 @@ void Overlay::addBox(Vector corner, Vector extent, Color color) {
 }
 
 float Overlay::getTextHeight() const {
-    return display().getFont()->getLineSpacing(text_size);
+    return std::ceil(static_cast<float>(text_size) * line_height);
 }
 
 float Overlay::widthOf(const std::string &text) const {

@@ -20,7 +20,7 @@ namespace sv {
 class Overlay {
   public:
     /// REQUIRES: the display manager has a window.
-    Overlay();
+    explicit Overlay(bool has_large_text = false);
     ~Overlay();
     Overlay(const Overlay &) = delete;
     Overlay &operator=(const Overlay &) = delete;
