@@ -262,6 +262,29 @@ TEST_F(DisplayManagerTest, a_second_font_fills_the_gaps) {
                          "DisplayManager: Warning! No font has the character U+754C, '\u754C'.\n");
 }
 
+TEST_F(DisplayManagerTest, screenshots_show_the_next_frame) {
+    startLog();
+    const auto expect_refused = [this](const std::string &file, const std::string &why) {
+        said();
+        EXPECT_EQ(display().saveScreenshot(file), -1);
+        EXPECT_EQ(said(), "DisplayManager::saveScreenshot(): Error! '" + file +
+                              "' is not saved: " + why + ".\n");
+    };
+    expect_refused("early.png", "there is no window");
+    startDisplay();
+    expect_refused("picture.gif", "its name does not end with .png");
+    expect_refused("nowhere/picture.png", "it cannot be written");
+    for (const bool is_last : {false, true}) {
+        EXPECT_EQ(display().saveScreenshot("picture.png"), 0);
+        display().drawString({4, 4}, is_last ? "last" : "next");
+        const sf::Image drawn = picture();
+        is_last ? display().shutDown() : void(display().swapBuffers());
+        sf::Image saved;
+        ASSERT_TRUE(saved.loadFromFile("picture.png"));
+        EXPECT_EQ(test::difference(saved, drawn), 0);
+    }
+}
+
 TEST_F(DisplayManagerTest, processes_may_end_with_an_open_window) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(
