@@ -28,6 +28,7 @@ configure_file(cmake/selvane.pc.in ${PROJECT_BINARY_DIR}/selvane.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/selvane.pc DESTINATION ${pkgconfig_folder})
 
 if(NOT WIN32)
+  install(TARGETS selvane_sprite)
   install(PROGRAMS new DESTINATION ${CMAKE_INSTALL_BINDIR} RENAME selvane-new)
   install(DIRECTORY starter/ DESTINATION ${CMAKE_INSTALL_DATADIR}/selvane-starter USE_SOURCE_PERMISSIONS
           PATTERN build EXCLUDE PATTERN "*.log" EXCLUDE)
@@ -40,8 +41,8 @@ endif()
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_DESCRIPTION
-    "The static library, its headers, the files by which CMake and pkg-config find them, and selvane-new,
- which makes a game to begin with.")
+    "The static library, its headers, the files by which CMake and pkg-config find them, selvane-new,
+ which makes a game to begin with, and selvane-sprite, which checks, shows and converts sprites.")
 set(CPACK_DEBIAN_PACKAGE_NAME libselvane-dev)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_MAINTAINER "Selvane developers <developers@selvane.invalid>")

@@ -29,7 +29,7 @@ holds_only_the_engine() {
     local others
     others=$(find "$1" -type f ! -path '*/include/selvane/*.h' ! -path '*/lib*/cmake/Selvane/*.cmake' \
         ! -name libselvane.a ! -name selvane.pc ! -path '*/bin/selvane-new' ! -path '*/bin/selvane-replay' \
-        ! -path '*/selvane-starter/*')
+        ! -path '*/bin/selvane-sprite' ! -path '*/selvane-starter/*')
     [ -z "$others" ] || fail "installed, and not the engine's: $others"
 }
 
@@ -98,6 +98,8 @@ new_games_pass_their_check_wherever_they_are() {
     grep -qF "as '$work/games/share/selvane/My-Game/sprites/hero.txt'" selvane.log ||
         fail "the installed game does not find its data: $(cat selvane.log)"
     "$prefix/bin/selvane-replay" "$work/games/bin/My-Game" game.record || fail "its record does not play again"
+    "$prefix/bin/selvane-sprite" check "$work/games/share/selvane/My-Game/sprites/"*.txt ||
+        fail "its sprites are faulty"
 }
 
 new_games_know_the_tree() {

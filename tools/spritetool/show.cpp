@@ -1,0 +1,72 @@
+#include "selvane/platform/process.h"
+#include "selvane/resources/Sprite.h"
+#include "spritetool/commands.h"
+#include "spritetool/spriteText.h"
+#include "spritetool/terminal.h"
+
+#include <algorithm>
+#include <iostream>
+
+namespace spritetool {
+
+namespace {
+
+constexpr int step_ms = 33; // Of a game that sets no other frame time.
+
+constexpr char hide_cursor[] = "\x1b[?25l";
+constexpr char show_cursor[] = "\x1b[?25h";
+constexpr char usual_color[] = "\x1b[0m";
+
+/// Bright on black, as in the engine's window; black itself is not seen.
+std::string colorCode(sv::Color color) {
+    const int foreground = color == sv::BLACK ? 30 : 90 + color;
+    return "\x1b[" + std::to_string(foreground) + ";40m";
+}
+
+std::string frameText(const sv::Sprite &sprite, int index) {
+    std::string text;
+    for (std::string row : rowsOf(sprite.getFrame(index))) {
+        if (sprite.getTransparency() != sv::NO_TRANSPARENCY)
+            std::ranges::replace(row, sprite.getTransparency(), ' ');
+        text += colorCode(sprite.getColor()) + row + usual_color + "\n";
+    }
+    return text;
+}
+
+/// Each frame is written over the one before.
+void play(const sv::Sprite &sprite, bool is_once) {
+    const KeyMode keys;
+    const std::string back = "\x1b[" + std::to_string(sprite.getHeight()) + "A";
+    const int frame_ms = std::max(sprite.getSlowdown(), 1) * step_ms;
+    sv::platform::catchStopSignals();
+    std::cout << hide_cursor;
+    for (int i = 0; sv::platform::stopSignal() == 0; ++i) {
+        if (i > 0)
+            std::cout << back;
+        std::cout << frameText(sprite, i % sprite.getFrameCount()) << std::flush;
+        const bool is_last = is_once && i + 1 == sprite.getFrameCount();
+        if (keys.waitForKey(frame_ms) || is_last)
+            break;
+    }
+    std::cout << show_cursor << std::flush;
+}
+
+} // namespace
+
+int show(const std::string &file, bool is_once) {
+    const auto sprite = read(file);
+    if (!sprite)
+        return 1;
+    if (isTerminal()) {
+        play(*sprite, is_once);
+        return 0;
+    }
+    for (int i = 0; i < sprite->getFrameCount(); ++i) {
+        std::cout << (i > 0 ? "\n" : "");
+        for (const std::string &row : rowsOf(sprite->getFrame(i)))
+            std::cout << row << "\n";
+    }
+    return 0;
+}
+
+} // namespace spritetool
