@@ -1,12 +1,9 @@
 #include "pictures/Scene.h"
 
-#include "selvane/core/Event.h"
 #include "selvane/display/DisplayManager.h"
-#include "selvane/world/spawn.h"
 
 #include <SFML/Graphics/Image.hpp>
-#include <SFML/Graphics/RenderWindow.hpp>
-#include <SFML/Graphics/Texture.hpp>
+#include <utility>
 
 namespace pictures {
 
@@ -26,28 +23,11 @@ sf::Image withFewColors(sf::Image image) {
     return image;
 }
 
-/// At the next step, saves what was drawn in the step before, which then is shown.
-class Photographer : public sv::Object {
-  public:
-    explicit Photographer(const std::string &new_file) : file(new_file) {
-        setSolidness(sv::SPECTRAL);
-        setVisible(false);
-        registerInterest(sv::STEP_EVENT);
-    }
-
-    int eventHandler(const sv::Event * /*p_event*/) override {
-        sf::RenderWindow *window = sv::DisplayManager::getInstance().getWindow();
-        sf::Texture texture;
-        if (window && texture.create(window->getSize().x, window->getSize().y)) {
-            texture.update(*window);
-            withFewColors(texture.copyToImage()).saveToFile(file);
-        }
-        return sv::WorldManager::getInstance().retire(this);
-    }
-
-  private:
-    std::string file;
-};
+void reduceColors(const std::string &file) {
+    sf::Image image;
+    if (image.loadFromFile(file))
+        withFewColors(std::move(image)).saveToFile(file);
+}
 
 } // namespace
 
@@ -59,8 +39,10 @@ Result play(const Scene &scene, const std::string &tree, const std::string &pict
     session.start();
     scene.script(session);
     if (in_window)
-        sv::spawn<Photographer>(picture);
+        sv::DisplayManager::getInstance().saveScreenshot(picture);
     session.play();
+    if (in_window)
+        reduceColors(picture);
     Result result;
     result.screen = session.screen() + "\n";
     session.end();

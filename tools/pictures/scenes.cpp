@@ -79,6 +79,7 @@ using sv::Session;
 
 constexpr char examples[] = "examples";
 constexpr char wide[] = "window_horizontal_pixels:640,window_vertical_pixels:384,";
+constexpr char wide_desk[] = "desk:true,window_horizontal_pixels:640,window_vertical_pixels:384,";
 constexpr char guide[] = "examples/guide";
 constexpr char here[] = ".";
 constexpr char tall[] = "window_horizontal_chars:100,window_vertical_chars:40,"
@@ -204,6 +205,12 @@ const Scene all[] = {
          session.play(20);
      }},
     {"shooter", examples, wide, shooter::main, shootSaucers},
+    {"desk", examples, wide_desk, shooter::main,
+     [](Session &session) {
+         session.tapKey(Keyboard::F9);
+         session.play(110);
+         hold(session, Keyboard::SPACE, 30);
+     }},
     {"cellar", examples, wide, [] { return cellar::main(0, nullptr); }, walkInCellar},
     {"ghost", examples, wide, ghost::main, runRaces},
     {"shared_ball", examples, wide, serveBall, [](Session &session) { session.play(30); }},
