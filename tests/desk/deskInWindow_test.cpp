@@ -14,6 +14,7 @@
 #include <functional>
 #include <iterator>
 #include <thread>
+#include <utility>
 
 namespace {
 
@@ -77,6 +78,17 @@ struct DeskInWindow : test::WindowTest {
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
     }
 
+    /// When the game stands still.
+    static int stepsAtRest(const Sign &sign) {
+        int before = -1;
+        EXPECT_TRUE(test::waitUntil([&] {
+            const int last = std::exchange(before, sign.steps);
+            std::this_thread::sleep_for(std::chrono::milliseconds(300));
+            return last == sign.steps;
+        }));
+        return sign.steps;
+    }
+
     static std::string textOf(const std::string &file) {
         std::ifstream stream(file);
         return {std::istreambuf_iterator<char>(stream), {}};
@@ -97,7 +109,7 @@ TEST_F(DeskInWindow, its_keys_pause_step_and_take_pictures) {
     run([this](Sign &sign) {
         tap("F5");
         tap("a");
-        const int steps = sign.steps;
+        const int steps = stepsAtRest(sign);
         tap("F6");
         EXPECT_TRUE(test::waitUntil([&] { return sign.steps > steps; }));
         tap("F10");
