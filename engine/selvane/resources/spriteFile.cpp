@@ -104,13 +104,13 @@ void noteFault(int line, const std::string &reason) {
 }
 
 void logFault(int line, const char *fmt, ...) {
+    LogManager &log = LogManager::getInstance();
     std::array<char, 2 * longest_reason> message{};
     std::va_list args;
     va_start(args, fmt);
     std::vsnprintf(message.data(), message.size(), fmt, args);
     va_end(args);
     noteFault(line, std::string(reasonIn(message.data())));
-    LogManager &log = LogManager::getInstance();
     va_start(args, fmt);
     log.vwriteLog(log.getLogLevel(), fmt, args);
     va_end(args);
