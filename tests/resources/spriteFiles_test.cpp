@@ -287,6 +287,10 @@ TEST_F(SpriteFiles, faults_name_their_lines) {
         {robustFile(two_frames, "ab\nend\nab\nab\n"), 11, "Expected 'end'."},
         {robustFile(two_frames, "ab\nend\n"), 10, "No more frame data before 'end'."},
         {robustFile(two_by_one, "ab\nend\nmore\n"), 9, "Extra BODY: 'more'"},
+        {robustFile(two_by_one, "ab\nend\n</BODY>\n<COLORS>\nr.\nend\nrx\n</COLORS>\n"), 13,
+         "Extra COLORS: 'rx'"},
+        {robustFile(two_by_one, "ab\nend\n</BODY>\n<COLORS>\nrx\nend\n</COLORS>\n"), 11,
+         "No color has the letter 'x'."},
         {robustFile(two_by_one, "ab\nend\n", ""), 11, "Missing 'version' in FOOTER (line 11)."},
     };
     for (const auto &[text, line, reason] : faulty) {

@@ -87,6 +87,15 @@ TEST_F(SpriteTool, formats_convert_there_and_back) {
     run("convert good.txt robust.txt");
     EXPECT_EQ(run("convert robust.txt"), 0);
     EXPECT_EQ(said, textOf("good.txt"));
+    const std::string ends = "\nend\n</BODY>\n<COLORS>\n.gr\nend\n</COLORS>\n<FOOTER>\n"
+                             "version 1\n</FOOTER>\n";
+    writeFile("art.txt", "<HEADER>\nframes 1\nwidth 3\nheight 1\ncolor blue\n</HEADER>\n<BODY>\n"
+                         "\u2588ab" +
+                             ends);
+    writeFile("sv-config.txt", "utf8:true,\n");
+    EXPECT_EQ(run("convert art.txt"), 0);
+    EXPECT_EQ(said, "art.txt: warning: the simple format has no colors of cells\n"
+                    "1\n3\n1\n0\nblue\n\u2588ab\n");
     writeFile("end.txt", "1\n7\n1\n0\nred\n</BODY>\n");
     EXPECT_EQ(run("convert end.txt"), 1);
     EXPECT_EQ(said, "selvane-sprite: end.txt: the other format cannot hold this sprite\n");
@@ -96,6 +105,6 @@ TEST_F(SpriteTool, terminals_play_it) {
     // The pipe is a keyboard that nobody touches.
     std::system("sleep 3 | script -qec \"'" SPRITE_TOOL "' show --once good.txt\" /dev/null > "
                 "played.txt");
-    EXPECT_EQ(textOf("played.txt"), "\x1b[?25l\x1b[91;40m<->\x1b[0m\r\n"
-                                    "\x1b[1A\x1b[91;40m<=>\x1b[0m\r\n\x1b[?25h");
+    EXPECT_EQ(textOf("played.txt"), "\x1b[?25l\x1b[38;2;255;0;0;40m<->\x1b[0m\r\n"
+                                    "\x1b[1A\x1b[38;2;255;0;0;40m<=>\x1b[0m\r\n\x1b[?25h");
 }

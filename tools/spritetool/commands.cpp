@@ -28,17 +28,17 @@ bool isRobust(const std::string &file) {
     return first.find("<HEADER>") != std::string::npos;
 }
 
-/// Whether the engine reads the text as that sprite, but for the transparency if there is no place
-/// for it.
+/// Whether the engine reads the text as that sprite, but for what the simple format has no place
+/// for.
 bool readsAs(const std::string &text, const sv::Sprite &sprite, Format format) {
     std::istringstream file(text);
     const auto found = sv::readSprite(file, "");
     if (!found || found->getFrameCount() != sprite.getFrameCount() ||
-        found->getSlowdown() != sprite.getSlowdown() || found->getColor() != sprite.getColor() ||
+        found->getSlowdown() != sprite.getSlowdown() || found->getRgb() != sprite.getRgb() ||
         (format == Format::ROBUST && found->getTransparency() != sprite.getTransparency()))
         return false;
     for (int i = 0; i < sprite.getFrameCount(); ++i)
-        if (rowsOf(found->getFrame(i)) != rowsOf(sprite.getFrame(i)))
+        if (found->getFrame(i).getString() != sprite.getFrame(i).getString())
             return false;
     return true;
 }
@@ -82,6 +82,8 @@ int convert(const std::string &file, const std::string &to) {
     if (format == Format::SIMPLE && sprite->getTransparency() != sv::NO_TRANSPARENCY)
         std::cerr << file << ": warning: the simple format has no transparency, and '"
                   << sprite->getTransparency() << "' will be drawn\n";
+    if (format == Format::SIMPLE && hasCellColors(*sprite))
+        std::cerr << file << ": warning: the simple format has no colors of cells\n";
     return write(text, to);
 }
 

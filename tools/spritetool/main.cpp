@@ -1,5 +1,6 @@
 // Checks, shows, converts and makes sprite files, with the engine's own readers.
 
+#include "selvane/core/Config.h"
 #include "selvane/core/LogManager.h"
 #include "spritetool/commands.h"
 
@@ -19,10 +20,12 @@ Exit status: 0 if all is well, 1 if a file is not, 2 if the command is none.
 
 constexpr int no_command = 2;
 
-/// What the engine's readers log is said by the commands in other words.
-void silenceLog() {
+/// What the engine's readers log is said by the commands in other words. Whether sprites are UTF-8
+/// the configuration of their game says.
+void prepareEngine() {
     sv::LogManager::getInstance().setForcedFile("/dev/null");
     sv::LogManager::getInstance().startUp();
+    sv::Config::getInstance().loadConfig("");
 }
 
 int run(const std::string &command, const Words &words) {
@@ -49,6 +52,6 @@ int main(int argc, char *argv[]) {
         std::cout << usage;
         return 0;
     }
-    silenceLog();
+    prepareEngine();
     return run(words.empty() ? "" : words[0], Words(words.begin() + !words.empty(), words.end()));
 }

@@ -1,3 +1,4 @@
+#include "selvane/core/utf8.h"
 #include "selvane/platform/process.h"
 #include "selvane/resources/Sprite.h"
 #include "spritetool/commands.h"
@@ -6,6 +7,7 @@
 
 #include <algorithm>
 #include <iostream>
+#include <string_view>
 
 namespace spritetool {
 
@@ -17,18 +19,27 @@ constexpr char hide_cursor[] = "\x1b[?25l";
 constexpr char show_cursor[] = "\x1b[?25h";
 constexpr char usual_color[] = "\x1b[0m";
 
-/// Bright on black, as in the engine's window; black itself is not seen.
-std::string colorCode(sv::Color color) {
-    const int foreground = color == sv::BLACK ? 30 : 90 + color;
-    return "\x1b[" + std::to_string(foreground) + ";40m";
+/// On black, as in the engine's window.
+std::string colorCode(sv::Rgb color) {
+    return "\x1b[38;2;" + std::to_string(color.r) + ";" + std::to_string(color.g) + ";" +
+           std::to_string(color.b) + ";40m";
 }
 
 std::string frameText(const sv::Sprite &sprite, int index) {
+    const sv::Frame frame = sprite.getFrame(index);
+    const char transparent = sprite.getTransparency();
     std::string text;
-    for (std::string row : rowsOf(sprite.getFrame(index))) {
-        if (sprite.getTransparency() != sv::NO_TRANSPARENCY)
-            std::ranges::replace(row, sprite.getTransparency(), ' ');
-        text += colorCode(sprite.getColor()) + row + usual_color + "\n";
+    int cell = 0;
+    for (const std::string &row : rowsOf(frame)) {
+        std::optional<sv::Rgb> before;
+        for (std::string_view rest = row; !rest.empty(); ++cell) {
+            const std::string_view ch = sv::takeCells(rest, 1);
+            const sv::Rgb color = colorOf(frame, cell).value_or(sprite.getRgb());
+            text += before == color ? "" : colorCode(color);
+            before = color;
+            text += ch == std::string_view(&transparent, 1) ? " " : ch;
+        }
+        text += usual_color + std::string("\n");
     }
     return text;
 }

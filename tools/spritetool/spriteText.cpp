@@ -1,8 +1,9 @@
 #include "spritetool/spriteText.h"
 
-#include "selvane/core/Color.h"
+#include "selvane/core/utf8.h"
 
 #include <sstream>
+#include <string_view>
 
 namespace spritetool {
 
@@ -10,6 +11,11 @@ namespace {
 
 constexpr const char *color_names[] = {"black", "red",     "green", "yellow",
                                        "blue",  "magenta", "cyan",  "white"};
+
+std::string nameOf(const sv::Sprite &sprite) {
+    return sprite.getColor() == sv::CUSTOM ? sv::toString(sprite.getRgb())
+                                           : color_names[sprite.getColor()];
+}
 
 std::string bodyOf(const sv::Sprite &sprite, const std::string &frame_end) {
     std::string body;
@@ -27,7 +33,7 @@ std::string simpleText(const sv::Sprite &sprite) {
          << sprite.getWidth() << "\n"
          << sprite.getHeight() << "\n"
          << sprite.getSlowdown() << "\n"
-         << color_names[sprite.getColor()] << "\n"
+         << nameOf(sprite) << "\n"
          << bodyOf(sprite, "");
     return text.str();
 }
@@ -35,7 +41,7 @@ std::string simpleText(const sv::Sprite &sprite) {
 std::string robustText(const sv::Sprite &sprite) {
     std::ostringstream text;
     text << "<HEADER>\nframes " << sprite.getFrameCount() << "\nwidth " << sprite.getWidth()
-         << "\nheight " << sprite.getHeight() << "\ncolor " << color_names[sprite.getColor()];
+         << "\nheight " << sprite.getHeight() << "\ncolor " << nameOf(sprite);
     if (sprite.getTransparency() != sv::NO_TRANSPARENCY)
         text << "\ntransparency " << sprite.getTransparency();
     text << "\nslowdown " << sprite.getSlowdown() << "\n</HEADER>\n<BODY>\n"
@@ -48,9 +54,22 @@ std::string robustText(const sv::Sprite &sprite) {
 std::vector<std::string> rowsOf(const sv::Frame &frame) {
     std::vector<std::string> rows;
     const auto width = static_cast<std::size_t>(frame.getWidth());
-    for (std::size_t begin = 0; begin < frame.getString().size(); begin += width)
-        rows.push_back(frame.getString().substr(begin, width));
+    std::string_view rest = frame.getString();
+    while (!rest.empty())
+        rows.emplace_back(sv::takeCells(rest, width));
     return rows;
+}
+
+std::optional<sv::Rgb> colorOf(const sv::Frame &frame, int cell) {
+    const auto index = static_cast<std::size_t>(cell);
+    return index < frame.getColors().size() ? frame.getColors()[index] : std::nullopt;
+}
+
+bool hasCellColors(const sv::Sprite &sprite) {
+    for (int i = 0; i < sprite.getFrameCount(); ++i)
+        if (!sprite.getFrame(i).getColors().empty())
+            return true;
+    return false;
 }
 
 std::string textOf(const sv::Sprite &sprite, Format format) {

@@ -47,6 +47,7 @@ void Sprite::become(Sprite &&other) {
     height = other.height;
     max_frame_count = other.max_frame_count;
     color = other.color;
+    rgb = other.rgb;
     slowdown = other.slowdown;
     transparency = other.transparency;
     frame = std::move(other.frame);

@@ -53,8 +53,9 @@ bool takeLetters(Lines &lines, Letters &letters) {
             letters[text[key.size()]] = color;
     }
     if (bad)
-        logLine("RM::loadRobustSprite(): Error! Line %d: '%s' should be 'letter X #rrggbb'.",
-                bad->number, printable(bad->text).c_str());
+        logFault(bad->number,
+                 "RM::loadRobustSprite(): Error! Line %d: '%s' should be 'letter X #rrggbb'.",
+                 bad->number, printable(bad->text).c_str());
     std::erase_if(lines, [&](const Line &line) { return line.text.starts_with(key); });
     return !bad;
 }
@@ -67,8 +68,9 @@ std::vector<std::optional<Rgb>> colorsOf(const Frame &rows, const Letters &lette
         const auto found = letters.find(letter);
         if (found == letters.end()) {
             const int row = static_cast<int>(colors.size()) / rows.getWidth();
-            logLine("RM::loadRobustSprite(): Error! Line %d: No color has the letter '%c'.",
-                    line + row, letter);
+            logFault(line + row,
+                     "RM::loadRobustSprite(): Error! Line %d: No color has the letter '%c'.",
+                     line + row, letter);
             return {};
         }
         colors.push_back(found->second);
@@ -81,8 +83,8 @@ bool takeColors(Lines &lines, const Letters &letters, int index, Sprite &sprite)
     const Frame rows = readFrame(&lines, sprite.getWidth(), sprite.getHeight(), line - 1);
     std::vector<std::optional<Rgb>> colors = colorsOf(rows, letters, line);
     if (colors.empty()) {
-        logLine("RM::loadRobustSprite(): Error! No colors for frame %d of %d.", index + 1,
-                sprite.getFrameCount());
+        logFault(line, "RM::loadRobustSprite(): Error! No colors for frame %d of %d.", index + 1,
+                 sprite.getFrameCount());
         return false;
     }
     sprite.setFrameColors(index, std::move(colors));
@@ -102,8 +104,8 @@ bool readColors(std::istream &file, Sprite &sprite) {
         if (!takeColors(lines, letters, i, sprite))
             return false;
     if (!lines.empty())
-        logLine("RM::loadRobustSprite(): Error! Line %d: Extra COLORS: '%s'", lines.front().number,
-                lines.front().text.c_str());
+        logFault(lines.front().number, "RM::loadRobustSprite(): Error! Line %d: Extra COLORS: '%s'",
+                 lines.front().number, lines.front().text.c_str());
     return lines.empty();
 }
 
