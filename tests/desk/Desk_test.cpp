@@ -78,9 +78,8 @@ void saveByRenaming(const std::string &text) {
 
 TEST_F(DeskTest, saved_sprites_are_shown_at_once) {
     writeFile("ship.txt", ship);
-    sv::Object *own_box = nullptr;
     sv::Object *object = spawnShip();
-    own_box = sv::spawn<sv::Object>();
+    auto *own_box = sv::spawn<sv::Object>();
     own_box->setSprite("ship");
     own_box->setBox({{0, 0}, 1, 1});
     own_box->setPosition({1, 3});
@@ -94,8 +93,9 @@ TEST_F(DeskTest, saved_sprites_are_shown_at_once) {
 
     const std::string anew = "Desk: 'ship.txt' was loaded anew.";
     const std::string stays = " What was loaded before stays.";
-    writeFile("ship.txt", "2\n3\n1\n0\nred\n<o>\n<O>\n");
+    writeFile("ship.txt", "2\n3\n1\n0\nblue\n<o>\n<O>\n");
     expectAfterSaving("<O>\n\n\n<O>", anew);
+    EXPECT_EQ(session.colors(), "bbb\n\n\nbbb");
     writeFile("ship.txt", "2\n3\n1\n0\nred\n<*>\n<*->\n");
     expectAfterSaving("<O>\n\n\n<O>", "Desk: Warning! ship.txt:7: Width is 4, expected 3." + stays);
     std::filesystem::remove("ship.txt");
