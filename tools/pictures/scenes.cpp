@@ -18,7 +18,13 @@ int main();
 namespace keys_and_mouse {
 int main();
 }
+namespace name {
+int main();
+}
 namespace paths {
+int main();
+}
+namespace room {
 int main();
 }
 namespace scrolling_world {
@@ -137,6 +143,17 @@ void walk(Session &session) {
     session.play();
 }
 
+/// With a slip, and the cursor in sight.
+void typeName(Session &session) {
+    session.typeText("Mül");
+    session.play();
+    session.typeText("t");
+    session.play();
+    type(session, {Keyboard::BACKSPACE});
+    session.typeText("ler");
+    session.play(30);
+}
+
 /// The first race, and the second one halfway.
 void runRaces(Session &session) {
     session.pressKey(Keyboard::RIGHTARROW);
@@ -198,6 +215,13 @@ const Scene all[] = {
     {"sound_and_music", examples, wide, sound_and_music::main,
      [](Session &session) {
          type(session, {Keyboard::NUM2, Keyboard::M, Keyboard::DOWNARROW, Keyboard::V});
+     }},
+    {"name", examples, wide, name::main, typeName},
+    {"room", examples, wide, room::main,
+     [](Session &session) {
+         for (int i = 0; i < 3; ++i)
+             type(session, {Keyboard::RIGHTARROW});
+         session.play(4);
      }},
     {"paths", examples, wide, paths::main,
      [](Session &session) {
