@@ -275,6 +275,18 @@ sf::Image fullOf(char32_t ch, bool back, const std::optional<sv::Rgb> &backgroun
     return test::WindowTest::picture();
 }
 
+/// Draws a character into every cell, at these cells' corners and half of one beside them.
+void drawEverywhere(char ch, float beside, const std::optional<sv::Rgb> &background) {
+    DisplayManager &display = DisplayManager::getInstance();
+    for (int i = 0; i < 82 * 26; ++i) {
+        const Vector pos{static_cast<float>(i % 82) - 1 + beside, static_cast<float>(i / 82) - 2};
+        if (background)
+            display.drawCh(pos, ch, sv::WHITE, background);
+        else
+            display.drawCh(pos, ch);
+    }
+}
+
 /// The rows and columns that are of one colour from edge to edge.
 int uniformLines(const sf::Image &image, const sf::Color &color) {
     const auto [width, height] = image.getSize();
@@ -292,6 +304,23 @@ int uniformLines(const sf::Image &image, const sf::Color &color) {
         count += y == height ? 1 : 0;
     }
     return count;
+}
+
+TEST_F(CellBatchTest, later_cells_cover_earlier_ones) {
+    for (const char *mode : {"utf8:true", "utf8:false"}) {
+        startDisplay(std::string("window_background_color:blue,") + mode);
+        DisplayManager::getInstance().swapBuffers(); // Only now is nothing in it.
+        for (const auto &background :
+             {std::optional<sv::Rgb>(sv::GREEN), std::optional<sv::Rgb>()}) {
+            drawEverywhere('W', 0, std::nullopt);
+            drawEverywhere('g', 0.5F, sv::Rgb(sv::RED));
+            drawEverywhere(' ', 0.25F, background);
+            EXPECT_EQ(uniformLines(picture(), background ? sf::Color::Green : sf::Color::Blue),
+                      1024 + 768)
+                << mode;
+        }
+        DisplayManager::getInstance().shutDown();
+    }
 }
 
 TEST_F(CellBatchTest, box_drawing_leaves_no_gaps) {

@@ -44,6 +44,7 @@ class Walker : public sv::Object {
         setVelocity({0.25F, 0});
         registerInterest(sv::STEP_EVENT);
         registerInterest(sv::KEYBOARD_EVENT);
+        registerInterest(sv::TEXT_EVENT);
     }
 
     int eventHandler(const sv::Event *p_event) override {
@@ -51,6 +52,8 @@ class Walker : public sv::Object {
             takeStep(step->getStepCount());
         else if (const auto *key = sv::eventCast<sv::EventKeyboard>(p_event))
             takeKey(key->getKey());
+        else if (const auto *text = sv::eventCast<sv::EventText>(p_event))
+            setAltitude(static_cast<int>(text->getCharacter() % 5));
         else
             return sv::Object::eventHandler(p_event);
         return 1;
@@ -113,6 +116,8 @@ class Replay : public test::EngineTest {
             session.getTime().now_ms += step % 3;
             if (step % 5 == 0)
                 session.tapKey(sv::Keyboard::A);
+            if (step == 30)
+                session.typeText("\U0001F600");
             if (step == steps - 10)
                 session.tapKey(sv::Keyboard::Q);
         }
