@@ -44,6 +44,8 @@ games_build_by_the_debian_package() {
     done
     dpkg-deb -x "${package[0]}" "$work/root"
     holds_only_the_engine "$work/root"
+    cmake -G Ninja -S "$game" -B cmake-build -DCMAKE_PREFIX_PATH="$work/root/usr"
+    grep -qF "Selvane_DIR:PATH=$work/root/usr/lib" cmake-build/CMakeCache.txt || fail "another Selvane was found"
     PKG_CONFIG_PATH=$(dirname "$(find "$work/root" -name selvane.pc)")
     export PKG_CONFIG_PATH
     (cd "$work/root/usr/include" && find . -name '*.h' -printf '#include "%P"\n') >game.cpp
