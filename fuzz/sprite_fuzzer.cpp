@@ -18,8 +18,11 @@ void examine(const sv::Sprite &sprite, std::size_t file_size) {
     const int count = sprite.getFrameCount();
     fuzz::require(cells > 0 && count > 0 && count == sprite.getMaxFrameCount());
     fuzz::require(cells * static_cast<std::size_t>(count) <= file_size);
-    for (int i = 0; i < count; ++i)
-        fuzz::require(sprite.getFrame(i).getString().size() == cells);
+    for (int i = 0; i < count; ++i) {
+        const sv::Frame frame = sprite.getFrame(i);
+        fuzz::require(frame.getString().size() == cells);
+        fuzz::require(frame.getColors().empty() || frame.getColors().size() == cells);
+    }
 }
 
 void show(sv::Sprite &sprite) {

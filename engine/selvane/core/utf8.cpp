@@ -14,10 +14,10 @@ constexpr unsigned most_continuation = 0xBF;
 
 /// First bytes that are followed alike.
 struct Lead {
-    unsigned first;
-    unsigned last;
-    std::size_t following;               // How many bytes.
-    unsigned bits;                       // Of the first byte, that count.
+    unsigned first = 0;
+    unsigned last = 0;
+    std::size_t following = 0;           // How many bytes.
+    unsigned bits = 0;                   // Of the first byte, that count.
     unsigned least = least_continuation; // The second byte; what is outside would be overlong,
     unsigned most = most_continuation;   // a surrogate or too large.
 };
