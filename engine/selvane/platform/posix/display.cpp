@@ -7,6 +7,7 @@
 #include <array>
 #include <cstring>
 #include <fcntl.h>
+#include <poll.h>
 #include <unistd.h>
 #include <utility>
 
@@ -149,6 +150,13 @@ WindowWatch::~WindowWatch() = default;
 
 bool WindowWatch::isUncovered() {
     if (!connection)
+        return true;
+    // Of a display that has gone, SFML must be told first: as the process ends, SFML flushes its
+    // connection, and if that fails only then, the log is not finished.
+    pollfd socket{ConnectionNumber(connection->display), POLLIN, 0};
+    if (poll(&socket, 1, 0) == 0)
+        return false;
+    if ((socket.revents & POLLHUP) != 0)
         return true;
     bool is_uncovered = false;
     while (XPending(connection->display) > 0) {
