@@ -11,6 +11,10 @@
 #include <algorithm>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <set>
+#include <string>
 
 namespace {
 
@@ -258,4 +262,31 @@ TEST_F(Resources, silent_machines_log_it_once) {
     EXPECT_LT(std::count(on_screen.begin(), on_screen.end(), '\n'), 20);
     EXPECT_EQ(logText(), "hasAudioDevice(): Note! No audio device can be opened. Sounds and music "
                          "stay silent.\n");
+}
+
+// docs/sprites.md shows both files.
+TEST_F(Resources, the_documented_fault_reads_as_documented) {
+    const auto sample = [](const std::string &name) {
+        std::ifstream file(SAMPLES "/" + name);
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    };
+    writeFile("beetle.txt", sample("short-row.txt"));
+    EXPECT_EQ(resources.loadSprite("beetle.txt", "beetle"), -1);
+    EXPECT_EQ(said(), sample("short-row-log.txt"));
+}
+
+TEST_F(Resources, sprites_of_the_game_fit_the_game) {
+    std::set<std::string> pictures;
+    for (const std::string shape : {"square", "circle", "triangle"}) {
+        for (const std::string color : {"red", "yellow", "blue"}) {
+            const std::string label = shape + "-" + color;
+            EXPECT_EQ(resources.loadSprite(SPRITES "/" + label + "-spr.txt", label), 0) << label;
+            const sv::Sprite &target = *resources.getSprite(label);
+            EXPECT_EQ(target.getColor(), sv::colorFromName(color)) << label;
+            EXPECT_EQ(target.getWidth(), 3);
+            EXPECT_EQ(target.getHeight(), 3);
+            pictures.insert(target.getFrame(0).getString());
+        }
+    }
+    EXPECT_EQ(pictures.size(), 9U) << "two differ only by their colours";
 }

@@ -4,11 +4,8 @@
 #include "selvane/resources/spriteFile.h"
 #include "support/EngineTest.h"
 
-#include <fstream>
-#include <iterator>
 #include <optional>
 #include <regex>
-#include <set>
 #include <sstream>
 #include <tuple>
 
@@ -337,33 +334,4 @@ TEST_F(SpriteFiles, what_is_unused_or_extra_is_logged) {
     EXPECT_EQ(load(robustFile(two_by_one, "ab\nend\ncd\nend\n"), 5), -1);
     EXPECT_TRUE(
         said().ends_with(robust + "Extra BODY:\n\tLine 11: cd\n\tLine 12: end\n" + not_loaded));
-}
-
-// docs/sprites.md shows both files.
-TEST_F(SpriteFiles, the_documented_fault_reads_as_documented) {
-    const auto sample = [](const std::string &name) {
-        std::ifstream file(SAMPLES "/" + name);
-        return std::string(std::istreambuf_iterator<char>(file), {});
-    };
-    resources.startUp();
-    writeFile("beetle.txt", sample("short-row.txt"));
-    EXPECT_EQ(resources.loadSprite("beetle.txt", "beetle"), -1);
-    EXPECT_EQ(said(), sample("short-row-log.txt"));
-}
-
-TEST_F(SpriteFiles, sprites_of_the_game_fit_the_game) {
-    resources.startUp();
-    std::set<std::string> pictures;
-    for (const std::string shape : {"square", "circle", "triangle"}) {
-        for (const std::string color : {"red", "yellow", "blue"}) {
-            const std::string label = shape + "-" + color;
-            EXPECT_EQ(resources.loadSprite(SPRITES "/" + label + "-spr.txt", label), 0) << label;
-            const sv::Sprite &target = *resources.getSprite(label);
-            EXPECT_EQ(target.getColor(), sv::colorFromName(color)) << label;
-            EXPECT_EQ(target.getWidth(), 3);
-            EXPECT_EQ(target.getHeight(), 3);
-            pictures.insert(target.getFrame(0).getString());
-        }
-    }
-    EXPECT_EQ(pictures.size(), 9U) << "two differ only by their colours";
 }
