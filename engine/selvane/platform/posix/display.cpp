@@ -142,8 +142,17 @@ WindowWatch::WindowWatch(std::uintptr_t window) {
     if (!display)
         return;
     connection = std::make_unique<DisplayConnection>(display);
+    static bool is_refused;
+    is_refused = false;
+    const XErrorHandler handler = XSetErrorHandler([](Display * /*display*/, XErrorEvent *) {
+        is_refused = true;
+        return 0;
+    });
     XSelectInput(display, window, ExposureMask);
-    XFlush(display);
+    XSync(display, False);
+    XSetErrorHandler(handler);
+    if (is_refused)
+        connection.reset();
 }
 
 WindowWatch::~WindowWatch() = default;
