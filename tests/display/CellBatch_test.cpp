@@ -185,8 +185,7 @@ TEST_F(CellBatchTest, rectangles_cover_what_games_draw) {
 /// Cells of 12.8 x 32, 12.5 x 17.5 (whose rectangles end in the middles of pixels), 5 x 7.5 and 31
 /// x 9 pixels.
 constexpr const char *cell_sizes[] = {
-    "window_horizontal_pixels:256,window_vertical_pixels:192,window_horizontal_chars:20,"
-    "window_vertical_chars:6",
+    "window_horizontal_pixels:256,window_vertical_pixels:768,window_horizontal_chars:20",
     "window_horizontal_pixels:400,window_vertical_pixels:420,window_horizontal_chars:32",
     "window_horizontal_pixels:160,window_vertical_pixels:180,window_horizontal_chars:32",
     "window_horizontal_pixels:992,window_vertical_pixels:216,window_horizontal_chars:32"};
