@@ -18,12 +18,13 @@ namespace {
 
 /// Four full screens of the usual size. A frame with more is drawn in several pieces.
 constexpr std::size_t most_cells = 8192;
+constexpr std::size_t most_figures = 1024;
 constexpr std::size_t vertices_per_quad = 4;
 constexpr std::size_t most_vertices = 8192;
 
 /// Without a graphics card, many small draws take two thirds of the time of a large one.
 constexpr std::size_t vertices_per_draw = 80;
-constexpr std::size_t backgrounds_per_draw = 40; // Their vertices.
+constexpr std::size_t background_vertices_per_draw = 40;
 
 /// Pixels. Cells may be far smaller than a pixel, and the ink of each would take memory.
 constexpr float least_piece = 8;
@@ -85,35 +86,35 @@ InkMap inkOf(const sf::RenderTarget &target, const sf::RectangleShape &rectangle
             edgesOf(first.y - size.y, size.y, window.y, is_on_pixels)};
 }
 
-bool looksAlike(const sf::CircleShape &a, const sf::CircleShape &b) {
-    return a.getPointCount() == b.getPointCount() && a.getRadius() == b.getRadius() &&
-           a.getFillColor() == b.getFillColor() && a.getPosition() == b.getPosition() &&
-           a.getRotation() == b.getRotation();
-}
-
 } // namespace
 
 /// Cells, and figures between them.
 struct CellBatch::DrawList {
     struct Figure {
         std::size_t cells_before = 0;
-        sf::CircleShape polygon;
+        std::size_t corners = 0;
+        float radius = 0;
+        float rotation = 0;
+        sf::Vector2f position;
+        sf::Color color;
 
-        friend bool operator==(const Figure &a, const Figure &b) {
-            return a.cells_before == b.cells_before && looksAlike(a.polygon, b.polygon);
-        }
+        friend bool operator==(const Figure &, const Figure &) = default;
     };
 
     friend bool operator==(const DrawList &, const DrawList &) = default;
 
-    DrawList() { cells.reserve(most_cells); }
+    DrawList() {
+        cells.reserve(most_cells);
+        figures.reserve(most_figures);
+    }
 
     void clear() {
         cells.clear();
         figures.clear();
     }
 
-    std::vector<Cell> cells; // Never grows.
+    // Neither grows.
+    std::vector<Cell> cells;
     std::vector<Figure> figures;
 };
 
@@ -121,7 +122,8 @@ CellBatch::CellBatch(sf::RenderTarget &new_target, const sf::RectangleShape &new
                      const sf::Text &new_text, const sf::Font *fallback)
     : target(new_target), rectangle(new_rectangle), is_utf8(Config::getInstance().getUtf8()),
       glyphs(new_text, fallback, rectangle.getSize().x), ink(inkOf(target, rectangle, is_utf8)),
-      light_line(lightLine(vectorOf(rectangle.getSize()))), frame(std::make_unique<DrawList>()),
+      light_line(lightLine(vectorOf(rectangle.getSize()))),
+      polygon(std::make_unique<sf::CircleShape>()), frame(std::make_unique<DrawList>()),
       shown(std::make_unique<DrawList>()) {
     vertices.reserve(most_vertices);
     backgrounds.reserve(most_vertices);
@@ -136,7 +138,10 @@ void CellBatch::add(const Cell &cell) {
 }
 
 void CellBatch::add(const sf::CircleShape &figure) {
-    frame->figures.push_back({frame->cells.size(), figure});
+    if (frame->figures.size() == most_figures)
+        flush();
+    frame->figures.push_back({frame->cells.size(), figure.getPointCount(), figure.getRadius(),
+                              figure.getRotation(), figure.getPosition(), figure.getFillColor()});
 }
 
 void CellBatch::noteDrawingAnywhere() {
@@ -172,15 +177,20 @@ void CellBatch::drawFrame() {
     };
     for (const DrawList::Figure &figure : frame->figures) {
         draw_cells(figure.cells_before);
-        drawFigure(figure.polygon);
+        polygon->setPointCount(figure.corners);
+        polygon->setRadius(figure.radius);
+        polygon->setRotation(figure.rotation);
+        polygon->setPosition(figure.position);
+        polygon->setFillColor(figure.color);
+        drawPolygon();
     }
     draw_cells(frame->cells.size());
 }
 
-void CellBatch::drawFigure(const sf::CircleShape &figure) {
-    const sf::FloatRect area = figure.getGlobalBounds();
+void CellBatch::drawPolygon() {
+    const sf::FloatRect area = polygon->getGlobalBounds();
     ink.add({area.left, area.top, area.left + area.width, area.top + area.height});
-    target.draw(figure);
+    target.draw(*polygon);
 }
 
 void CellBatch::addCell(const Cell &cell) {
@@ -277,7 +287,7 @@ void CellBatch::addQuad(std::vector<sf::Vertex> &to, const PixelArea &place,
 /// of the time. What was drawn before one of them in its cell is covered by a quad among the
 /// others.
 void CellBatch::drawQuads() {
-    draw(backgrounds, backgrounds_per_draw, sf::BlendNone);
+    draw(backgrounds, background_vertices_per_draw, sf::BlendNone);
     if (vertices.empty())
         return;
     // Not before: the texture grows with new glyphs, and is then another one.

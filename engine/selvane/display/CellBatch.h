@@ -75,7 +75,7 @@ class CellBatch {
     struct DrawList;
 
     void drawFrame();
-    void drawFigure(const sf::CircleShape &figure);
+    void drawPolygon();
     void addCell(const Cell &cell);
     void addRectangle(const Cell &cell);
     bool widenLast(const PixelArea &cell, const sf::Color &background);
@@ -97,6 +97,7 @@ class CellBatch {
     bool is_drawn_anywhere = false;
     bool is_partly_drawn = false; // Of this frame.
     bool is_shown_known = false;
+    std::unique_ptr<sf::CircleShape> polygon; // What figures are drawn with, one after the other.
     std::unique_ptr<DrawList> frame;
     std::unique_ptr<DrawList> shown; // The last one that the window was given, if that is known.
     bool is_fallback = false;        // Which font the vertices are of.

@@ -28,7 +28,8 @@ namespace sv {
 namespace {
 
 constexpr unsigned bits_per_pixel = 32;
-constexpr int most_errors = 20; // That are logged.
+constexpr int longest_refresh = 17; // Milliseconds, of a screen with 60 frames a second.
+constexpr int most_errors = 20;     // That are logged.
 
 template<typename Made, typename... Arguments>
 std::unique_ptr<Made> makeIfPossible(Arguments &&...arguments) {
@@ -177,9 +178,10 @@ int DisplayManager::prepareCells() {
 /// The usual one need not be there, but one that the configuration names must.
 int DisplayManager::loadFallback() {
     const Config &config = Config::getInstance();
+    if (!config.getUtf8())
+        return 0;
     const std::string name = config.getFallbackFont();
-    const bool is_missing = name == FALLBACK_FONT_DEFAULT && !platform::isFile(findFont(name));
-    if (!config.getUtf8() || is_missing)
+    if (name == FALLBACK_FONT_DEFAULT && !platform::isFile(findFont(name)))
         return 0;
     fallback = makeIfPossible<sf::Font>();
     if (fallback && loadFont(*fallback, name))
@@ -190,7 +192,7 @@ int DisplayManager::loadFallback() {
 }
 
 /// A frame that is the same as the last is not drawn, unless the window may show something else by
-/// now.
+/// now. Where frames may come faster than the screen shows them, each waits for the screen.
 void DisplayManager::showFrame() {
     using namespace std::chrono_literals;
     const auto now = std::chrono::steady_clock::now();
@@ -198,7 +200,8 @@ void DisplayManager::showFrame() {
     const bool is_disturbed =
         watch->isUncovered() ||
         shown_size != Vector{static_cast<float>(size.x), static_cast<float>(size.y)};
-    const bool is_wanted = overlay || is_frame_kept || isPictureDue();
+    const bool is_fast = Config::getInstance().getFrameTime() < longest_refresh;
+    const bool is_wanted = is_fast || overlay || is_frame_kept || isPictureDue();
     if (!cells->endFrame(is_disturbed || is_wanted || now - shown_at >= 1s))
         return;
     if (is_frame_kept)
