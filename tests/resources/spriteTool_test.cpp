@@ -41,12 +41,14 @@ const std::string robust = "<HEADER>\nframes 2\nwidth 3\nheight 1\ncolor red\nsl
 
 TEST_F(SpriteTool, answers_as_a_compiler_does) {
     const std::string bad = "bad.txt:7: Width is 2, expected 3.\n";
+    writeFile("odd.txt", "1\n3\n1\n1\nred\n\033m\x9b\n");
     const std::tuple<const char *, int, std::string> cases[] = {
         {"check good.txt", 0, ""},
         {"check bad.txt good.txt none.txt gone.txt", 1,
          bad + "none.txt:1: Unknown sprite file format.\n"
                "gone.txt:1: Cannot open file 'gone.txt'.\n"},
         {"show good.txt", 0, "<->\n\n<=>\n"},
+        {"show odd.txt", 0, "?m?\n"}, // A terminal would take it for a command.
         {"show --once bad.txt", 1, bad},
         {"convert good.txt", 0, robust},
         {"convert bad.txt", 1, bad},

@@ -79,6 +79,10 @@ class DisplayManager : public Manager {
                const std::optional<Rgb> &background = std::nullopt) {
         return drawCell(world_pos, ch, color, background);
     }
+    template<std::same_as<char32_t> Character>
+    int drawCh(Vector world_pos, Character ch, unsigned char r, unsigned char g, unsigned char b) {
+        return drawCell(world_pos, ch, {r, g, b}, std::nullopt);
+    }
 
     /// Draws a string on one line, a cell for each byte, or for each code point with `utf8:true,`.
     /// 0, or -1 if nothing was drawn.
@@ -113,15 +117,16 @@ class DisplayManager : public Manager {
     /// in it yet.
     sf::RenderWindow *getWindow();
 
-    /// Saves a picture of the window, with the frame that is shown next: in a handler, the one that
-    /// this step draws. `file` ends with ".png"; a file of that name is replaced. 0, or -1 with a
-    /// line in the log if there is no window, or if the file cannot be written.
+    /// Saves a picture of the window, with the frame that is shown next: the one that this step
+    /// draws or, in a handler of the step event, the one that the step before has drawn. `file`
+    /// ends with ".png"; a file of that name is replaced. 0, or -1 with a line in the log if it has
+    /// another ending or cannot be written, or if there is no window.
     int saveScreenshot(const std::string &file);
 
     // Called by the engine.
 
-    /// As getWindow(), for whoever draws into it until the next character is drawn, and not under
-    /// where characters will be.
+    /// As getWindow(), for tests and benchmarks, which draw into it until the next character is
+    /// drawn, and not under where characters will be.
     sf::RenderWindow *getFlushedWindow();
 
     /// For its events, and for an Overlay: what was drawn may not be in it yet.

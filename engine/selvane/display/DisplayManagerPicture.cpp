@@ -41,7 +41,7 @@ int DisplayManager::saveScreenshot(const std::string &file) {
         return refusePicture(file, "there is no window");
     if (!file.ends_with(".png"))
         return refusePicture(file, "its name does not end with .png");
-    if (!std::ofstream(file, std::ios::binary | std::ios::app))
+    if (platform::isOtherThanFile(file) || !std::ofstream(file, std::ios::binary | std::ios::app))
         return refusePicture(file, "it cannot be written");
     due_pictures.push_back(file);
     return 0;

@@ -35,6 +35,13 @@ bool isSpace(char32_t ch) {
     return ch == 0xA0 || (0x2000 <= ch && ch <= 0x200A) || ch == 0x202F || ch == 0x3000;
 }
 
+/// Empty for control characters, which could change what a terminal shows.
+std::string quoted(char32_t ch) {
+    constexpr char32_t first_letter_of_latin_1 = 0xA0;
+    const bool is_control = ch < U' ' || (0x7F <= ch && ch < first_letter_of_latin_1);
+    return is_control ? "" : ", '" + toUtf8({&ch, 1}) + "'";
+}
+
 bool looksAlike(const sf::Image &image, const sf::IntRect &a, const sf::IntRect &b) {
     for (int y = 0; y < a.height; ++y)
         for (int x = 0; x < a.width; ++x) {
@@ -113,8 +120,8 @@ bool Glyphs::isInFallback(char32_t ch) {
     if (fallback && hasGlyph(*fallback, ch, fallback_size, text))
         return true;
     if (missing++ < most_missing)
-        logLine("DisplayManager: Warning! No font has the character U+%04X, '%s'.",
-                static_cast<unsigned>(ch), toUtf8({&ch, 1}).c_str());
+        logLine("DisplayManager: Warning! No font has the character U+%04X%s.",
+                static_cast<unsigned>(ch), quoted(ch).c_str());
     return fallback != nullptr;
 }
 

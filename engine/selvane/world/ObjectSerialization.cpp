@@ -180,7 +180,7 @@ void readShape(Object &object, const AttributeReader &reader, const Keys &keys) 
         shape.setSize(usable(keys[1], parseFloat(size)).value_or(shape.getSize()));
     if (!color.empty())
         shape.setColor(static_cast<Color>(parseInt(color)));
-    if (const auto rgb = rgbFromText(reader.readWord(rgb_key, "'")))
+    if (const auto rgb = rgbFromText(reader.textOf(rgb_key)))
         shape.setColor(*rgb);
     if (!opacity.empty())
         shape.setAlpha(static_cast<unsigned char>(std::clamp(parseInt(opacity), 0, 255)));

@@ -102,10 +102,10 @@ std::string ViewObject::serializeRgb() const {
 
 /// A text with a colour's number has these as well, where there are any.
 void ViewObject::deserializeRgb(const AttributeReader &reader) {
-    const Rgb new_rgb = rgbFromText(reader.readWord(rgb_key)).value_or(Rgb());
+    const Rgb new_rgb = rgbFromText(reader.textOf(rgb_key)).value_or(Rgb());
     if (color == CUSTOM)
         setColor(new_rgb);
-    setBackground(rgbFromText(reader.readWord(background_key)));
+    setBackground(rgbFromText(reader.textOf(background_key)));
 }
 
 int ViewObject::deserialize(const std::string &text) {
