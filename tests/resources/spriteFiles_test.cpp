@@ -231,6 +231,8 @@ TEST_F(SpriteFiles, bad_colors_are_logged) {
         {coloredFile(first + "</COLORS>\n"), "\tError! Line 19" + no_more + no_colors + "2 of 2."},
         {coloredFile(first + "rr\nrx\nend\n</COLORS>\n"),
          robust + "Line 20: No color has the letter 'x'.\n" + no_colors + "2 of 2."},
+        {coloredFile(first + "rr\nletter z #123456\nrx\nend\n</COLORS>\n"),
+         robust + "Line 21: No color has the letter 'x'.\n" + no_colors + "2 of 2."},
         {coloredFile(first + "rr\nr\nend\n</COLORS>\n"),
          "\tError! Line 20: Line length is 1 (frame width is 2).\n\tLine 20: 'r'\n" + no_colors +
              "2 of 2."},

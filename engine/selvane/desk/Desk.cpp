@@ -102,6 +102,7 @@ void Desk::shutDown() {
     setSpeed(0);
     setPaused(false);
     has_overlay = false;
+    picture_text.clear();
     display().setOverlay(nullptr);
     InputManager &manager = InputManager::getInstance();
     if (input && &manager.getSource() == input.get())

@@ -2,8 +2,8 @@
 /// are loaded anew, keys stop the game and let it go on, an overlay shows what is there, and a key
 /// takes a picture. docs/desk.md says how to use it.
 ///
-/// Off unless the configuration or the environment asks for it; then it does nothing. Nobody has to
-/// read it to understand the rest of the engine. Game-loop thread only.
+/// Does nothing unless the configuration or the environment asks for it. Nobody has to read it to
+/// understand the rest of the engine. Game-loop thread only.
 #pragma once
 
 #include "selvane/desk/DeskInput.h"
@@ -56,7 +56,7 @@ class Desk {
     void captureIfNeeded();
     void say(const std::string &text, int milliseconds);
     void drawOver();
-    void drawAtBottom(const std::string &status) const;
+    void drawAtBottom() const;
     std::string statusText() const;
 
     bool is_on = false;

@@ -47,13 +47,13 @@ void Desk::drawOver() {
         overlay.addText({}, numbersText(times), WHITE);
     }
     overlay.draw();
-    drawAtBottom(display().isPictureDue() ? "" : statusText());
+    drawAtBottom();
     if (!picture_text.empty())
         std::ofstream(std::exchange(picture_text, "")) << screenText() << "\n";
     captureIfNeeded();
 }
 
-void Desk::drawAtBottom(const std::string &status) const {
+void Desk::drawAtBottom() const {
     auto y = static_cast<float>(display().getVerticalPixels());
     const auto add = [&](Overlay &overlay, const std::string &text, Color color) {
         if (text.empty())
@@ -61,10 +61,12 @@ void Desk::drawAtBottom(const std::string &status) const {
         y -= overlay.getTextHeight();
         overlay.addText({0, y}, text, color);
     };
-    Overlay large(true);
-    add(large, status, WHITE);
-    add(large, files->getFault(), RED);
-    large.draw();
+    if (!display().isPictureDue()) {
+        Overlay large(true);
+        add(large, statusText(), WHITE);
+        add(large, files->getFault(), RED);
+        large.draw();
+    }
     Overlay small;
     for (auto line = log_lines.rbegin(); has_overlay && line != log_lines.rend(); ++line)
         add(small, *line, CYAN);

@@ -26,7 +26,7 @@ struct InputItem {
     Kind kind = Kind::WINDOW_CLOSED;
     int sfml_key = -1;
     EventMouseButton button = UNDEFINED_MOUSE_BUTTON;
-    char32_t character = 0; ///< That was typed; no control character.
+    char32_t character = 0; ///< The one typed, for TEXT_TYPED; never a control character.
     Vector mouse{};         ///< As in EventMouse: cells of the window, with their fraction.
 };
 

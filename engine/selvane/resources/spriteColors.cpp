@@ -60,17 +60,17 @@ bool takeLetters(Lines &lines, Letters &letters) {
     return !bad;
 }
 
-/// The colours of a frame's rows; none, with a log line, if one is not known. `line`: of the first
-/// row.
-std::vector<std::optional<Rgb>> colorsOf(const Frame &rows, const Letters &letters, int line) {
+/// The colours of a frame's rows, which stand in these lines; none, with a log line, if one is not
+/// known.
+std::vector<std::optional<Rgb>> colorsOf(const Frame &rows, const Letters &letters,
+                                         const std::vector<int> &row_lines) {
     std::vector<std::optional<Rgb>> colors;
     for (const char letter : rows.getString()) {
         const auto found = letters.find(letter);
         if (found == letters.end()) {
-            const int row = static_cast<int>(colors.size()) / rows.getWidth();
-            logFault(line + row,
-                     "RM::loadRobustSprite(): Error! Line %d: No color has the letter '%c'.",
-                     line + row, letter);
+            const int line = row_lines[colors.size() / static_cast<std::size_t>(rows.getWidth())];
+            logFault(line, "RM::loadRobustSprite(): Error! Line %d: No color has the letter '%c'.",
+                     line, letter);
             return {};
         }
         colors.push_back(found->second);
@@ -80,8 +80,12 @@ std::vector<std::optional<Rgb>> colorsOf(const Frame &rows, const Letters &lette
 
 bool takeColors(Lines &lines, const Letters &letters, int index, Sprite &sprite) {
     const int line = lines.empty() ? line_number - 1 : lines.front().number;
+    std::vector<int> row_lines;
+    const auto height = static_cast<std::size_t>(sprite.getHeight());
+    for (std::size_t row = 0; row < std::min(height, lines.size()); ++row)
+        row_lines.push_back(lines[row].number);
     const Frame rows = readFrame(&lines, sprite.getWidth(), sprite.getHeight(), line - 1);
-    std::vector<std::optional<Rgb>> colors = colorsOf(rows, letters, line);
+    std::vector<std::optional<Rgb>> colors = colorsOf(rows, letters, row_lines);
     if (colors.empty()) {
         logFault(line, "RM::loadRobustSprite(): Error! No colors for frame %d of %d.", index + 1,
                  sprite.getFrameCount());

@@ -123,8 +123,11 @@ FileStamp stampOf(const std::string &name) {
     struct stat status {};
     if (stat(name.c_str(), &status) != 0)
         return {};
-    return {status.st_mtim.tv_sec * nanoseconds_per_second + status.st_mtim.tv_nsec, status.st_size,
-            status.st_ino};
+    // Unsigned, as a date may be centuries away.
+    const auto seconds = static_cast<std::uint64_t>(status.st_mtim.tv_sec);
+    const auto nanoseconds = static_cast<std::uint64_t>(status.st_mtim.tv_nsec);
+    return {static_cast<std::int64_t>(seconds * std::uint64_t{nanoseconds_per_second} + nanoseconds),
+            status.st_size, status.st_ino};
 }
 
 bool isDeleted(std::FILE *file) {
