@@ -2,8 +2,8 @@
 /// point, and otherwise a byte.
 ///
 /// What is no UTF-8 (overlong forms, halves of surrogate pairs, numbers above U+10FFFF, cut ends)
-/// counts as replacement characters: one for bytes that begin like a character and break off, and one
-/// for each other byte.
+/// counts as replacement characters: one for bytes that begin like a character and break off, and
+/// one for each other byte.
 #pragma once
 
 #include "selvane/core/Config.h"

@@ -126,8 +126,9 @@ FileStamp stampOf(const std::string &name) {
     // Unsigned, as a date may be centuries away.
     const auto seconds = static_cast<std::uint64_t>(status.st_mtim.tv_sec);
     const auto nanoseconds = static_cast<std::uint64_t>(status.st_mtim.tv_nsec);
-    return {static_cast<std::int64_t>(seconds * std::uint64_t{nanoseconds_per_second} + nanoseconds),
-            status.st_size, status.st_ino};
+    return {
+        static_cast<std::int64_t>(seconds * std::uint64_t{nanoseconds_per_second} + nanoseconds),
+        status.st_size, status.st_ino};
 }
 
 bool isDeleted(std::FILE *file) {
