@@ -72,7 +72,7 @@ class DisplayManager : public Manager {
     int drawCh(Vector world_pos, char ch, Rgb color,
                const std::optional<Rgb> &background = std::nullopt);
 
-    /// The same for any character: drawCh({1, 1}, U'\u2603', sv::CYAN). White by default. A
+    /// The same for any character: drawCh({1, 1}, U'☃', sv::CYAN). White by default. A
     /// template, so that a number as in drawCh({1, 1}, '0' + 7) stays a char.
     template<std::same_as<char32_t> Character, std::convertible_to<Rgb> AnyColor = Rgb>
     int drawCh(Vector world_pos, Character ch, AnyColor color = {},
