@@ -40,9 +40,17 @@ InkMap::InkMap(std::vector<float> new_columns, std::vector<float> new_rows)
     fill();
 }
 
+/// Each piece is its own place, so that no area is found twice; the outermost have no outer edge.
 void InkMap::fill() {
     constexpr float everywhere = INFINITY;
-    pieces.assign(pieces.size(), {-everywhere, -everywhere, everywhere, everywhere});
+    const std::size_t end_column = columns.size() - 1;
+    const std::size_t end_row = rows.size() - 1;
+    for (std::size_t row = 0; row < end_row; ++row)
+        for (std::size_t column = 0; column < end_column; ++column)
+            pieces[indexOf(column, row)] = {
+                column == 0 ? -everywhere : columns[column], row == 0 ? -everywhere : rows[row],
+                column + 1 == end_column ? everywhere : columns[column + 1],
+                row + 1 == end_row ? everywhere : rows[row + 1]};
 }
 
 InkMap::Range InkMap::piecesOf(const PixelArea &area) const {
