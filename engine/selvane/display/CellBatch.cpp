@@ -88,19 +88,19 @@ InkMap inkOf(const sf::RenderTarget &target, const sf::RectangleShape &rectangle
 
 } // namespace
 
+struct CellBatch::Figure {
+    std::size_t cells_before = 0;
+    std::size_t corners = 0;
+    float radius = 0;
+    float rotation = 0;
+    sf::Vector2f position;
+    sf::Color color;
+
+    friend bool operator==(const Figure &, const Figure &) = default;
+};
+
 /// Cells, and figures between them.
 struct CellBatch::DrawList {
-    struct Figure {
-        std::size_t cells_before = 0;
-        std::size_t corners = 0;
-        float radius = 0;
-        float rotation = 0;
-        sf::Vector2f position;
-        sf::Color color;
-
-        friend bool operator==(const Figure &, const Figure &) = default;
-    };
-
     friend bool operator==(const DrawList &, const DrawList &) = default;
 
     DrawList() {
@@ -175,19 +175,19 @@ void CellBatch::drawFrame() {
             addCell(frame->cells[drawn]);
         drawQuads();
     };
-    for (const DrawList::Figure &figure : frame->figures) {
+    for (const Figure &figure : frame->figures) {
         draw_cells(figure.cells_before);
-        polygon->setPointCount(figure.corners);
-        polygon->setRadius(figure.radius);
-        polygon->setRotation(figure.rotation);
-        polygon->setPosition(figure.position);
-        polygon->setFillColor(figure.color);
-        drawPolygon();
+        drawFigure(figure);
     }
     draw_cells(frame->cells.size());
 }
 
-void CellBatch::drawPolygon() {
+void CellBatch::drawFigure(const Figure &figure) {
+    polygon->setPointCount(figure.corners);
+    polygon->setRadius(figure.radius);
+    polygon->setRotation(figure.rotation);
+    polygon->setPosition(figure.position);
+    polygon->setFillColor(figure.color);
     const sf::FloatRect area = polygon->getGlobalBounds();
     ink.add({area.left, area.top, area.left + area.width, area.top + area.height});
     target.draw(*polygon);

@@ -72,10 +72,11 @@ class CellBatch {
     bool endFrame(bool is_due);
 
   private:
+    struct Figure;
     struct DrawList;
 
     void drawFrame();
-    void drawPolygon();
+    void drawFigure(const Figure &figure);
     void addCell(const Cell &cell);
     void addRectangle(const Cell &cell);
     bool widenLast(const PixelArea &cell, const sf::Color &background);
