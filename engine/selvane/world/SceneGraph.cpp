@@ -112,11 +112,15 @@ int SceneGraph::updateActive(Object *p_o, bool new_active) {
         return 0;
     // Without memory it may end up in lists of both kinds, or in none. Its removal then looks
     // through all of them.
+    try {
+        if ((new_active ? activate(p_o) : deactivate(p_o)) == 0)
+            return 0;
+    } catch (const std::bad_alloc &) {
+        ++p_o->filings;
+        throw;
+    }
     ++p_o->filings;
-    const int result = new_active ? activate(p_o) : deactivate(p_o);
-    if (result == 0)
-        --p_o->filings;
-    return result;
+    return -1;
 }
 
 int SceneGraph::deactivate(Object *p_o) {
