@@ -7,10 +7,15 @@ namespace {
 
 constexpr int color_step = 17; // Of 255: pictures have 16 levels of each component.
 
-class Picture : public test::WindowTest, public testing::WithParamInterface<pictures::Scene> {};
+/// All in one process, and so on one display: to start a window for the first time takes longer
+/// than to play a scene.
+struct Picture : test::WindowTest, testing::WithParamInterface<pictures::Scene> {
+    static void SetUpTestSuite() { display.emplace(); }
+    static void TearDownTestSuite() { display.reset(); }
+    inline static std::optional<demo::XServer> display;
+};
 
 TEST_P(Picture, is_what_its_program_draws) {
-    const demo::XServer display;
     play(GetParam(), TREE, std::filesystem::absolute("made.png").string());
     sf::Image made;
     sf::Image committed;
