@@ -205,15 +205,19 @@ std::vector<unsigned char> XServer::pixels() const {
     XGetWindowAttributes(connection->display, window, &size);
     XImage *image = XGetImage(connection->display, window, 0, 0, static_cast<unsigned>(size.width),
                               static_cast<unsigned>(size.height), AllPlanes, ZPixmap);
-    std::vector<unsigned char> pixels;
-    for (int i = 0; image && i < size.width * size.height; ++i) {
-        const unsigned long pixel = XGetPixel(image, i % size.width, i / size.width);
-        for (const int shift : {16, 8, 0})
-            pixels.push_back(static_cast<unsigned char>(pixel >> shift & 0xFF));
-        pixels.push_back(255);
-    }
-    if (image)
-        XDestroyImage(image);
+    if (!image)
+        return {};
+    std::vector<unsigned char> pixels(
+        std::size_t{4} * static_cast<unsigned>(size.width * size.height), 255);
+    unsigned char *to = pixels.data();
+    for (int y = 0; y < size.height; ++y)
+        for (int x = 0; x < size.width; ++x) {
+            const unsigned long pixel = XGetPixel(image, x, y);
+            for (const int shift : {16, 8, 0})
+                *to++ = static_cast<unsigned char>(pixel >> shift & 0xFF);
+            ++to; // Its opacity.
+        }
+    XDestroyImage(image);
     return pixels;
 }
 

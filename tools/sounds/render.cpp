@@ -30,12 +30,15 @@ class Mixer {
         std::size_t at = sampleOfStep(piece, note.start);
         const std::size_t end = sampleOfStep(piece, note.start + note.steps);
         Voice voice(*part.instrument, note, static_cast<int>(end - at));
-        for (; !voice.isOver(); ++at) {
-            if (at >= dry.size() && !piece.loops)
-                return;
+        while (!voice.isOver()) {
             const std::int64_t sample = voice.next() * part.volume;
-            dry[at % dry.size()] += sample;
-            sent[at % dry.size()] += sample * part.echo / 100;
+            dry[at] += sample;
+            sent[at] += sample * part.echo / 100;
+            if (++at < dry.size())
+                continue;
+            if (!piece.loops)
+                return;
+            at = 0;
         }
     }
 
