@@ -12,6 +12,7 @@
 #include "support/InputWitness.h"
 #include "support/environment.h"
 
+#include <chrono>
 #include <cstdlib>
 #include <sstream>
 #include <thread>

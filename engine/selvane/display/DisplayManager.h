@@ -10,7 +10,6 @@
 #include "selvane/core/Manager.h"
 #include "selvane/core/Vector.h"
 
-#include <chrono>
 #include <concepts>
 #include <cstdint>
 #include <functional>
@@ -225,8 +224,8 @@ class DisplayManager : public Manager {
     std::unique_ptr<sf::Text> p_text;                // What the character in a cell looks like.
     std::unique_ptr<CellBatch> cells;
     std::unique_ptr<platform::WindowWatch> watch;
-    std::chrono::steady_clock::time_point shown_at; // Whatever the game's clock says.
-    Vector shown_size;                              // Of the window then, in pixels.
+    std::int64_t shown_at = 0; // Microseconds, whatever the game's clock says.
+    Vector shown_size;         // Of the window then, in pixels.
     std::unique_ptr<sf::Texture> kept_frame;
     std::unique_ptr<ScreenCapture> capture;
     bool is_capture_wanted = false;

@@ -18,7 +18,6 @@
 #include <SFML/Graphics/Text.hpp>
 #include <SFML/Graphics/Texture.hpp>
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <cstdlib>
 #include <new>
@@ -194,15 +193,15 @@ int DisplayManager::loadFallback() {
 /// A frame that is the same as the last is not drawn, unless the window may show something else by
 /// now. Where frames may come faster than the screen shows them, each waits for the screen.
 void DisplayManager::showFrame() {
-    using namespace std::chrono_literals;
-    const auto now = std::chrono::steady_clock::now();
+    constexpr std::int64_t second = 1'000'000;
+    const std::int64_t now = platform::systemTimeSource().steadyTime();
     const sf::Vector2u size = p_window->getSize();
     const bool is_disturbed =
         watch->isUncovered() ||
         shown_size != Vector{static_cast<float>(size.x), static_cast<float>(size.y)};
     const bool is_fast = Config::getInstance().getFrameTime() < longest_refresh;
     const bool is_wanted = is_fast || overlay || is_frame_kept || isPictureDue();
-    if (!cells->endFrame(is_disturbed || is_wanted || now - shown_at >= 1s))
+    if (!cells->endFrame(is_disturbed || is_wanted || now - shown_at >= second))
         return;
     if (is_frame_kept)
         keepFrame();
