@@ -6,6 +6,8 @@
 /// reached. Any thread, one at a time.
 #pragma once
 
+#include "selvane/path/CandidateQueue.h"
+
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -53,10 +55,9 @@ class GridSearch {
 
   private:
     struct Node {
-        float g;                     // The cost of the way from the start.
-        std::uint32_t rank : 24;     // Counts the cells as they are first opened, from 1; 0: never.
-        std::uint32_t came_by : 7;   // The step that led here, see stepCode().
-        std::uint32_t is_closed : 1; // It has been expanded.
+        std::uint32_t merit;       // Of the cost of the way from the start; 0: never seen.
+        std::uint32_t rank : 24;   // Counts the cells as they are first opened, from 1; 0: never.
+        std::uint32_t came_by : 8; // The step that led here, see STEPS.
     };
     static_assert(sizeof(Node) == 8);
 
@@ -64,23 +65,26 @@ class GridSearch {
         void operator()(Node *block) const;
     };
 
+    /// The merit of a cell that has been expanded: no other way to it is worth taking. It is that
+    /// of the cost 0, the start's.
+    static constexpr std::uint32_t CLOSED = ~0U;
+
     bool isOnGrid(Cell cell) const { return cell.x < size.x && cell.y < size.y; }
     std::uint32_t indexOf(Cell cell) const { return cell.y * size.x + cell.x; }
     Cell takeMostPromising();
+    unsigned worthwhileSteps(Cell from, float g) const;
     void openNeighbours(Cell current, const CellTest &is_blocked);
-    static bool isWorth(const Node &node, float new_g);
-    void open(Cell cell, float g, std::uint32_t came_by);
+    void open(Cell cell, float g, unsigned came_by);
 
     Cell size;
     Cell start;
     Cell goal;
     bool is_found = false;
     std::unique_ptr<Node[], Free> nodes;
-    // A heap, see promise(). A cell that became cheaper is in it twice; when taken again, it is
-    // closed.
-    std::vector<std::uint64_t> candidates;
-    std::vector<std::uint32_t> opened; // Cells that were ever open: the first has the rank 1.
-    std::uint32_t open_count = 0;      // Cells that are open now.
+    // A cell that became cheaper is in it twice; when taken again, it is closed.
+    CandidateQueue candidates;
+    std::uint32_t opened_count = 0; // Cells that were ever open.
+    std::uint32_t open_count = 0;   // Cells that are open now.
 };
 
 } // namespace sv
