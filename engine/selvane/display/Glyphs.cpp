@@ -17,13 +17,26 @@ constexpr int most_missing = 100; // That are logged.
 constexpr char broad_letter = 'W';
 constexpr char32_t last_of_latin_1 = 0xFF;
 
-/// A glyph is drawn with this much of its surroundings, in pixels of the font's texture, so that
-/// its edge can fade out between two pixels. It reaches no farther.
+/// sf::Text draws a glyph with this much of its surroundings, in pixels of the window and of the
+/// font's texture, which are not quite as large as each other.
 constexpr float glyph_padding = 1;
+
+/// The outer part of it, in pixels of the texture, shows nothing: a glyph's edge fades out within
+/// half a pixel.
+constexpr float invisible_padding = 0.5F;
 
 PixelArea padded(float left, float top, float width, float height) {
     return {left - glyph_padding, top - glyph_padding, left + width + glyph_padding,
             top + height + glyph_padding};
+}
+
+/// As much less of the place as of the texture.
+void leaveOutInvisible(PixelArea &place, PixelArea &texture) {
+    const float x = invisible_padding * (place.right - place.left) / (texture.right - texture.left);
+    const float y = invisible_padding * (place.bottom - place.top) / (texture.bottom - texture.top);
+    place = {place.left + x, place.top + y, place.right - x, place.bottom - y};
+    texture = {texture.left + invisible_padding, texture.top + invisible_padding,
+               texture.right - invisible_padding, texture.bottom - invisible_padding};
 }
 
 const sf::Glyph &glyphIn(const sf::Font &font, char32_t ch, unsigned size, const sf::Text &text) {
@@ -107,6 +120,8 @@ void Glyphs::load(char32_t ch, Glyph &glyph) {
     glyph.place =
         padded(bounds.left, bounds.top + static_cast<float>(size), bounds.width, bounds.height);
     glyph.texture = padded(texture.left, texture.top, texture.width, texture.height);
+    if (found.textureRect.width > 0) // Otherwise it shows a corner of SFML's white square.
+        leaveOutInvisible(glyph.place, glyph.texture);
     glyph.is_known = true;
     if (is_utf8 && ch > last_of_latin_1)
         fitIntoCell(found, glyph.place);
