@@ -63,7 +63,8 @@ class Animation {
 
     // Called by the engine.
 
-    /// Whether the last frame has been shown to its end since the last call.
+    /// Whether the last frame has been shown to its end since the last takeEnd().
+    bool hasEnded() const { return has_ended; }
     bool takeEnd() { return std::exchange(has_ended, false); }
 
     /// While they are held, animations stay on the frame that they show.

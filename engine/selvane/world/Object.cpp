@@ -311,9 +311,4 @@ int Object::unregisterInterest(const std::string &event_type) {
     return 0;
 }
 
-void Object::stepAcceleration() {
-    if (acceleration != Vector{})
-        setVelocity(getVelocity() + acceleration);
-}
-
 } // namespace sv

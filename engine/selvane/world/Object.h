@@ -253,14 +253,23 @@ class Object {
 
     /// Once a step, after the object's move: turns it towards its next waypoint, past those
     /// reached.
-    void stepPath();
+    void stepPath() {
+        if (follow_path)
+            followPath();
+    }
 
     /// Once a step, after stepPath(): adds the acceleration to the velocity.
-    void stepAcceleration();
+    void stepAcceleration() {
+        if (acceleration != Vector{})
+            setVelocity(getVelocity() + acceleration);
+    }
 
     /// Once a step, after stepAcceleration(): marks the object if its life span has run out, and
     /// sends it the end of its animation. A handler may delete it.
-    void stepLife();
+    void stepLife() {
+        if (life_span != 0 || animation.hasEnded())
+            spendLife();
+    }
 
   protected:
     /// As draw(), elsewhere in the world than at its position.
@@ -285,6 +294,8 @@ class Object {
     void dropPassed() const;
     int startSearch(Vector to, const Object *target);
     void warnIfNotMoving();
+    void followPath();
+    void spendLife();
 
     // What each step needs comes first, so that it is near together in memory.
     int id;

@@ -17,7 +17,7 @@ int Object::setLifeSpan(int new_life_span) {
     return 0;
 }
 
-void Object::stepLife() {
+void Object::spendLife() {
     const bool has_animation_ended = animation.takeEnd();
     const bool is_over = life_span == UNTIL_ANIMATION_ENDS
                              ? has_animation_ended || !animation.getSprite()

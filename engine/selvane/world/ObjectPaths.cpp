@@ -79,9 +79,7 @@ int Object::startSearch(Vector to, const Object *target) {
     return path_finder ? 0 : -1;
 }
 
-void Object::stepPath() {
-    if (!follow_path)
-        return;
+void Object::followPath() {
     Object *self = this; // An override of setPosition() may delete it.
     const ObjectWatch watch(self);
     // At most as many as there are now: an override that puts each one back must not loop for ever.
