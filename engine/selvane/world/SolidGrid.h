@@ -1,14 +1,20 @@
 /// Divides the world into equal cells and notes in each which boxes reach into it, so that two
 /// boxes that touch have a cell in common. Boxes are known by a number, their place in a list.
 ///
+/// A box that moves is noted with its lane: all that it covers if it goes on like that for some
+/// steps. Boxes touch only where their lanes do. So the grid is asked once for each lane, who are
+/// its neighbours, and while a box is in its lane it is compared with those: mostly none.
+///
 /// Exact at any size and position: what is beyond the world is in the outermost cells, and a
 /// coordinate that grows never gets into an earlier cell, whatever the rounding.
 #pragma once
 
 #include "selvane/core/Box.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <vector>
 
 namespace sv {
@@ -22,7 +28,25 @@ struct Corners {
         : low(box.corner), high{end(box.corner.x, box.horizontal),
                                 end(box.corner.y, box.vertical)} {}
 
-    friend bool operator==(const Corners &, const Corners &) = default;
+    /// Touches nothing.
+    static Corners nowhere() {
+        constexpr float nan = std::numeric_limits<float>::quiet_NaN();
+        return Corners({{nan, nan}, 0, 0});
+    }
+
+    /// Extended to where the box is after it went that way.
+    Corners swept(Vector way) const {
+        Corners all = *this;
+        all.low = {std::min(low.x, low.x + way.x), std::min(low.y, low.y + way.y)};
+        all.high = {std::max(high.x, high.x + way.x), std::max(high.y, high.y + way.y)};
+        return all;
+    }
+
+    /// False for NaN.
+    bool holds(const Corners &other) const {
+        return low.x <= other.low.x && low.y <= other.low.y && other.high.x <= high.x &&
+               other.high.y <= high.y;
+    }
 
     /// False for boxes that do not touch, and always for NaN. True for those that do, and for some
     /// of negative extents, so that boxIntersectsBox() has the last word.
@@ -42,42 +66,46 @@ struct Corners {
 
 class SolidGrid {
   public:
-    /// The cells that a box reaches into.
-    struct Range {
-        std::uint16_t left, top, right, bottom;
+    /// Without boxes, in a world of that many columns and rows, 1 to 1000. Neighbours are only kept
+    /// if they are wanted.
+    void reset(const Box &world, int column_count, int row_count, bool new_has_neighbours);
 
-        friend bool operator==(const Range &, const Range &) = default;
+    /// A box that rests is its own lane.
+    void insert(std::uint32_t number, const Corners &lane);
+    void remove(std::uint32_t number);
 
-        /// Whether there are so many cells that all boxes are looked through faster.
-        bool isWide() const { return (right - left + 1) * (bottom - top + 1) > most_cells; }
-    };
-
-    /// Without boxes, in a world of that many columns and rows, 1 to 1000.
-    void reset(const Box &world, int column_count, int row_count);
-
-    Range rangeOf(const Corners &box) const {
-        if (!(box == last_box)) {
-            last_range = compute(box);
-            last_box = box;
-        }
-        return last_range;
+    /// To a new place, with the way that led there from the last one.
+    void move(std::uint32_t number, const Corners &box, Vector way) {
+        if (!filed[number].lane.holds(box))
+            changeLane(number, box, way);
     }
 
-    void insert(std::uint32_t number, const Range &range);
-    void remove(std::uint32_t number, const Range &range);
+    // REQUIRES for the next two: neighbours are kept.
 
-    /// Calls `visitor` with the number of each box that has a cell in common with the range, maybe
-    /// repeatedly, in any order, until it returns true; whether it did. REQUIRES: it is not wide.
+    /// Whether visitFrom() would visit none: a quick answer for most boxes.
+    bool isAlone(std::uint32_t number, const Corners &box) const {
+        return filed[number].neighbours.empty() && filed[number].lane.holds(box);
+    }
+
+    /// As visit(), for the box of that number at any place, and always to the end.
     template<typename Visitor>
-    bool visit(const Range &range, Visitor visitor) const {
-        const std::size_t width = range.right - range.left + std::size_t{1};
-        const Numbers *cell = &cells[range.top * columns.count + range.left];
-        for (auto row = range.top; row <= range.bottom; ++row, cell += columns.count - width)
-            for (const Numbers *end = cell + width; cell != end; ++cell)
-                for (const std::uint32_t number : *cell)
-                    if (visitor(number))
-                        return true;
-        for (const std::uint32_t number : wide)
+    void visitFrom(std::uint32_t number, const Corners &box, Visitor visitor) const {
+        if (!filed[number].lane.holds(box)) {
+            visit(box, visitor);
+            return;
+        }
+        for (const std::uint32_t neighbour : filed[number].neighbours)
+            visitor(neighbour);
+    }
+
+    /// Calls `visitor` with the number of each box that may touch `box`, maybe repeatedly, in any
+    /// order, until it returns true; whether it did.
+    template<typename Visitor>
+    bool visit(const Corners &box, Visitor visitor) const {
+        const Range range = rangeOf(box);
+        if (!range.isWide())
+            return visitCells(range, visitor);
+        for (std::uint32_t number = 0; number < filed.size(); ++number)
             if (visitor(number))
                 return true;
         return false;
@@ -87,6 +115,19 @@ class SolidGrid {
     using Numbers = std::vector<std::uint32_t>;
 
     static constexpr int most_cells = 16; // Of a range that is not wide.
+
+    struct Filed {
+        Corners lane = Corners::nowhere();
+        Numbers neighbours;
+    };
+
+    /// The cells that a box reaches into.
+    struct Range {
+        std::uint16_t left, top, right, bottom;
+
+        /// Whether there are so many cells that all boxes are looked through faster.
+        bool isWide() const { return (right - left + 1) * (bottom - top + 1) > most_cells; }
+    };
 
     /// The columns, or the rows.
     struct Axis {
@@ -104,10 +145,28 @@ class SolidGrid {
         }
     };
 
-    Range compute(const Corners &box) const {
+    Range rangeOf(const Corners &box) const {
         return {columns.cellOf(box.low.x), rows.cellOf(box.low.y), columns.cellOf(box.high.x),
                 rows.cellOf(box.high.y)};
     }
+
+    template<typename Visitor>
+    bool visitCells(const Range &range, Visitor visitor) const {
+        const std::size_t width = range.right - range.left + std::size_t{1};
+        const Numbers *cell = &cells[range.top * columns.count + range.left];
+        for (auto row = range.top; row <= range.bottom; ++row, cell += columns.count - width)
+            for (const Numbers *end = cell + width; cell != end; ++cell)
+                for (const std::uint32_t number : *cell)
+                    if (visitor(number))
+                        return true;
+        for (const std::uint32_t number : wide)
+            if (visitor(number))
+                return true;
+        return false;
+    }
+
+    void changeLane(std::uint32_t number, const Corners &box, Vector way);
+    void link(std::uint32_t number);
     template<typename Action>
     void forEachList(const Range &range, Action action);
 
@@ -115,9 +174,8 @@ class SolidGrid {
     Axis rows;
     std::vector<Numbers> cells{1}; // Row by row.
     Numbers wide;                  // Of the wide boxes, which are in no cell.
-    // A box is mostly asked for twice in a row: where it would be, and when it gets there.
-    mutable Corners last_box{Box{}};
-    mutable Range last_range{};
+    std::vector<Filed> filed;      // By number.
+    bool has_neighbours = false;
 };
 
 } // namespace sv

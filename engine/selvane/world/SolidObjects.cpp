@@ -4,15 +4,11 @@
 #include "selvane/world/geometry.h"
 
 #include <algorithm>
-#include <limits>
 #include <new>
 
 namespace sv {
 
 namespace {
-
-constexpr float nan = std::numeric_limits<float>::quiet_NaN();
-const Corners nowhere(Box{{nan, nan}, 0, 0});
 
 std::uint32_t number(std::size_t place) {
     return static_cast<std::uint32_t>(place);
@@ -35,12 +31,12 @@ void SolidObjects::setWorld(const Box &new_world) {
 int SolidObjects::insert(Object *p_o) {
     const Corners box(getWorldBox(p_o));
     try {
-        entries.push_back({box, p_o, {}});
+        entries.push_back({box, p_o});
     } catch (const std::bad_alloc &) {
         return -1;
     }
     p_o->solid_place = entries.size() - 1;
-    changeGrid([&] { file(p_o->solid_place); });
+    changeGrid([&] { grid.insert(number(p_o->solid_place), box); });
     return 0;
 }
 
@@ -74,6 +70,10 @@ void SolidObjects::updatePosition(const Object *p_o, Vector new_position) {
 
 ObjectList SolidObjects::touchedBy(const Object *p_o, Vector where) const {
     const Box box = getWorldBox(p_o, where);
+    return isAlone(p_o, Corners(box)) ? ObjectList() : search(p_o, box);
+}
+
+ObjectList SolidObjects::search(const Object *p_o, const Box &box) const {
     const Corners corners(box);
     ObjectList touched;
     const auto add = [&](const Entry &entry) {
@@ -104,13 +104,23 @@ bool SolidObjects::isBlocked(const Object *p_o, Vector where, Vector goal) const
         return boxIntersectsBox(box, obstacle) && !boxIntersectsBox({goal, 0, 0}, obstacle);
     };
     if (isGridReady())
-        if (const SolidGrid::Range range = grid.rangeOf(corners); !range.isWide())
-            return grid.visit(range, [&](std::uint32_t place) { return blocks(entries[place]); });
+        return grid.visit(corners, [&](std::uint32_t place) { return blocks(entries[place]); });
     return std::any_of(entries.begin(), entries.end(), blocks);
 }
 
 bool SolidObjects::isAt(std::size_t place, const Object *p_o) const {
     return place < entries.size() && entries[place].object == p_o;
+}
+
+/// Whether it has one entry, at the place that it notes.
+bool SolidObjects::isFiledOnce(const Object *p_o) const {
+    return p_o->filings == 1 && isAt(p_o->solid_place, p_o);
+}
+
+/// Whether it surely touches nothing there.
+bool SolidObjects::isAlone(const Object *p_o, const Corners &box) const {
+    return is_current && is_divided && isFiledOnce(p_o) &&
+           grid.isAlone(number(p_o->solid_place), box);
 }
 
 /// The first one; entries.size() if it has none. An object that was filed more than once may have
@@ -125,26 +135,15 @@ std::size_t SolidObjects::placeOf(const Object *p_o) const {
 }
 
 void SolidObjects::clear(std::size_t place) {
-    changeGrid([&] { grid.remove(number(place), entries[place].range); });
-    entries[place] = {nowhere, nullptr, {}};
+    changeGrid([&] { grid.remove(number(place)); });
+    entries[place] = {Corners::nowhere(), nullptr};
     ++gaps;
 }
 
 void SolidObjects::move(std::size_t place, const Corners &to) {
-    Entry &entry = entries[place];
-    entry.box = to;
-    changeGrid([&] {
-        if (grid.rangeOf(to) == entry.range)
-            return;
-        grid.remove(number(place), entry.range);
-        file(place);
-    });
-}
-
-void SolidObjects::file(std::size_t place) const {
-    Entry &entry = entries[place];
-    entry.range = grid.rangeOf(entry.box);
-    grid.insert(number(place), entry.range);
+    const Vector way = to.low - entries[place].box.low;
+    entries[place].box = to;
+    changeGrid([&] { grid.move(number(place), to, way); });
 }
 
 /// Once there are more gaps than objects.
@@ -174,30 +173,31 @@ void SolidObjects::changeGrid(Change change) {
 /// False without memory.
 bool SolidObjects::fillGrid() const {
     try {
-        grid.reset(world, columns, rows);
+        grid.reset(world, columns, rows, is_divided);
         for (std::size_t place = 0; place < entries.size(); ++place)
             if (entries[place].object)
-                file(place);
+                grid.insert(number(place), entries[place].box);
     } catch (const std::bad_alloc &) {
         return false;
     }
     return is_current = true;
 }
 
-/// The places of the other objects that the box may touch, in order. False if the grid is no help.
+/// The places of the other objects that the box may touch, in order. False without memory.
 bool SolidObjects::findNear(const Object *p_o, const Corners &box) const {
     if (!isGridReady())
         return false;
-    const SolidGrid::Range range = grid.rangeOf(box);
-    if (range.isWide())
-        return false;
     near.clear();
+    const auto note = [&](std::uint32_t place) {
+        if (box.mayTouch(entries[place].box) && entries[place].object != p_o)
+            near.push_back(place);
+        return false;
+    };
     try {
-        grid.visit(range, [&](std::uint32_t place) {
-            if (box.mayTouch(entries[place].box) && entries[place].object != p_o)
-                near.push_back(place);
-            return false;
-        });
+        if (isFiledOnce(p_o))
+            grid.visitFrom(number(p_o->solid_place), box, note);
+        else
+            grid.visit(box, note);
     } catch (const std::bad_alloc &) {
         return false;
     }

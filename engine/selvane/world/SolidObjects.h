@@ -1,6 +1,6 @@
 /// The solid objects in the order in which they became solid, with their boxes, and which of them a
-/// box touches. It looks through all boxes, or, if it is divided, through those in the same cells
-/// of a grid; the answers are the same.
+/// box touches. It looks through all boxes, or, if it is divided, through those that a grid finds
+/// near it; the answers are the same.
 ///
 /// Borrows the objects; the scene graph owns the one list. Game-loop thread only.
 #pragma once
@@ -48,14 +48,15 @@ class SolidObjects {
     struct Entry {
         Corners box; // Touches nothing once the object is removed.
         Object *object = nullptr;
-        SolidGrid::Range range{}; // Its cells, if the grid is current.
     };
 
     bool isAt(std::size_t place, const Object *p_o) const;
+    bool isFiledOnce(const Object *p_o) const;
+    bool isAlone(const Object *p_o, const Corners &box) const;
+    ObjectList search(const Object *p_o, const Box &box) const;
     std::size_t placeOf(const Object *p_o) const;
     void clear(std::size_t place);
     void move(std::size_t place, const Corners &to);
-    void file(std::size_t place) const;
     void closeGaps();
     template<typename Change>
     void changeGrid(Change change);
@@ -63,7 +64,7 @@ class SolidObjects {
     bool fillGrid() const;
     bool findNear(const Object *p_o, const Corners &box) const;
 
-    mutable std::vector<Entry> entries; // With gaps, so that places stay.
+    std::vector<Entry> entries; // With gaps, so that places stay.
     std::size_t gaps = 0;
 
     Box world;
