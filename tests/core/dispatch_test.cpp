@@ -4,6 +4,8 @@
 #include "selvane/core/LogManager.h"
 #include "support/WorldTest.h"
 
+#include <utility>
+
 namespace sv {
 namespace {
 
@@ -61,6 +63,8 @@ TEST_F(Dispatch, active_objects_are_called_in_order) {
 
 TEST_F(Dispatch, handlers_may_change_the_receivers) {
     add(a);
+    add(c, "t2");
+    EXPECT_EQ(receiversDuring([&] { drop(a), add(a); }), "aa a") << "behind t2, as a new type";
     add(b);
     EXPECT_EQ(receiversDuring([&] { drop(b); }), "ab a");
     EXPECT_EQ(receiversDuring([&] { add(c); }), "a ac");
@@ -72,6 +76,24 @@ TEST_F(Dispatch, handlers_may_change_the_receivers) {
             add(a, "t" + std::to_string(i));
     };
     EXPECT_EQ(receiversDuring(move_rows_in_memory), "ca ca");
+}
+
+TEST_F(Dispatch, nested_events_reach_those_registered_before) {
+    auto *p_doomed = new Witness("d", diary);
+    for (Witness *p_o : {&a, &b, &c, p_doomed})
+        add(*p_o);
+    bool is_first = true;
+    a.on_event = [&](const Event *) {
+        if (std::exchange(is_first, false))
+            send("t");
+    };
+    b.on_event = [&](const Event *) {
+        drop(c);
+        delete std::exchange(p_doomed, nullptr);
+    };
+    send("t");
+    EXPECT_EQ(diary, (Diary{"a: t", "a: t", "b: t", "d: gone", "c: t", "b: t", "c: t"}));
+    EXPECT_EQ(receivers(), "ab");
 }
 
 TEST_F(Dispatch, a_manager_delivers_a_hundred_types) {

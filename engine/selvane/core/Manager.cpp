@@ -9,8 +9,8 @@
 #include "selvane/world/WorldManager.h"
 
 #include <algorithm>
-#include <array>
 #include <new>
+#include <optional>
 #include <utility>
 
 namespace sv {
@@ -25,38 +25,49 @@ std::vector<Manager *> &allManagers() {
     return managers;
 }
 
-/// What a delivery works with: the type of its event and copies of the lists of receivers, as they
-/// were before any handler. Each level of nesting uses the same memory again.
-class Delivery {
+} // namespace
+
+/// A delivery under way. It walks the list of a row as the list was when it began: who changes the
+/// list leaves it to the delivery, and the row gets a copy.
+class Manager::Delivery {
   public:
-    explicit Delivery(const std::string &event_type) : own(levels().at(depth)) {
-        own.event_type = event_type;
-        ++depth;
-    }
-    ~Delivery() { --depth; }
+    explicit Delivery(Interest &row)
+        : first(row.obj_list.begin()), last(row.obj_list.end()), watch(row.obj_list),
+          outer(std::exchange(innermost, this)) {}
+    ~Delivery() { innermost = outer; }
     Delivery(const Delivery &) = delete;
     Delivery &operator=(const Delivery &) = delete;
 
-    const std::string &getType() const { return own.event_type; }
-    ObjectList &receivers() { return own.receivers; }
+    auto begin() const { return first; }
+    auto end() const { return last; }
+
+    /// The row as it was, if it has changed.
+    const std::optional<Interest> &rowBefore() const { return before; }
+
+    /// To be called before the list of a row changes. Without memory the row loses its objects.
+    static void keep(Interest &row);
 
   private:
-    struct Level {
-        std::string event_type;
-        ObjectList receivers;
-    };
+    static inline Delivery *innermost = nullptr;
 
-    /// Never destroyed, as the managers.
-    static std::array<Level, NestingLimit::MOST> &levels() {
-        static auto &instance = *new std::array<Level, NestingLimit::MOST>;
-        return instance;
-    }
-
-    static inline std::size_t depth = 0;
-    Level &own;
+    ObjectList::Iterator first;
+    ObjectList::Iterator last;
+    std::optional<Interest> before;
+    ObjectWatch watch;
+    Delivery *outer;
 };
 
-} // namespace
+void Manager::Delivery::keep(Interest &row) {
+    Delivery *outermost = nullptr; // Of those that walk the list: it needs the list longest.
+    for (Delivery *delivery = innermost; delivery; delivery = delivery->outer) {
+        if (delivery->first != row.obj_list.begin())
+            continue;
+        delivery->before = row;
+        outermost = delivery;
+    }
+    if (outermost)
+        std::swap(outermost->before->obj_list, row.obj_list);
+}
 
 Manager::Manager() {
     allManagers().push_back(this);
@@ -97,7 +108,7 @@ int Manager::onEvent(const Event *p_event) {
         return 0;
     }
     const std::string &event_type = p_event->event_type;
-    if (event_type == UNDEFINED_EVENT) {
+    if (p_event->isOfType(UNDEFINED_EVENT)) {
         // Names the manager twice, as the line always has: people search logs for it.
         logLine(1, "Manager(%s)::onEvent(): Warning! Event type %s is undefined.", type.c_str(),
                 type.c_str());
@@ -110,7 +121,7 @@ int Manager::onEvent(const Event *p_event) {
     }
     const NestingLimit::Call call(nested_events);
     if (!call.isRefused())
-        return deliver(p_event);
+        return deliver(p_event, event_type, 0);
     if (nested_events.isFirstRefusal())
         logFailure(
             "Manager(%s)::onEvent(): Error! %d events are under way, each sent from a handler "
@@ -120,26 +131,25 @@ int Manager::onEvent(const Event *p_event) {
     return 0;
 }
 
-int Manager::deliver(const Event *p_event) {
-    Delivery delivery(p_event->event_type);
-    ObjectList &receivers = delivery.receivers();
+int Manager::deliver(const Event *p_event, const std::string &event_type, std::size_t row) {
+    while (row < interests.size() && interests[row].event_name != event_type)
+        ++row;
+    if (row == interests.size())
+        return 0;
+    const Delivery delivery(interests[row]);
     int called = 0;
-    // By index: a handler may add and remove rows.
-    for (std::size_t row = 0; row < interests.size(); ++row) {
-        if (interests[row].event_name != delivery.getType())
+    for (Object *const p_o : delivery) {
+        // An event of the step still reaches the objects after the one whose handler recursed.
+        if (nested_events.isReachedWithin())
+            return called;
+        if (!p_o || !p_o->isActive())
             continue;
-        receivers = interests[row].obj_list;
-        const ObjectWatch watch(receivers);
-        for (Object *p_o : receivers) {
-            // An event of the step still reaches the objects after the one whose handler recursed.
-            if (nested_events.isReachedWithin())
-                return called;
-            if (!p_o || !p_o->isActive())
-                continue;
-            p_o->eventHandler(p_event);
-            ++called;
-        }
+        p_o->eventHandler(p_event);
+        ++called;
     }
+    // A handler may have removed the row and added another of this type behind it.
+    if (delivery.rowBefore())
+        called += deliver(p_event, delivery.rowBefore()->event_name, row + 1);
     return called;
 }
 
@@ -159,8 +169,10 @@ int Manager::registerInterest(Object *p_o, const std::string &event_type) {
 
 int Manager::addInterest(Object *p_o, const std::string &event_type) {
     const auto found = findInterest(event_type);
-    if (found != interests.end())
+    if (found != interests.end()) {
+        Delivery::keep(*found);
         return found->obj_list.insert(p_o);
+    }
 
     if (interests.size() >= MAX_EVENTS)
         return -1;
@@ -178,7 +190,10 @@ int Manager::addInterest(Object *p_o, const std::string &event_type) {
 
 int Manager::unregisterInterest(Object *p_o, const std::string &event_type) {
     const auto found = findInterest(event_type);
-    if (found == interests.end() || found->obj_list.remove(p_o) != 0)
+    if (found == interests.end())
+        return -1;
+    Delivery::keep(*found);
+    if (found->obj_list.remove(p_o) != 0)
         return -1;
     --p_o->registrations;
     if (found->obj_list.isEmpty())
@@ -199,9 +214,11 @@ void Manager::resetAll() {
 }
 
 void Manager::forget(const Object *p_o) {
-    for (Interest &interest : interests)
+    for (Interest &interest : interests) {
+        Delivery::keep(interest);
         while (interest.obj_list.remove(p_o) == 0) {
         }
+    }
     std::erase_if(interests, [](const Interest &interest) { return interest.obj_list.isEmpty(); });
 }
 

@@ -8,6 +8,7 @@
 
 #include "selvane/core/ObjectList.h"
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -79,9 +80,10 @@ class Manager {
         std::string event_name;
         ObjectList obj_list;
     };
+    class Delivery;
 
     std::vector<Interest>::iterator findInterest(const std::string &event_type);
-    int deliver(const Event *p_event);
+    int deliver(const Event *p_event, const std::string &event_type, std::size_t row);
     int addInterest(Object *p_o, const std::string &event_type);
     void forget(const Object *p_o);
 

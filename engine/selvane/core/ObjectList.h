@@ -13,6 +13,8 @@ class Object;
 
 class ObjectList {
   public:
+    using Iterator = std::vector<Object *>::const_iterator;
+
     ObjectList() = default;
     /// Without memory the copy is empty.
     ObjectList(const ObjectList &other);
@@ -35,8 +37,8 @@ class ObjectList {
     /// The object at that place, or null outside 0 to getCount() - 1.
     Object *at(int index) const;
 
-    auto begin() const { return objects.begin(); }
-    auto end() const { return objects.end(); }
+    Iterator begin() const { return objects.begin(); }
+    Iterator end() const { return objects.end(); }
 
   private:
     friend class ObjectWatch;
