@@ -174,14 +174,18 @@ TEST_F(Mistake, dead_objects_are_refused) {
 
 TEST_F(Mistake, endless_recursion_ends) {
     const auto push = [](Actor *p_me) { world().moveObject(p_me, p_me->getPosition()); };
-    const auto boom = [](Actor *) {
+    Actor *p_last = nullptr;
+    int calls_of_last = 0;
+    const auto boom = [&](Actor *p_me) {
+        if (p_me && p_me == p_last)
+            ++calls_of_last;
         Event event;
         event.setType("boom");
         world().onEvent(&event);
     };
     // Two of each: with both calling on, 2^500 calls would be under way.
     for (int i = 0; i < 2; ++i) {
-        new Actor("boom", boom);
+        p_last = new Actor("boom", boom);
         new Actor(COLLISION_EVENT, push);
     }
     play();
@@ -189,6 +193,7 @@ TEST_F(Mistake, endless_recursion_ends) {
         p_o->setVelocity({0.1F, 0});
     play();
     boom(nullptr);
+    EXPECT_EQ(calls_of_last, 1) << "only the outermost event goes on";
     EXPECT_TRUE(isLogged("moveObject(): Error! 500 moves are under way"));
     EXPECT_TRUE(isLogged("onEvent(): Error! 500 events are under way"));
     EXPECT_EQ(warnings(), 2U) << logText();
