@@ -136,8 +136,8 @@ class CandidateQueue {
     std::vector<Candidate> found;  // A heap, also of what belongs into an earlier slice.
     std::vector<Candidate> later;  // In lists. The unused places are a list, too.
     std::uint32_t unused = NONE;
-    std::array<std::uint32_t, LISTS> lists; // Their first places.
-    std::uint64_t filled_lists = 0;         // A bit for each.
+    std::array<std::uint32_t, LISTS> lists{}; // Their first places.
+    std::uint64_t filled_lists = 0;           // A bit for each.
 };
 
 } // namespace sv
