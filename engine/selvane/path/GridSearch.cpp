@@ -81,8 +81,8 @@ void GridSearch::Free::operator()(Node *block) const {
 GridSearch::GridSearch(Cell new_size, Cell new_start, Cell new_goal)
     : size(new_size), start(new_start), goal(new_goal), candidates(straightLine(start, goal)) {
     const std::uint64_t cells = std::uint64_t{size.x} * size.y;
-    // All zero is a cell never seen. The system zeroes each page of a large block when it is first
-    // touched, so that starting a search does not delay its step.
+    // All zero is a cell never seen. Of a very large block the system zeroes each page when it is
+    // first touched, so that starting a search does not delay its step.
     if (cells > 0 && cells <= MAX_CELLS)
         nodes.reset(static_cast<Node *>(std::calloc(cells, sizeof(Node))));
     if (nodes)

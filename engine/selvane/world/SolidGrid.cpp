@@ -8,8 +8,8 @@ namespace sv {
 namespace {
 
 /// The lane of a box that came there by `way`: as far as sixteen more moves like that take it, but
-/// no further than four cells, where it would have many neighbours. A longer move is a jump, which
-/// says nothing about the next one.
+/// no further than four, in cells of characters and not of the grid: it would have many neighbours.
+/// A longer move is a jump, which says nothing about the next one.
 Corners laneOf(const Corners &box, Vector way) {
     constexpr float moves = 16;
     constexpr float longest = 4;
