@@ -3,6 +3,7 @@
 #include "selvane/core/EventKeyboard.h"
 #include "selvane/display/DisplayManager.h"
 #include "selvane/loop/GameManager.h"
+#include "selvane/world/WorldManager.h"
 #include "selvane/world/spawn.h"
 #include "support/WindowTest.h"
 #include "support/environment.h"
@@ -27,6 +28,8 @@ class Sign : public sv::Object {
         setSolidness(sv::SPECTRAL);
         setBox({{-4, -1}, 8, 2});
         setPosition({20, 10});
+        setPath({{{35, 10}}}); // Which it follows with a speed of 0.
+        setFollowPath(true);
         registerInterest(sv::STEP_EVENT);
         registerInterest(sv::KEYBOARD_EVENT);
     }
@@ -60,6 +63,9 @@ struct DeskInWindow : test::WindowTest {
     void run(const std::function<void(Sign &)> &person) {
         sv::GameManager &game = sv::GameManager::getInstance();
         ASSERT_EQ(game.startUp(), 0);
+        sv::WorldManager &world = sv::WorldManager::getInstance();
+        world.setBoundary({{}, 80, 12});
+        world.setViewSlack({0.5F, 0.5F});
         auto *sign = sv::spawn<Sign>();
         std::thread hands([&] {
             EXPECT_TRUE(server->enterWindow());
@@ -125,6 +131,11 @@ TEST_F(DeskInWindow, its_keys_pause_step_and_take_pictures) {
         EXPECT_EQ(box.left, (20 - 4) * 20 + 8);
         EXPECT_EQ(box.right, (20 + 4) * 20 + 8);
         EXPECT_EQ(box.bottom, (10 + 1) * 40 + 28);
+        const int path_row = 10 * 40 + 28;
+        EXPECT_EQ(test::extentOf(sf::Color::Magenta, picture),
+                  (test::Extent{20 * 20 + 8, path_row, 35 * 20 + 7, path_row}));
+        EXPECT_EQ(test::extentOf(sf::Color::Blue, picture), // Half of the view.
+                  (test::Extent{10 * 20 + 8, 3 * 40 + 28, 30 * 20 + 8, 9 * 40 + 28}));
         tap("F5");
         EXPECT_TRUE(test::waitUntil([&] { return sign.steps > steps + 5; }));
         tap("a");
