@@ -24,6 +24,7 @@ class Font;
 class RectangleShape;
 class RenderStates;
 class RenderTarget;
+class Shader;
 class Text;
 class Vertex;
 } // namespace sf
@@ -90,6 +91,7 @@ class CellBatch {
     sf::RenderTarget &target;
     const sf::RectangleShape &rectangle;
     bool is_utf8;
+    std::unique_ptr<sf::Shader> shader; // Of the vertices; null where there are no shaders.
     Glyphs glyphs;
     InkMap ink;
     float light_line;               // Of box drawing.
