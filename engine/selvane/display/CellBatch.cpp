@@ -26,7 +26,6 @@ constexpr std::size_t most_vertices = 8192;
 
 /// Without a graphics card, many small draws take two thirds of the time of a large one.
 constexpr std::size_t vertices_per_draw = 80;
-constexpr std::size_t background_vertices_per_draw = 40;
 
 /// Pixels. Cells may be far smaller than a pixel, and the ink of each would take memory.
 constexpr float least_piece = 8;
@@ -227,10 +226,9 @@ void CellBatch::addCell(const Cell &cell) {
         drawQuads();
         is_fallback = glyph.is_fallback;
     }
-    const PixelArea place = moved(glyph.place, cell.text_pos);
-    ink.add(place);
+    ink.add(moved(glyph.place, cell.text_pos));
     makeRoom(1);
-    addQuad(vertices, place, glyph.texture, toSfml(cell.color));
+    addQuad(vertices, moved(glyph.place, cell.text_pos), glyph.texture, toSfml(cell.color));
 }
 
 /// For that many quads, and a background.
@@ -249,13 +247,15 @@ void CellBatch::addRectangle(const Cell &cell) {
     const sf::Color color =
         cell.has_background ? toSfml(cell.background) : rectangle.getFillColor();
     covered.clear();
-    ink.findInk(area, covered);
+    if (cell.has_background)
+        ink.findInkAndAdd(area, covered);
+    else
+        ink.findInk(area, covered);
     makeRoom(covered.size());
     for (const PixelArea &part : covered)
         addQuad(vertices, part, white_texel, color);
     if (!cell.has_background)
         return;
-    ink.add(area);
     if (!widenLast(area, color))
         addQuad(backgrounds, area, white_texel, color);
 }
@@ -315,21 +315,20 @@ void CellBatch::addQuad(std::vector<sf::Vertex> &to, const PixelArea &place,
 /// of the time. What was drawn before one of them in its cell is covered by a quad among the
 /// others.
 void CellBatch::drawQuads() {
-    draw(backgrounds, background_vertices_per_draw, sf::BlendNone);
+    draw(backgrounds, sf::BlendNone);
     if (vertices.empty())
         return;
     // Once for all: as a part of the state, it would be bound and let go for each draw.
     target.setActive();
     sf::Shader::bind(shader.get());
     // Not before: the texture grows with new glyphs, and is then another one.
-    draw(vertices, vertices_per_draw, &glyphs.texture(is_fallback));
+    draw(vertices, &glyphs.texture(is_fallback));
     sf::Shader::bind(nullptr);
 }
 
-void CellBatch::draw(std::vector<sf::Vertex> &quads, std::size_t at_once,
-                     const sf::RenderStates &states) {
-    for (std::size_t i = 0; i < quads.size(); i += at_once)
-        target.draw(&quads[i], std::min(at_once, quads.size() - i), sf::Quads, states);
+void CellBatch::draw(std::vector<sf::Vertex> &quads, const sf::RenderStates &states) {
+    for (std::size_t i = 0; i < quads.size(); i += vertices_per_draw)
+        target.draw(&quads[i], std::min(vertices_per_draw, quads.size() - i), sf::Quads, states);
     quads.clear();
 }
 

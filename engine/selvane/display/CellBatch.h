@@ -86,7 +86,7 @@ class CellBatch {
     static void addQuad(std::vector<sf::Vertex> &to, const PixelArea &place,
                         const PixelArea &texture, const sf::Color &color);
     void drawQuads();
-    void draw(std::vector<sf::Vertex> &quads, std::size_t at_once, const sf::RenderStates &states);
+    void draw(std::vector<sf::Vertex> &quads, const sf::RenderStates &states);
 
     sf::RenderTarget &target;
     const sf::RectangleShape &rectangle;

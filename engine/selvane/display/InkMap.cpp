@@ -19,69 +19,90 @@ PixelArea common(const PixelArea &a, const PixelArea &b) {
             std::min(a.bottom, b.bottom)};
 }
 
-/// The piece that a pixel is in; the first or last one for a pixel outside. They are all nearly as
-/// large as the first.
-std::size_t pieceAt(float pixel, const std::vector<float> &edges) {
-    const float last = static_cast<float>(edges.size()) - 2;
-    const float guess = (pixel - edges[0]) / (edges[1] - edges[0]);
-    auto piece = static_cast<std::size_t>(std::clamp(guess, 0.0F, last));
-    while (piece > 0 && edges[piece] > pixel)
-        --piece;
-    while (piece + 2 < edges.size() && edges[piece + 1] <= pixel)
-        ++piece;
-    return piece;
+void addPart(std::vector<PixelArea> &parts, const PixelArea &part) {
+    if (!part.isEmpty())
+        parts.push_back(part);
 }
 
 } // namespace
 
+InkMap::Edges::Edges(std::vector<float> new_pixels)
+    : pixels(std::move(new_pixels)), pieces_per_pixel(1 / (pixels[1] - pixels[0])) {}
+
+/// Its pieces are all nearly as large as the first.
+std::size_t InkMap::Edges::pieceAt(float pixel) const {
+    const float guess = (pixel - pixels[0]) * pieces_per_pixel;
+    const float nearest = std::clamp(guess, 0.0F, static_cast<float>(pieceCount() - 1));
+    auto piece = static_cast<std::size_t>(static_cast<int>(nearest));
+    while (piece > 0 && pixels[piece] > pixel)
+        --piece;
+    return pieceAt(pixel, piece);
+}
+
+std::size_t InkMap::Edges::pieceAt(float pixel, std::size_t from) const {
+    while (from + 1 < pieceCount() && pixels[from + 1] <= pixel)
+        ++from;
+    return from;
+}
+
 InkMap::InkMap(std::vector<float> new_columns, std::vector<float> new_rows)
     : columns(std::move(new_columns)), rows(std::move(new_rows)),
-      pieces((columns.size() - 1) * (rows.size() - 1)) {
+      pieces(columns.pieceCount() * rows.pieceCount()) {
     fill();
+}
+
+/// Calls `visit` with the place of each piece that the area touches, and with the ink in it.
+template<typename Visit>
+void InkMap::visitPieces(const PixelArea &area, Visit visit) {
+    if (area.isEmpty())
+        return;
+    const std::size_t first_column = columns.pieceAt(area.left);
+    const std::size_t last_column = columns.pieceAt(area.right, first_column);
+    const std::size_t first_row = rows.pieceAt(area.top);
+    const std::size_t last_row = rows.pieceAt(area.bottom, first_row);
+    for (std::size_t row = first_row; row <= last_row; ++row)
+        for (std::size_t column = first_column; column <= last_column; ++column)
+            visit(PixelArea{columns[column], rows[row], columns[column + 1], rows[row + 1]},
+                  pieces[row * columns.pieceCount() + column]);
 }
 
 /// Each piece is its own place, so that no area is found twice; the outermost have no outer edge.
 void InkMap::fill() {
     constexpr float everywhere = INFINITY;
-    const std::size_t end_column = columns.size() - 1;
-    const std::size_t end_row = rows.size() - 1;
+    const std::size_t end_column = columns.pieceCount();
+    const std::size_t end_row = rows.pieceCount();
+    auto piece = pieces.begin();
     for (std::size_t row = 0; row < end_row; ++row)
         for (std::size_t column = 0; column < end_column; ++column)
-            pieces[indexOf(column, row)] = {
-                column == 0 ? -everywhere : columns[column], row == 0 ? -everywhere : rows[row],
-                column + 1 == end_column ? everywhere : columns[column + 1],
-                row + 1 == end_row ? everywhere : rows[row + 1]};
-}
-
-InkMap::Range InkMap::piecesOf(const PixelArea &area) const {
-    if (area.isEmpty())
-        return {};
-    return {pieceAt(area.left, columns), pieceAt(area.top, rows), pieceAt(area.right, columns) + 1,
-            pieceAt(area.bottom, rows) + 1};
+            *piece++ = {column == 0 ? -everywhere : columns[column],
+                        row == 0 ? -everywhere : rows[row],
+                        column + 1 == end_column ? everywhere : columns[column + 1],
+                        row + 1 == end_row ? everywhere : rows[row + 1]};
 }
 
 /// Each piece takes what is in it: a rectangle around two neighbours that reach into it would be
 /// far larger.
 void InkMap::add(const PixelArea &area) {
-    const Range range = piecesOf(area);
-    for (std::size_t row = range.first_row; row < range.end_row; ++row)
-        for (std::size_t column = range.first_column; column < range.end_column; ++column) {
-            const PixelArea here =
-                common(area, {columns[column], rows[row], columns[column + 1], rows[row + 1]});
-            PixelArea &piece = pieces[indexOf(column, row)];
-            if (!here.isEmpty())
-                piece = around(piece, here);
-        }
+    visitPieces(area, [&](const PixelArea &place, PixelArea &ink) {
+        const PixelArea here = common(area, place);
+        if (!here.isEmpty())
+            ink = around(ink, here);
+    });
 }
 
-void InkMap::findInk(const PixelArea &area, std::vector<PixelArea> &found) const {
-    const Range range = piecesOf(area);
-    for (std::size_t row = range.first_row; row < range.end_row; ++row)
-        for (std::size_t column = range.first_column; column < range.end_column; ++column) {
-            const PixelArea here = common(pieces[indexOf(column, row)], area);
-            if (!here.isEmpty())
-                found.push_back(here);
-        }
+void InkMap::findInk(const PixelArea &area, std::vector<PixelArea> &found) {
+    visitPieces(area, [&](const PixelArea & /*place*/, const PixelArea &ink) {
+        addPart(found, common(ink, area));
+    });
+}
+
+void InkMap::findInkAndAdd(const PixelArea &area, std::vector<PixelArea> &found) {
+    visitPieces(area, [&](const PixelArea &place, PixelArea &ink) {
+        addPart(found, common(ink, area));
+        const PixelArea here = common(area, place);
+        if (!here.isEmpty())
+            ink = around(ink, here);
+    });
 }
 
 } // namespace sv

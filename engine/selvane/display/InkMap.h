@@ -34,24 +34,36 @@ class InkMap {
     void add(const PixelArea &area);
 
     /// Appends parts of the area that together have all ink in it.
-    void findInk(const PixelArea &area, std::vector<PixelArea> &found) const;
+    void findInk(const PixelArea &area, std::vector<PixelArea> &found);
+
+    /// Both: what was in the area before is found.
+    void findInkAndAdd(const PixelArea &area, std::vector<PixelArea> &found);
 
   private:
-    /// From the first column and row to those behind the last ones.
-    struct Range {
-        std::size_t first_column = 0;
-        std::size_t first_row = 0;
-        std::size_t end_column = 0;
-        std::size_t end_row = 0;
+    /// The edges of all columns or rows, from the first one's to the outer one of the last.
+    class Edges {
+      public:
+        explicit Edges(std::vector<float> new_pixels);
+
+        std::size_t pieceCount() const { return pixels.size() - 1; }
+        float operator[](std::size_t edge) const { return pixels[edge]; }
+
+        /// The piece that a pixel is in; the first or last one for a pixel outside.
+        std::size_t pieceAt(float pixel) const;
+
+        /// The same for a pixel that is not before the piece `from`, and near it.
+        std::size_t pieceAt(float pixel, std::size_t from) const;
+
+      private:
+        std::vector<float> pixels;
+        float pieces_per_pixel; // Of the first one: a division would take longer.
     };
 
-    Range piecesOf(const PixelArea &area) const;
-    std::size_t indexOf(std::size_t column, std::size_t row) const {
-        return row * (columns.size() - 1) + column;
-    }
+    template<typename Visit>
+    void visitPieces(const PixelArea &area, Visit visit);
 
-    std::vector<float> columns; // Their left edges, and the right one of the last.
-    std::vector<float> rows;
+    Edges columns;
+    Edges rows;
     std::vector<PixelArea> pieces; // The ink in each, by rows.
 };
 
