@@ -29,6 +29,18 @@ const Draw by_engine = [](Vector pos, char ch, sv::Color color) {
     DisplayManager::getInstance().drawCh(pos, ch, color);
 };
 
+/// With `utf8:true,`: two of three characters have a background of their own.
+std::optional<sv::Rgb> backgroundOf(char ch) {
+    const int number = static_cast<unsigned char>(ch);
+    if (number % 3 == 0)
+        return std::nullopt;
+    return sv::Rgb(static_cast<unsigned char>(number), 40, static_cast<unsigned char>(90 + number));
+}
+
+const Draw by_engine_with_backgrounds = [](Vector pos, char ch, sv::Color color) {
+    DisplayManager::getInstance().drawCh(pos, ch, color, backgroundOf(ch));
+};
+
 /// Two calls for each character, with objects of its own.
 class Plain {
   public:
@@ -45,7 +57,11 @@ class Plain {
         sf::RenderWindow &window = *DisplayManager::getInstance().getFlushedWindow();
         const Vector corner = sv::WorldManager::getInstance().getView().corner;
         const sf::Vector2f pixel((pos.x - corner.x) * cell.x, (pos.y - corner.y) * cell.y);
-        rectangle.setPosition(pixel.x - cell.x / 10, pixel.y + cell.y / 5);
+        place({pixel.x - cell.x / 10, pixel.y + cell.y / 5});
+        if (has_backgrounds) {
+            const sv::Rgb fill = backgroundOf(ch).value_or(sv::Rgb(sv::BLUE));
+            rectangle.setFillColor({fill.r, fill.g, fill.b});
+        }
         window.draw(rectangle);
         text.setString(ch);
         text.setPosition(pixel + shake);
@@ -54,8 +70,18 @@ class Plain {
     }
 
     sf::Vector2f shake;
+    bool has_backgrounds = false; // And edges on whole pixels.
 
   private:
+    void place(sf::Vector2f corner) {
+        const auto edge = [&](float x) {
+            return has_backgrounds ? std::ceil(x - 0.5F - 1.0F / 128) : x;
+        };
+        rectangle.setPosition(edge(corner.x), edge(corner.y));
+        rectangle.setSize(
+            {edge(corner.x + cell.x) - edge(corner.x), edge(corner.y + cell.y) - edge(corner.y)});
+    }
+
     sf::Vector2f cell;
     sf::Font font;
     sf::Text text;
@@ -98,6 +124,8 @@ void drawManyCells(const Draw &character) {
 struct CellBatchTest : test::WindowTest {
     std::function<void()> clear = [] { DisplayManager::getInstance().swapBuffers(); };
 
+    Draw engine = by_engine;
+
     sf::Image drawn(const Draw &draw, void (*scene)(const Draw &)) const {
         clear();
         scene(draw);
@@ -110,8 +138,8 @@ struct CellBatchTest : test::WindowTest {
         sv::Shape square;
         square.setType(sv::SQUARE);
         square.draw({});
-        const sf::Image cold = drawn(by_engine, scene); // The font's texture may grow meanwhile.
-        const sf::Image warm = drawn(by_engine, scene);
+        const sf::Image cold = drawn(engine, scene); // The font's texture may grow meanwhile.
+        const sf::Image warm = drawn(engine, scene);
         EXPECT_EQ(test::difference(cold, warm), 0);
         EXPECT_LE(test::difference(warm, drawn(std::ref(plain), scene)), 1);
     }
@@ -125,6 +153,19 @@ TEST_F(CellBatchTest, busy_screens_look_as_drawn_by_characters) {
     for (const Vector corner : {Vector{0, 0}, Vector{3.3F, -2.45F}}) {
         sv::WorldManager::getInstance().setView({corner, 80, 24});
         expectAlike(plain, drawBusyScreen);
+    }
+}
+
+TEST_F(CellBatchTest, backgrounds_look_as_drawn_by_characters) {
+    startDisplay("utf8:true,window_background_color:blue");
+    DisplayManager::getInstance().swapBuffers();
+    engine = by_engine_with_backgrounds;
+    Plain plain({12.8F, 32}, 25, sf::Color::Blue);
+    plain.has_backgrounds = true;
+    for (const Vector corner : {Vector{0, 0}, Vector{3.3F, -2.45F}}) {
+        sv::WorldManager::getInstance().setView({corner, 80, 24});
+        expectAlike(plain, drawBusyScreen);
+        expectAlike(plain, drawManyCells);
     }
 }
 

@@ -226,7 +226,7 @@ void CellBatch::addCell(const Cell &cell) {
         drawQuads();
         is_fallback = glyph.is_fallback;
     }
-    ink.add(moved(glyph.place, cell.text_pos));
+    ink.add(moved(glyph.ink, cell.text_pos));
     makeRoom(1);
     addQuad(vertices, moved(glyph.place, cell.text_pos), glyph.texture, toSfml(cell.color));
 }

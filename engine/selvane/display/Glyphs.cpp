@@ -30,13 +30,10 @@ PixelArea padded(float left, float top, float width, float height) {
             top + height + glyph_padding};
 }
 
-/// As much less of the place as of the texture.
-void leaveOutInvisible(PixelArea &place, PixelArea &texture) {
+PixelArea inkOf(const PixelArea &place, const PixelArea &texture) {
     const float x = invisible_padding * (place.right - place.left) / (texture.right - texture.left);
     const float y = invisible_padding * (place.bottom - place.top) / (texture.bottom - texture.top);
-    place = {place.left + x, place.top + y, place.right - x, place.bottom - y};
-    texture = {texture.left + invisible_padding, texture.top + invisible_padding,
-               texture.right - invisible_padding, texture.bottom - invisible_padding};
+    return {place.left + x, place.top + y, place.right - x, place.bottom - y};
 }
 
 const sf::Glyph &glyphIn(const sf::Font &font, char32_t ch, unsigned size, const sf::Text &text) {
@@ -120,11 +117,12 @@ void Glyphs::load(char32_t ch, Glyph &glyph) {
     glyph.place =
         padded(bounds.left, bounds.top + static_cast<float>(size), bounds.width, bounds.height);
     glyph.texture = padded(texture.left, texture.top, texture.width, texture.height);
-    if (found.textureRect.width > 0) // Otherwise it shows a corner of SFML's white square.
-        leaveOutInvisible(glyph.place, glyph.texture);
     glyph.is_known = true;
     if (is_utf8 && ch > last_of_latin_1)
         fitIntoCell(found, glyph.place);
+    // Without ink of its own it shows a corner of SFML's white square, in all of its place.
+    const bool has_ink = found.textureRect.width > 0;
+    glyph.ink = has_ink ? inkOf(glyph.place, glyph.texture) : glyph.place;
 }
 
 /// Whether the second font is to show it: it has it, and the first has not. What neither has is

@@ -24,6 +24,7 @@ class Glyphs {
   public:
     struct Glyph {
         PixelArea place;   // From the character's position.
+        PixelArea ink;     // The part of it that shows anything.
         PixelArea texture; // In the texture of its font.
         bool is_fallback = false;
         bool is_known = false;
