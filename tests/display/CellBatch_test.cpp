@@ -6,10 +6,12 @@
 #include "selvane/world/Shape.h"
 #include "selvane/world/WorldManager.h"
 #include "support/WindowTest.h"
+#include "support/environment.h"
 
 #include <SFML/Graphics/Font.hpp>
 #include <SFML/Graphics/RectangleShape.hpp>
 #include <SFML/Graphics/RenderWindow.hpp>
+#include <SFML/Graphics/Shader.hpp>
 #include <SFML/Graphics/Text.hpp>
 #include <algorithm>
 #include <cmath>
@@ -157,16 +159,31 @@ TEST_F(CellBatchTest, busy_screens_look_as_drawn_by_characters) {
 }
 
 TEST_F(CellBatchTest, backgrounds_look_as_drawn_by_characters) {
-    startDisplay("utf8:true,window_background_color:blue");
-    DisplayManager::getInstance().swapBuffers();
     engine = by_engine_with_backgrounds;
-    Plain plain({12.8F, 32}, 25, sf::Color::Blue);
-    plain.has_backgrounds = true;
-    for (const Vector corner : {Vector{0, 0}, Vector{3.3F, -2.45F}}) {
-        sv::WorldManager::getInstance().setView({corner, 80, 24});
-        expectAlike(plain, drawBusyScreen);
-        expectAlike(plain, drawManyCells);
+    for (const int width : {1024, 1000}) { // The first cell is 13 pixels wide, or 12.
+        startDisplay("utf8:true,window_background_color:blue,window_horizontal_pixels:" +
+                     std::to_string(width));
+        DisplayManager::getInstance().swapBuffers();
+        Plain plain({static_cast<float>(width) / 80, 32}, 25, sf::Color::Blue);
+        plain.has_backgrounds = true;
+        for (const Vector corner : {Vector{0, 0}, Vector{3.3F, -2.45F}}) {
+            sv::WorldManager::getInstance().setView({corner, 80, 24});
+            expectAlike(plain, drawBusyScreen);
+            expectAlike(plain, drawManyCells);
+        }
+        DisplayManager::getInstance().shutDown();
     }
+}
+
+TEST_F(CellBatchTest, screens_look_the_same_without_shaders) {
+    test::setEnvironment("MESA_EXTENSION_OVERRIDE",
+                         "-GL_ARB_fragment_shader -GL_ARB_shading_language_100");
+    startDisplay();
+    EXPECT_FALSE(sf::Shader::isAvailable());
+    Plain plain({12.8F, 32}, 25, sf::Color::Black);
+    testing::internal::CaptureStderr();
+    expectAlike(plain, drawBusyScreen);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
 TEST_F(CellBatchTest, all_bytes_look_as_sfml_draws_them) {

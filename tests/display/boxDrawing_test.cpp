@@ -12,7 +12,7 @@ constexpr int side = 9; // Of a cell, in pixels.
 constexpr int columns = 16;
 constexpr int rows = 10;
 
-/// How green it is, in four steps.
+/// From ' ' for black to '#' for green.
 char inkOf(const sf::Color &pixel) {
     return " -+=#"[(pixel.g + 32) / 64];
 }

@@ -34,8 +34,8 @@ constexpr float least_piece = 8;
 /// that shows nothing else has the colour of its vertices.
 constexpr PixelArea white_texel{1, 1, 1, 1};
 
-/// All texels of a font are white and differ only in their opacity. Without a graphics card this
-/// takes a sixth less time than SFML's own way, which multiplies all four components.
+/// All texels that characters show are white and differ only in their opacity. Without a graphics
+/// card this takes a sixth less time than SFML's own way, which multiplies all four components.
 constexpr char vertex_color_shader[] = R"(
     uniform sampler2D font;
     void main() {
@@ -44,7 +44,7 @@ constexpr char vertex_color_shader[] = R"(
     }
 )";
 
-/// Null where there are no shaders: all looks the same without.
+/// Null where there are no shaders: the picture is the same, but takes longer.
 std::unique_ptr<sf::Shader> makeShader() {
     if (!sf::Shader::isAvailable())
         return nullptr;
@@ -297,7 +297,7 @@ void CellBatch::addBox(const Cell &cell) {
 
 void CellBatch::addQuad(std::vector<sf::Vertex> &to, const PixelArea &place,
                         const PixelArea &texture, const sf::Color &color) {
-    // SFML's constructor is a call into its library: three of four are copies.
+    // SFML's constructor is a call into its library, so three of the four are copies.
     sf::Vertex corner({place.left, place.top}, color, {texture.left, texture.top});
     to.push_back(corner);
     corner.position.x = place.right;
@@ -315,15 +315,23 @@ void CellBatch::addQuad(std::vector<sf::Vertex> &to, const PixelArea &place,
 /// of the time. What was drawn before one of them in its cell is covered by a quad among the
 /// others.
 void CellBatch::drawQuads() {
+    bindShader(nullptr); // A game may have left one of its own.
     draw(backgrounds, sf::BlendNone);
     if (vertices.empty())
         return;
-    // Once for all: as a part of the state, it would be bound and let go for each draw.
-    target.setActive();
-    sf::Shader::bind(shader.get());
+    bindShader(shader.get());
     // Not before: the texture grows with new glyphs, and is then another one.
     draw(vertices, &glyphs.texture(is_fallback));
-    sf::Shader::bind(nullptr);
+    bindShader(nullptr);
+}
+
+/// For all draws that follow: as a part of their state it would be bound and let go for each. SFML
+/// complains of every call, even without a shader, where there are none.
+void CellBatch::bindShader(const sf::Shader *bound) {
+    if (!shader)
+        return;
+    target.setActive();
+    sf::Shader::bind(bound);
 }
 
 void CellBatch::draw(std::vector<sf::Vertex> &quads, const sf::RenderStates &states) {

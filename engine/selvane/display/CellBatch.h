@@ -86,6 +86,7 @@ class CellBatch {
     static void addQuad(std::vector<sf::Vertex> &to, const PixelArea &place,
                         const PixelArea &texture, const sf::Color &color);
     void drawQuads();
+    void bindShader(const sf::Shader *bound);
     void draw(std::vector<sf::Vertex> &quads, const sf::RenderStates &states);
 
     sf::RenderTarget &target;

@@ -120,7 +120,7 @@ void Glyphs::load(char32_t ch, Glyph &glyph) {
     glyph.is_known = true;
     if (is_utf8 && ch > last_of_latin_1)
         fitIntoCell(found, glyph.place);
-    // Without ink of its own it shows a corner of SFML's white square, in all of its place.
+    // Without ink of its own it shows a corner of SFML's white square all over its place.
     const bool has_ink = found.textureRect.width > 0;
     glyph.ink = has_ink ? inkOf(glyph.place, glyph.texture) : glyph.place;
 }

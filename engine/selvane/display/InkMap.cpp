@@ -29,7 +29,7 @@ void addPart(std::vector<PixelArea> &parts, const PixelArea &part) {
 InkMap::Edges::Edges(std::vector<float> new_pixels)
     : pixels(std::move(new_pixels)), pieces_per_pixel(1 / (pixels[1] - pixels[0])) {}
 
-/// Its pieces are all nearly as large as the first.
+/// All pieces are nearly as large as the first, so the guess is at most a few off.
 std::size_t InkMap::Edges::pieceAt(float pixel) const {
     const float guess = (pixel - pixels[0]) * pieces_per_pixel;
     const float nearest = std::clamp(guess, 0.0F, static_cast<float>(pieceCount() - 1));

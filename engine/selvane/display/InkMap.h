@@ -36,11 +36,11 @@ class InkMap {
     /// Appends parts of the area that together have all ink in it.
     void findInk(const PixelArea &area, std::vector<PixelArea> &found);
 
-    /// Both: what was in the area before is found.
+    /// Finds what was in the area before, and adds the area.
     void findInkAndAdd(const PixelArea &area, std::vector<PixelArea> &found);
 
   private:
-    /// The edges of all columns or rows, from the first one's to the outer one of the last.
+    /// The edges of the columns or rows, in rising order: one more than there are pieces.
     class Edges {
       public:
         explicit Edges(std::vector<float> new_pixels);
@@ -51,12 +51,12 @@ class InkMap {
         /// The piece that a pixel is in; the first or last one for a pixel outside.
         std::size_t pieceAt(float pixel) const;
 
-        /// The same for a pixel that is not before the piece `from`, and near it.
+        /// The same, searched from the piece `from` on. REQUIRES: the pixel is not before it.
         std::size_t pieceAt(float pixel, std::size_t from) const;
 
       private:
         std::vector<float> pixels;
-        float pieces_per_pixel; // Of the first one: a division would take longer.
+        float pieces_per_pixel; // By the first one's size. A division takes longer.
     };
 
     template<typename Visit>
