@@ -315,8 +315,10 @@ void CellBatch::addQuad(std::vector<sf::Vertex> &to, const PixelArea &place,
 /// of the time. What was drawn before one of them in its cell is covered by a quad among the
 /// others.
 void CellBatch::drawQuads() {
-    bindShader(nullptr); // A game may have left one of its own.
-    draw(backgrounds, sf::BlendNone);
+    if (!backgrounds.empty()) {
+        bindShader(nullptr); // A game may have left one of its own.
+        draw(backgrounds, sf::BlendNone);
+    }
     if (vertices.empty())
         return;
     bindShader(shader.get());

@@ -8,12 +8,6 @@ namespace sv {
 
 namespace {
 
-PixelArea around(const PixelArea &a, const PixelArea &b) {
-    return a.isEmpty() ? b
-                       : PixelArea{std::min(a.left, b.left), std::min(a.top, b.top),
-                                   std::max(a.right, b.right), std::max(a.bottom, b.bottom)};
-}
-
 PixelArea common(const PixelArea &a, const PixelArea &b) {
     return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
             std::min(a.bottom, b.bottom)};
@@ -22,6 +16,16 @@ PixelArea common(const PixelArea &a, const PixelArea &b) {
 void addPart(std::vector<PixelArea> &parts, const PixelArea &part) {
     if (!part.isEmpty())
         parts.push_back(part);
+}
+
+/// Makes the rectangle around the ink large enough for that part, too.
+void widen(PixelArea &ink, const PixelArea &part) {
+    if (part.isEmpty())
+        return;
+    ink = ink.isEmpty()
+              ? part
+              : PixelArea{std::min(ink.left, part.left), std::min(ink.top, part.top),
+                          std::max(ink.right, part.right), std::max(ink.bottom, part.bottom)};
 }
 
 } // namespace
@@ -83,11 +87,8 @@ void InkMap::fill() {
 /// Each piece takes what is in it: a rectangle around two neighbours that reach into it would be
 /// far larger.
 void InkMap::add(const PixelArea &area) {
-    visitPieces(area, [&](const PixelArea &place, PixelArea &ink) {
-        const PixelArea here = common(area, place);
-        if (!here.isEmpty())
-            ink = around(ink, here);
-    });
+    visitPieces(area,
+                [&](const PixelArea &place, PixelArea &ink) { widen(ink, common(area, place)); });
 }
 
 void InkMap::findInk(const PixelArea &area, std::vector<PixelArea> &found) {
@@ -99,9 +100,7 @@ void InkMap::findInk(const PixelArea &area, std::vector<PixelArea> &found) {
 void InkMap::findInkAndAdd(const PixelArea &area, std::vector<PixelArea> &found) {
     visitPieces(area, [&](const PixelArea &place, PixelArea &ink) {
         addPart(found, common(ink, area));
-        const PixelArea here = common(area, place);
-        if (!here.isEmpty())
-            ink = around(ink, here);
+        widen(ink, common(area, place));
     });
 }
 

@@ -1,8 +1,8 @@
 /// Collects what SFML would write to standard error while this object lives. Its destructor writes
 /// each line of it to the log.
 ///
-/// Put it around a single call. SFML has threads of its own; what they write at
-/// other times stays on standard error, because only the game loop may use the log.
+/// Put it around a single call. SFML has threads of its own; what they write at other times stays
+/// on standard error, because only the game loop may use the log.
 #pragma once
 
 #include <streambuf>
