@@ -36,7 +36,7 @@ std::string sheetOf(const sf::Image &picture, const test::Extent &first) {
 
 struct BoxDrawing : test::WindowTest {};
 
-TEST_F(BoxDrawing, each_character_looks_as_it_always_did) {
+TEST_F(BoxDrawing, each_character_looks_as_on_the_sheet) {
     startDisplay("utf8:true,window_horizontal_pixels:162,window_vertical_pixels:108,"
                  "window_horizontal_chars:18,window_vertical_chars:12");
     sv::DisplayManager &display = sv::DisplayManager::getInstance();
