@@ -34,7 +34,9 @@ class SceneGraph {
     /// The other solid objects that the object's box would touch at `where`, in the order in which
     /// they became solid.
     ObjectList getCollisions(const Object *p_o, Vector where) const {
-        return solid_objects.touchedBy(p_o, where);
+        ObjectList collisions;
+        solid_objects.findTouched(p_o, where, collisions);
+        return collisions;
     }
 
     /// Whether a hard object is in the way of the object at `where`. One that covers `goal` is not:
@@ -50,6 +52,12 @@ class SceneGraph {
     /// REQUIRES: an altitude in 0 to MAX_ALTITUDE.
     const ObjectList &getLayer(int altitude) const {
         return visible_objects[static_cast<std::size_t>(altitude)];
+    }
+
+    /// getCollisions() into memory that is there already.
+    void findCollisions(const Object *p_o, Vector where, ObjectList &found) const {
+        found.clear();
+        solid_objects.findTouched(p_o, where, found);
     }
 
     /// Returns 0. The objects that are filed stay.

@@ -7,12 +7,12 @@ namespace sv {
 
 namespace {
 
-/// The lane of a box that came there by `way`: as far as sixteen more moves like that take it, but
-/// no further than four, in cells of characters and not of the grid: it would have many neighbours.
+/// The lane of a box that came there by `way`: as far as 64 more moves like that take it, but no
+/// further than three, in cells of characters and not of the grid: it would have many neighbours.
 /// A longer move is a jump, which says nothing about the next one.
 Corners laneOf(const Corners &box, Vector way) {
-    constexpr float moves = 16;
-    constexpr float longest = 4;
+    constexpr float moves = 64;
+    constexpr float longest = 3;
     const float length = std::max(std::fabs(way.x), std::fabs(way.y));
     if (!(length <= longest))
         return box;
@@ -86,9 +86,9 @@ void SolidGrid::remove(std::uint32_t number) {
     lane = Corners::nowhere();
 }
 
-void SolidGrid::changeLane(std::uint32_t number, const Corners &box, Vector way) {
+void SolidGrid::changeLane(std::uint32_t number, const Corners &box, Vector from) {
     remove(number);
-    insert(number, laneOf(box, way));
+    insert(number, laneOf(box, box.low - from));
 }
 
 } // namespace sv

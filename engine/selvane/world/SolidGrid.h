@@ -74,10 +74,10 @@ class SolidGrid {
     void insert(std::uint32_t number, const Corners &lane);
     void remove(std::uint32_t number);
 
-    /// To a new place, with the way that led there from the last one.
-    void move(std::uint32_t number, const Corners &box, Vector way) {
+    /// To a new place; its upper left corner was at `from`.
+    void move(std::uint32_t number, const Corners &box, Vector from) {
         if (!filed[number].lane.holds(box))
-            changeLane(number, box, way);
+            changeLane(number, box, from);
     }
 
     // REQUIRES for the next two: neighbours are kept.
@@ -165,7 +165,7 @@ class SolidGrid {
         return false;
     }
 
-    void changeLane(std::uint32_t number, const Corners &box, Vector way);
+    void changeLane(std::uint32_t number, const Corners &box, Vector from);
     void link(std::uint32_t number);
     template<typename Action>
     void forEachList(const Range &range, Action action);

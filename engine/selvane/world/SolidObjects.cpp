@@ -68,14 +68,14 @@ void SolidObjects::updatePosition(const Object *p_o, Vector new_position) {
             move(place, to);
 }
 
-ObjectList SolidObjects::touchedBy(const Object *p_o, Vector where) const {
-    const Box box = getWorldBox(p_o, where);
-    return isAlone(p_o, Corners(box)) ? ObjectList() : search(p_o, box);
+void SolidObjects::findTouched(const Object *p_o, Vector where, ObjectList &touched) const {
+    if (!isAlone(p_o, Corners(getWorldBox(p_o, where))))
+        search(p_o, where, touched);
 }
 
-ObjectList SolidObjects::search(const Object *p_o, const Box &box) const {
+void SolidObjects::search(const Object *p_o, Vector where, ObjectList &touched) const {
+    const Box box = getWorldBox(p_o, where);
     const Corners corners(box);
-    ObjectList touched;
     const auto add = [&](const Entry &entry) {
         if (boxIntersectsBox(box, getWorldBox(entry.object)))
             touched.insert(entry.object);
@@ -83,13 +83,12 @@ ObjectList SolidObjects::search(const Object *p_o, const Box &box) const {
     if (is_divided && findNear(p_o, corners)) {
         for (const std::uint32_t place : near)
             add(entries[place]);
-        return touched;
+        return;
     }
 
     for (const Entry &entry : entries)
         if (corners.mayTouch(entry.box) && entry.object != p_o)
             add(entry);
-    return touched;
 }
 
 bool SolidObjects::isBlocked(const Object *p_o, Vector where, Vector goal) const {
@@ -141,9 +140,9 @@ void SolidObjects::clear(std::size_t place) {
 }
 
 void SolidObjects::move(std::size_t place, const Corners &to) {
-    const Vector way = to.low - entries[place].box.low;
+    const Vector from = entries[place].box.low;
     entries[place].box = to;
-    changeGrid([&] { grid.move(number(place), to, way); });
+    changeGrid([&] { grid.move(number(place), to, from); });
 }
 
 /// Once there are more gaps than objects.

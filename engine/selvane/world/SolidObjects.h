@@ -38,8 +38,8 @@ class SolidObjects {
     /// Called before the object gets that position, and after it got another box.
     void updatePosition(const Object *p_o, Vector new_position);
 
-    /// The others that the object's box would touch at `where`, in order.
-    ObjectList touchedBy(const Object *p_o, Vector where) const;
+    /// Puts the others that the object's box would touch at `where` into an empty list, in order.
+    void findTouched(const Object *p_o, Vector where, ObjectList &touched) const;
 
     /// Whether one of those is hard and does not cover the position `goal`.
     bool isBlocked(const Object *p_o, Vector where, Vector goal) const;
@@ -53,7 +53,7 @@ class SolidObjects {
     bool isAt(std::size_t place, const Object *p_o) const;
     bool isFiledOnce(const Object *p_o) const;
     bool isAlone(const Object *p_o, const Corners &box) const;
-    ObjectList search(const Object *p_o, const Box &box) const;
+    void search(const Object *p_o, Vector where, ObjectList &touched) const;
     std::size_t placeOf(const Object *p_o) const;
     void clear(std::size_t place);
     void move(std::size_t place, const Corners &to);

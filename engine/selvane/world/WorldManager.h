@@ -140,10 +140,13 @@ class WorldManager : public Manager {
     void disposeMarked();
     void moveAll();
     int moveLiving(Object *p_o, Vector where);
-    bool resolveCollisions(Object *const &p_o, Vector &where) const;
+    bool resolveCollisions(Object *const &p_o, Vector &where);
+    bool resolveTouched(Object *const &p_o, Vector &where);
+    bool slide(const Object *p_o, ObjectList &list, Vector &where) const;
 
     SceneGraph scene_graph;
     ObjectList deletions; // Marked in this step.
+    ObjectList touched;   // What a move collides with, kept for its memory.
     ObjectList walked;    // What update() or draw() walks through, kept for its memory.
     Object *view_following = nullptr;
     Box boundary;

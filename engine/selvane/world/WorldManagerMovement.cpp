@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace sv {
 
@@ -67,24 +68,35 @@ bool collide(Object *const &p_o, ObjectList &list, Vector where) {
 } // namespace
 
 /// False if the object stays where it is; otherwise `where` is its new position.
-bool WorldManager::resolveCollisions(Object *const &p_o, Vector &where) const {
+bool WorldManager::resolveCollisions(Object *const &p_o, Vector &where) {
     if (!p_o->isSolid())
         return true;
-    ObjectList list = scene_graph.getCollisions(p_o, where);
-    if (list.isEmpty())
+    scene_graph.findCollisions(p_o, where, touched);
+    return touched.isEmpty() || resolveTouched(p_o, where);
+}
+
+bool WorldManager::resolveTouched(Object *const &p_o, Vector &where) {
+    // Taken away for the time of the handlers: their own moves come here, too.
+    ObjectList list = std::move(touched);
+    const bool may_move = slide(p_o, list, where) && collide(p_o, list, where);
+    touched = std::move(list);
+    return may_move;
+}
+
+/// An object that avoids collisions and touches a hard one goes elsewhere, with other collisions;
+/// false if it cannot.
+bool WorldManager::slide(const Object *p_o, ObjectList &list, Vector &where) const {
+    const Object *obstacle =
+        p_o->getSolidness() == HARD && p_o->getAvoidCollisions() ? firstHard(list) : nullptr;
+    if (!obstacle)
         return true;
-    if (p_o->getSolidness() == HARD && p_o->getAvoidCollisions()) {
-        if (const Object *obstacle = firstHard(list)) {
-            where = slidPosition(p_o, getNormal(p_o, obstacle));
-            list = scene_graph.getCollisions(p_o, where);
-            if (firstHard(list)) {
-                logLine(5, "WorldManager::moveObject(): Double collision. Object (avoid obstacles) "
-                           "cannot move.");
-                return false;
-            }
-        }
-    }
-    return collide(p_o, list, where);
+    where = slidPosition(p_o, getNormal(p_o, obstacle));
+    scene_graph.findCollisions(p_o, where, list);
+    if (!firstHard(list))
+        return true;
+    logLine(5, "WorldManager::moveObject(): Double collision. Object (avoid obstacles) cannot "
+               "move.");
+    return false;
 }
 
 int WorldManager::moveObject(Object *p_o, Vector where) {
