@@ -222,6 +222,14 @@ TEST_F(CellBatchTest, cells_of_any_size_keep_their_proportions) {
     expectAlike(plain, drawBusyScreen);
 }
 
+/// As in a full screen that is larger than the window was configured: slivers show there.
+TEST_F(CellBatchTest, stretched_screens_look_as_drawn_by_characters) {
+    startDisplay();
+    DisplayManager::getInstance().getFlushedWindow()->setView(sf::View({0, 0, 90, 60}));
+    Plain plain({12.8F, 32}, 25, sf::Color::Black);
+    expectAlike(plain, drawBusyScreen);
+}
+
 TEST_F(CellBatchTest, font_textures_may_grow_during_a_frame) {
     startDisplay("font_scale:6");
     Plain plain({12.8F, 32}, 76, sf::Color::Black);

@@ -10,6 +10,7 @@
 #include <SFML/Graphics/RenderTarget.hpp>
 #include <SFML/Graphics/Shader.hpp>
 #include <SFML/Graphics/Text.hpp>
+#include <SFML/Graphics/View.hpp>
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -21,11 +22,6 @@ namespace {
 /// Four full screens of the usual size. A frame with more is drawn in several pieces.
 constexpr std::size_t most_cells = 8192;
 constexpr std::size_t most_figures = 1024;
-constexpr std::size_t vertices_per_quad = 4;
-constexpr std::size_t most_vertices = 8192;
-
-/// Without a graphics card, many small draws take two thirds of the time of a large one.
-constexpr std::size_t vertices_per_draw = 80;
 
 /// Pixels. Cells may be far smaller than a pixel, and the ink of each would take memory.
 constexpr float least_piece = 8;
@@ -70,6 +66,25 @@ float onPixels(float edge) {
     return std::ceil(edge - nearly_half);
 }
 
+/// Whether the target's pixels are those of its view: the window of a full screen may be larger.
+bool showsOwnPixels(const sf::RenderTarget &target) {
+    const sf::Vector2f size(target.getSize());
+    const sf::View own({0, 0, size.x, size.y});
+    return target.getView().getTransform() == own.getTransform() &&
+           target.getView().getViewport() == own.getViewport();
+}
+
+/// Whether the centre of a pixel is between two edges, or may get there by rounding.
+bool mayHoldCentre(float from, float to) {
+    constexpr float margin = 1.0F / 64;
+    return to - from >= 1 || std::ceil(from - margin - 0.5F) + 0.5F <= to + margin;
+}
+
+/// Whether a quad of that area has any pixel: SFML spends as much on one that has none.
+bool mayShow(const PixelArea &area) {
+    return mayHoldCentre(area.left, area.right) && mayHoldCentre(area.top, area.bottom);
+}
+
 PixelArea onPixels(const PixelArea &area) {
     return {onPixels(area.left), onPixels(area.top), onPixels(area.right), onPixels(area.bottom)};
 }
@@ -79,7 +94,7 @@ Vector rectangleOffset(sf::Vector2f size) {
     return {-size.x / RECTANGLE_LEFT, size.y / RECTANGLE_DOWN};
 }
 
-sf::Color toSfml(Rgb color) {
+Rgb fromSfml(const sf::Color &color) {
     return {color.r, color.g, color.b};
 }
 
@@ -146,17 +161,14 @@ CellBatch::CellBatch(sf::RenderTarget &new_target, const sf::RectangleShape &new
       shader(makeShader()), glyphs(new_text, fallback, rectangle.getSize().x),
       ink(inkOf(target, rectangle, is_utf8)), light_line(lightLine(vectorOf(rectangle.getSize()))),
       polygon(std::make_unique<sf::CircleShape>()), frame(std::make_unique<DrawList>()),
-      shown(std::make_unique<DrawList>()) {
-    vertices.reserve(most_vertices);
-    backgrounds.reserve(most_vertices);
-}
+      shown(std::make_unique<DrawList>()) {}
 
 CellBatch::~CellBatch() = default;
 
-void CellBatch::add(const Cell &cell) {
+CellBatch::Cell &CellBatch::addCell() {
     if (frame->cells.size() == most_cells)
         flush();
-    frame->cells.push_back(cell);
+    return frame->cells.emplace_back();
 }
 
 void CellBatch::add(const sf::CircleShape &figure) {
@@ -191,10 +203,11 @@ bool CellBatch::endFrame(bool is_due) {
 }
 
 void CellBatch::drawFrame() {
+    has_own_pixels = showsOwnPixels(target);
     std::size_t drawn = 0;
     const auto draw_cells = [&](std::size_t end) {
         for (; drawn < end; ++drawn)
-            addCell(frame->cells[drawn]);
+            drawCell(frame->cells[drawn]);
         drawQuads();
     };
     for (const Figure &figure : frame->figures) {
@@ -215,7 +228,7 @@ void CellBatch::drawFigure(const Figure &figure) {
     target.draw(*polygon);
 }
 
-void CellBatch::addCell(const Cell &cell) {
+void CellBatch::drawCell(const Cell &cell) {
     addRectangle(cell);
     if (isBlank(cell.ch))
         return;
@@ -228,13 +241,12 @@ void CellBatch::addCell(const Cell &cell) {
     }
     ink.add(moved(glyph.ink, cell.text_pos));
     makeRoom(1);
-    addQuad(vertices, moved(glyph.place, cell.text_pos), glyph.texture, toSfml(cell.color));
+    characters.add(moved(glyph.place, cell.text_pos), glyph.texture, cell.color);
 }
 
 /// For that many quads, and a background.
 void CellBatch::makeRoom(std::size_t quads) {
-    if (vertices.size() + quads * vertices_per_quad > vertices.capacity() ||
-        backgrounds.size() == backgrounds.capacity())
+    if (!characters.hasRoom(quads) || !backgrounds.hasRoom(1))
         drawQuads();
 }
 
@@ -244,8 +256,7 @@ void CellBatch::addRectangle(const Cell &cell) {
     PixelArea area{pos.x, pos.y, pos.x + size.x, pos.y + size.y};
     if (is_utf8) // So that it takes nothing from the lines in neighbouring cells.
         area = onPixels(area);
-    const sf::Color color =
-        cell.has_background ? toSfml(cell.background) : rectangle.getFillColor();
+    const Rgb color = cell.has_background ? cell.background : fromSfml(rectangle.getFillColor());
     covered.clear();
     if (cell.has_background)
         ink.findInkAndAdd(area, covered);
@@ -253,27 +264,10 @@ void CellBatch::addRectangle(const Cell &cell) {
         ink.findInk(area, covered);
     makeRoom(covered.size());
     for (const PixelArea &part : covered)
-        addQuad(vertices, part, white_texel, color);
-    if (!cell.has_background)
-        return;
-    if (!widenLast(area, color))
-        addQuad(backgrounds, area, white_texel, color);
-}
-
-/// Whether the last background could be made to go on to the right.
-bool CellBatch::widenLast(const PixelArea &cell, const sf::Color &background) {
-    if (backgrounds.empty())
-        return false;
-    sf::Vertex *last = &backgrounds[backgrounds.size() - vertices_per_quad];
-    sf::Vertex &upper_right = last[1];
-    sf::Vertex &lower_right = last[2];
-    if (upper_right.position != sf::Vector2f(cell.left, cell.top) ||
-        lower_right.position != sf::Vector2f(cell.left, cell.bottom) ||
-        upper_right.color != background)
-        return false;
-    upper_right.position.x = cell.right;
-    lower_right.position.x = cell.right;
-    return true;
+        if (!has_own_pixels || mayShow(part))
+            characters.add(part, white_texel, color);
+    if (cell.has_background && !backgrounds.widenLast(area, color))
+        backgrounds.add(area, white_texel, color);
 }
 
 void CellBatch::addBox(const Cell &cell) {
@@ -287,43 +281,25 @@ void CellBatch::addBox(const Cell &cell) {
     makeRoom(pieces.size());
     for (const BoxPiece &piece : pieces)
         for (std::size_t i = 0; i < piece.corners.size(); ++i) {
-            const Vector at = piece.corners[i];
-            sf::Color faded = toSfml(cell.color);
-            faded.a = static_cast<sf::Uint8>(std::lround(255 * piece.opacity[i]));
-            vertices.emplace_back(sf::Vector2f(at.x, at.y), faded,
-                                  sf::Vector2f(white_texel.left, white_texel.top));
+            const auto opacity = static_cast<unsigned char>(std::lround(255 * piece.opacity[i]));
+            characters.addCorner(piece.corners[i], {white_texel.left, white_texel.top}, cell.color,
+                                 opacity);
         }
-}
-
-void CellBatch::addQuad(std::vector<sf::Vertex> &to, const PixelArea &place,
-                        const PixelArea &texture, const sf::Color &color) {
-    // SFML's constructor is a call into its library, so three of the four are copies.
-    sf::Vertex corner({place.left, place.top}, color, {texture.left, texture.top});
-    to.push_back(corner);
-    corner.position.x = place.right;
-    corner.texCoords.x = texture.right;
-    to.push_back(corner);
-    corner.position.y = place.bottom;
-    corner.texCoords.y = texture.bottom;
-    to.push_back(corner);
-    corner.position.x = place.left;
-    corner.texCoords.x = texture.left;
-    to.push_back(corner);
 }
 
 /// The backgrounds first, without a texture and opaque, which without a graphics card takes a tenth
 /// of the time. What was drawn before one of them in its cell is covered by a quad among the
 /// others.
 void CellBatch::drawQuads() {
-    if (!backgrounds.empty()) {
+    if (!backgrounds.isEmpty()) {
         bindShader(nullptr); // A game may have left one of its own.
-        draw(backgrounds, sf::BlendNone);
+        backgrounds.drawTo(target, sf::BlendNone);
     }
-    if (vertices.empty())
+    if (characters.isEmpty())
         return;
     bindShader(shader.get());
     // Not before: the texture grows with new glyphs, and is then another one.
-    draw(vertices, &glyphs.texture(is_fallback));
+    characters.drawTo(target, &glyphs.texture(is_fallback));
     bindShader(nullptr);
 }
 
@@ -334,12 +310,6 @@ void CellBatch::bindShader(const sf::Shader *bound) {
         return;
     target.setActive();
     sf::Shader::bind(bound);
-}
-
-void CellBatch::draw(std::vector<sf::Vertex> &quads, const sf::RenderStates &states) {
-    for (std::size_t i = 0; i < quads.size(); i += vertices_per_draw)
-        target.draw(&quads[i], std::min(vertices_per_draw, quads.size() - i), sf::Quads, states);
-    quads.clear();
 }
 
 } // namespace sv

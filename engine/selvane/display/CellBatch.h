@@ -12,6 +12,7 @@
 #include "selvane/core/Vector.h"
 #include "selvane/display/Glyphs.h"
 #include "selvane/display/InkMap.h"
+#include "selvane/display/Quads.h"
 #include "selvane/display/boxDrawing.h"
 
 #include <memory>
@@ -19,14 +20,11 @@
 
 namespace sf {
 class CircleShape;
-class Color;
 class Font;
 class RectangleShape;
-class RenderStates;
 class RenderTarget;
 class Shader;
 class Text;
-class Vertex;
 } // namespace sf
 
 namespace sv {
@@ -54,7 +52,9 @@ class CellBatch {
         friend bool operator==(const Cell &, const Cell &) = default;
     };
 
-    void add(const Cell &cell);
+    /// The new cell, to be filled in at once, number by number: a processor waits when it copies
+    /// what was just written in parts.
+    Cell &addCell();
 
     /// Adds a figure over what was added before.
     void add(const sf::CircleShape &figure);
@@ -78,21 +78,17 @@ class CellBatch {
 
     void drawFrame();
     void drawFigure(const Figure &figure);
-    void addCell(const Cell &cell);
+    void drawCell(const Cell &cell);
     void addRectangle(const Cell &cell);
-    bool widenLast(const PixelArea &cell, const sf::Color &background);
     void addBox(const Cell &cell);
     void makeRoom(std::size_t quads);
-    static void addQuad(std::vector<sf::Vertex> &to, const PixelArea &place,
-                        const PixelArea &texture, const sf::Color &color);
     void drawQuads();
     void bindShader(const sf::Shader *bound);
-    void draw(std::vector<sf::Vertex> &quads, const sf::RenderStates &states);
 
     sf::RenderTarget &target;
     const sf::RectangleShape &rectangle;
     bool is_utf8;
-    std::unique_ptr<sf::Shader> shader; // Of the vertices; null where there are no shaders.
+    std::unique_ptr<sf::Shader> shader; // Of the characters; null where there are no shaders.
     Glyphs glyphs;
     InkMap ink;
     float light_line;               // Of box drawing.
@@ -100,14 +96,14 @@ class CellBatch {
     std::vector<PixelArea> covered; // Of one cell, by its rectangle.
     bool is_drawn_anywhere = false;
     bool is_partly_drawn = false; // Of this frame.
+    bool has_own_pixels = false;  // In the frame that is being drawn: the view is not stretched.
     bool is_shown_known = false;
     std::unique_ptr<sf::CircleShape> polygon; // What figures are drawn with, one after the other.
     std::unique_ptr<DrawList> frame;
     std::unique_ptr<DrawList> shown; // The last one that the window was given, if that is known.
-    bool is_fallback = false;        // Which font the vertices are of.
-    // Four for each quad; neither grows.
-    std::vector<sf::Vertex> vertices;
-    std::vector<sf::Vertex> backgrounds; // Of a colour of their own: drawn before the vertices.
+    bool is_fallback = false;        // Which font the characters are of.
+    Quads characters;                // And what is drawn between them.
+    Quads backgrounds;               // Of a colour of their own: drawn before the characters.
 };
 
 } // namespace sv

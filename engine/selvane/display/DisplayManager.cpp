@@ -119,8 +119,14 @@ int DisplayManager::drawCell(Vector world_pos, char32_t ch, Rgb color,
     const Vector behind{pixel.x - cell_size.x / RECTANGLE_LEFT,
                         pixel.y + cell_size.y / RECTANGLE_DOWN};
     const Vector shake{static_cast<float>(shake_x), static_cast<float>(shake_y)};
-    cells->add({behind, pixel + shake, ch, color, background.has_value(),
-                background.value_or(Rgb(0, 0, 0))});
+    CellBatch::Cell &cell = cells->addCell();
+    cell.rectangle_pos = behind;
+    cell.text_pos = pixel + shake;
+    cell.ch = ch;
+    cell.color = color;
+    cell.has_background = background.has_value();
+    if (background)
+        cell.background = *background;
     return isHeadless() ? -1 : 0;
 }
 
