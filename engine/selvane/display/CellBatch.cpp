@@ -74,13 +74,14 @@ bool showsOwnPixels(const sf::RenderTarget &target) {
            target.getView().getViewport() == own.getViewport();
 }
 
-/// Whether the centre of a pixel is between two edges, or may get there by rounding.
+/// Whether the centre of a pixel is between two edges, or may get there by rounding: renderers
+/// place vertices on sixteenths of a pixel or finer.
 bool mayHoldCentre(float from, float to) {
-    constexpr float margin = 1.0F / 64;
+    constexpr float margin = 1.0F / 16;
     return to - from >= 1 || std::ceil(from - margin - 0.5F) + 0.5F <= to + margin;
 }
 
-/// Whether a quad of that area has any pixel: SFML spends as much on one that has none.
+/// Whether a quad of that area may have a pixel: SFML spends as much on one that has none.
 bool mayShow(const PixelArea &area) {
     return mayHoldCentre(area.left, area.right) && mayHoldCentre(area.top, area.bottom);
 }

@@ -52,8 +52,8 @@ class CellBatch {
         friend bool operator==(const Cell &, const Cell &) = default;
     };
 
-    /// The new cell, to be filled in at once, number by number: a processor waits when it copies
-    /// what was just written in parts.
+    /// The new cell, valid until the next call. To be filled in number by number: a processor waits
+    /// when it copies what was just written in parts.
     Cell &addCell();
 
     /// Adds a figure over what was added before.

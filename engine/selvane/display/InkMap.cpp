@@ -62,8 +62,8 @@ template<typename Visit>
 void InkMap::visitPieces(const PixelArea &area, Visit visit) {
     if (area.isEmpty())
         return;
-    // Most areas end at an edge, more or less: always in the piece beyond it takes less time than
-    // now in this one and now in that one, by rounding, which processors guess wrong.
+    // Most areas end at an edge, but by rounding just before or just beyond it, which processors
+    // guess wrong. So the piece beyond is always visited, too.
     constexpr float beyond = 1.0F / 64;
     const std::size_t first_column = columns.pieceAt(area.left);
     const std::size_t last_column = columns.pieceAt(area.right + beyond, first_column);

@@ -38,7 +38,7 @@ class SolidObjects {
     /// Called before the object gets that position, and after it got another box.
     void updatePosition(const Object *p_o, Vector new_position);
 
-    /// Puts the others that the object's box would touch at `where` into an empty list, in order.
+    /// Appends the others that the object's box would touch at `where`, in order.
     void findTouched(const Object *p_o, Vector where, ObjectList &touched) const;
 
     /// Whether one of those is hard and does not cover the position `goal`.
