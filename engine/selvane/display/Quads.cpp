@@ -1,7 +1,10 @@
 #include "selvane/display/Quads.h"
 
+#include "selvane/platform/openGl.h"
+
 #include <SFML/Graphics/RenderStates.hpp>
 #include <SFML/Graphics/RenderTarget.hpp>
+#include <SFML/Window/Context.hpp>
 #include <algorithm>
 #include <limits>
 
@@ -13,6 +16,11 @@ constexpr unsigned char opaque = std::numeric_limits<unsigned char>::max();
 
 /// Without a graphics card, many small draws take two thirds of the time of a large one.
 constexpr std::size_t vertices_per_draw = 80;
+
+/// From SFML, which has it loaded. Null if it does not find it.
+platform::DrawArrays findDrawArrays() {
+    return reinterpret_cast<platform::DrawArrays>(sf::Context::getFunction("glDrawArrays"));
+}
 
 } // namespace
 
@@ -56,9 +64,17 @@ bool Quads::widenLast(const PixelArea &area, Rgb color) {
     return true;
 }
 
+/// SFML prepares OpenGL anew for each of its draws, which takes longer than such a small draw. It
+/// leaves everything as it is, so the others need only the last of its calls.
 void Quads::drawTo(sf::RenderTarget &target, const sf::RenderStates &states) {
-    for (std::size_t i = 0; i < used; i += vertices_per_draw)
-        target.draw(&vertices[i], std::min(vertices_per_draw, used - i), sf::Quads, states);
+    static const platform::DrawArrays draw_arrays = findDrawArrays();
+    for (std::size_t i = 0; i < used; i += vertices_per_draw) {
+        const std::size_t count = std::min(vertices_per_draw, used - i);
+        if (i > 0 && draw_arrays)
+            draw_arrays(platform::draw_quads, static_cast<int>(i), static_cast<int>(count));
+        else
+            target.draw(&vertices[i], count, sf::Quads, states);
+    }
     used = 0;
 }
 
