@@ -90,6 +90,16 @@ PixelArea onPixels(const PixelArea &area) {
     return {onPixels(area.left), onPixels(area.top), onPixels(area.right), onPixels(area.bottom)};
 }
 
+/// Whether a character reaches out of its cell only to the right, and the next cell of the row
+/// covers that. By rounding a cut makes the rest up to one level brighter or darker, which does not
+/// add up since nothing lies below.
+bool isCutByNext(const PixelArea &ink, const PixelArea &area, const PixelArea &next) {
+    constexpr float little = 1.0F / 64;
+    const bool is_neighbour = next.top == area.top && std::abs(next.left - area.right) < little;
+    return is_neighbour && area.left <= ink.left && area.top <= ink.top &&
+           ink.bottom <= area.bottom && next.left < ink.right && ink.right <= next.right;
+}
+
 /// How far a cell's rectangle is from where its character is.
 Vector rectangleOffset(sf::Vector2f size) {
     return {-size.x / RECTANGLE_LEFT, size.y / RECTANGLE_DOWN};
@@ -206,9 +216,13 @@ bool CellBatch::endFrame(bool is_due) {
 void CellBatch::drawFrame() {
     has_own_pixels = showsOwnPixels(target);
     std::size_t drawn = 0;
+    PixelArea area = areaOf(0);
     const auto draw_cells = [&](std::size_t end) {
-        for (; drawn < end; ++drawn)
-            drawCell(frame->cells[drawn]);
+        for (; drawn < end; ++drawn) {
+            const PixelArea next_area = areaOf(drawn + 1);
+            drawCell(frame->cells[drawn], area, next_area);
+            area = next_area;
+        }
         drawQuads();
     };
     for (const Figure &figure : frame->figures) {
@@ -229,8 +243,20 @@ void CellBatch::drawFigure(const Figure &figure) {
     target.draw(*polygon);
 }
 
-void CellBatch::drawCell(const Cell &cell) {
-    addRectangle(cell);
+/// Of the rectangle. Empty for the number after the last cell.
+PixelArea CellBatch::areaOf(std::size_t number) const {
+    if (number == frame->cells.size())
+        return {};
+    const sf::Vector2f size = rectangle.getSize();
+    const Vector pos = frame->cells[number].rectangle_pos;
+    const PixelArea area{pos.x, pos.y, pos.x + size.x, pos.y + size.y};
+    // So that it takes nothing from the lines in neighbouring cells.
+    return is_utf8 ? onPixels(area) : area;
+}
+
+/// What the next cell will cover of a character is left out: that cell then has nothing to cover.
+void CellBatch::drawCell(const Cell &cell, const PixelArea &area, const PixelArea &next_area) {
+    addRectangle(cell, area);
     if (isBlank(cell.ch))
         return;
     if (is_utf8 && isBoxDrawing(cell.ch))
@@ -240,9 +266,18 @@ void CellBatch::drawCell(const Cell &cell) {
         drawQuads();
         is_fallback = glyph.is_fallback;
     }
-    ink.add(moved(glyph.ink, cell.text_pos));
+    PixelArea visible = moved(glyph.ink, cell.text_pos);
+    PixelArea place = moved(glyph.place, cell.text_pos);
+    PixelArea texture = glyph.texture;
+    if (isCutByNext(visible, area, next_area)) {
+        const float scale = (texture.right - texture.left) / (place.right - place.left);
+        texture.right = texture.left + (next_area.left - place.left) * scale;
+        place.right = next_area.left;
+        visible.right = next_area.left;
+    }
+    ink.add(visible);
     makeRoom(1);
-    characters.add(moved(glyph.place, cell.text_pos), glyph.texture, cell.color);
+    characters.add(place, texture, cell.color);
 }
 
 /// For that many quads, and a background.
@@ -251,12 +286,7 @@ void CellBatch::makeRoom(std::size_t quads) {
         drawQuads();
 }
 
-void CellBatch::addRectangle(const Cell &cell) {
-    const sf::Vector2f size = rectangle.getSize();
-    const Vector pos = cell.rectangle_pos;
-    PixelArea area{pos.x, pos.y, pos.x + size.x, pos.y + size.y};
-    if (is_utf8) // So that it takes nothing from the lines in neighbouring cells.
-        area = onPixels(area);
+void CellBatch::addRectangle(const Cell &cell, const PixelArea &area) {
     const Rgb color = cell.has_background ? cell.background : fromSfml(rectangle.getFillColor());
     covered.clear();
     if (cell.has_background)

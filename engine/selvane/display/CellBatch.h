@@ -78,8 +78,9 @@ class CellBatch {
 
     void drawFrame();
     void drawFigure(const Figure &figure);
-    void drawCell(const Cell &cell);
-    void addRectangle(const Cell &cell);
+    PixelArea areaOf(std::size_t number) const;
+    void drawCell(const Cell &cell, const PixelArea &area, const PixelArea &next_area);
+    void addRectangle(const Cell &cell, const PixelArea &area);
     void addBox(const Cell &cell);
     void makeRoom(std::size_t quads);
     void drawQuads();

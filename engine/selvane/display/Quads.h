@@ -43,7 +43,7 @@ class Quads {
 
   private:
     static constexpr std::size_t per_quad = 4;
-    static constexpr std::size_t most = 8192;
+    static constexpr std::size_t most = 12288;
 
     std::vector<sf::Vertex> vertices;
     std::size_t used = 0; // Of the vertices.
