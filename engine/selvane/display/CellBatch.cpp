@@ -90,14 +90,14 @@ PixelArea onPixels(const PixelArea &area) {
     return {onPixels(area.left), onPixels(area.top), onPixels(area.right), onPixels(area.bottom)};
 }
 
-/// Whether a character reaches out of its cell only to the right, and the next cell of the row
-/// covers that. By rounding a cut makes the rest up to one level brighter or darker, which does not
-/// add up since nothing lies below.
+/// Whether a character reaches out of its cell only to the right, into the next cell of the list,
+/// which will cover that. To cut it there moves the corners between which renderers interpolate, so
+/// the rest may be a level off. That does not add up: below it is the cell's own rectangle.
 bool isCutByNext(const PixelArea &ink, const PixelArea &area, const PixelArea &next) {
     constexpr float little = 1.0F / 64;
     const bool is_neighbour = next.top == area.top && std::abs(next.left - area.right) < little;
-    return is_neighbour && area.left <= ink.left && area.top <= ink.top &&
-           ink.bottom <= area.bottom && next.left < ink.right && ink.right <= next.right;
+    return is_neighbour && area.left <= ink.left && ink.left < next.left && next.left < ink.right &&
+           ink.right <= next.right && area.top <= ink.top && ink.bottom <= area.bottom;
 }
 
 /// How far a cell's rectangle is from where its character is.
@@ -254,7 +254,7 @@ PixelArea CellBatch::areaOf(std::size_t number) const {
     return is_utf8 ? onPixels(area) : area;
 }
 
-/// What the next cell will cover of a character is left out: that cell then has nothing to cover.
+/// Leaves out the part of the character that the next cell would have to cover.
 void CellBatch::drawCell(const Cell &cell, const PixelArea &area, const PixelArea &next_area) {
     addRectangle(cell, area);
     if (isBlank(cell.ch))
