@@ -9,6 +9,7 @@
 #include <SFML/System/Err.hpp>
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -262,6 +263,19 @@ TEST_F(Resources, silent_machines_log_it_once) {
     EXPECT_LT(std::count(on_screen.begin(), on_screen.end(), '\n'), 20);
     EXPECT_EQ(logText(), "hasAudioDevice(): Note! No audio device can be opened. Sounds and music "
                          "stay silent.\n");
+}
+
+/// A record would not play again where sounds are not opened.
+TEST_F(Resources, audio_devices_take_no_random_numbers_from_games) {
+    test::setEnvironment("ALSOFT_DRIVERS", "pulse");
+    test::setEnvironment("HOME", std::filesystem::current_path().string()); // Nothing is in it.
+    test::clearEnvironment("XDG_RUNTIME_DIR");
+    test::clearEnvironment("PULSE_RUNTIME_PATH");
+    std::srand(5);
+    const int number = std::rand();
+    std::srand(5);
+    test::errorsOf([] { sv::hasAudioDevice(); });
+    EXPECT_EQ(std::rand(), number);
 }
 
 // docs/sprites.md shows both files.

@@ -1,4 +1,4 @@
-/// The operating system's clock, sleep, folders and file states.
+/// The operating system's clock, sleep, random numbers, folders and file states.
 ///
 /// All other rooms take their time from timeSource(), so that a test can replace it with a clock of
 /// its own, such as ManualTime. Game-loop thread only.
@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <ctime>
+#include <functional>
 #include <string>
 
 namespace sv::platform {
@@ -59,6 +60,9 @@ TimeSource &timeSource();
 /// Replaces the time source in use; null restores the system's. The caller owns `source` and keeps
 /// it alive while it is in use.
 void setTimeSource(TimeSource *source);
+
+/// Calls `action`. std::rand() goes on after it as if nobody had taken a number meanwhile.
+void keepRandom(const std::function<void()> &action);
 
 /// The working folder in UTF-8, or an empty text if the system cannot name it or the name does not
 /// fit into `capacity` bytes, the terminating zero included.

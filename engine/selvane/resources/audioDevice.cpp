@@ -2,6 +2,7 @@
 
 #include "selvane/core/LogManager.h"
 #include "selvane/display/SfmlMessages.h"
+#include "selvane/platform/system.h"
 
 #include <SFML/Audio/SoundBuffer.hpp>
 
@@ -16,7 +17,8 @@ bool is_wanted = true;
 /// it failed.
 bool opensDevice() {
     SfmlMessages messages;
-    { const sf::SoundBuffer first_object; }
+    // PulseAudio's library takes twelve random numbers when it finds no folder of its own.
+    platform::keepRandom([] { const sf::SoundBuffer first_object; });
     return messages.take().empty();
 }
 

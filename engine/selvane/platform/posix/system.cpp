@@ -1,6 +1,8 @@
 #include "selvane/platform/system.h"
 
+#include <array>
 #include <cerrno>
+#include <cstdlib>
 #include <ctime>
 #include <filesystem>
 #include <sys/stat.h>
@@ -82,6 +84,13 @@ constinit SystemTime system_time;
 
 TimeSource &systemTimeSource() {
     return system_time;
+}
+
+void keepRandom(const std::function<void()> &action) {
+    alignas(long) std::array<char, 64> meanwhile{};
+    char *const kept = initstate(1, meanwhile.data(), meanwhile.size());
+    action();
+    setstate(kept);
 }
 
 std::string workingDirectory(std::size_t capacity) {

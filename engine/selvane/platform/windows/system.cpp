@@ -58,6 +58,11 @@ TimeSource &systemTimeSource() {
 }
 
 // The C runtime's function stops at 260 characters; a folder's name may be longer.
+// Nothing there takes from the program's own rand().
+void keepRandom(const std::function<void()> &action) {
+    action();
+}
+
 std::string workingDirectory(std::size_t capacity) {
     std::wstring wide(GetCurrentDirectoryW(0, nullptr), L'\0');
     wide.resize(GetCurrentDirectoryW(static_cast<DWORD>(wide.size()), wide.data()));
