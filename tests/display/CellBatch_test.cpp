@@ -17,6 +17,7 @@
 #include <cstdlib>
 #include <functional>
 #include <optional>
+#include <string>
 
 namespace {
 
@@ -204,7 +205,7 @@ TEST_F(CellBatchTest, all_bytes_look_as_sfml_draws_them) {
 TEST_F(CellBatchTest, shakes_move_characters_without_their_rectangles) {
     startDisplay("window_background_color:red");
     DisplayManager &display = DisplayManager::getInstance();
-    display.setShake(19, 4, 2); // With that seed into the next cell.
+    display.setShake(19, 4, 2); // The seed below makes it 14 to the right: into the next cell.
     clear = [&] {
         display.getFlushedWindow()->clear(sf::Color::Red);
     }; // A frame would end the shake.

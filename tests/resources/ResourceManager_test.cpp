@@ -265,7 +265,7 @@ TEST_F(Resources, silent_machines_log_it_once) {
                          "stay silent.\n");
 }
 
-/// A record would not play again where sounds are not opened.
+/// Replays open no device, and would go on with other numbers than the game had.
 TEST_F(Resources, audio_devices_take_no_random_numbers_from_games) {
     test::setEnvironment("ALSOFT_DRIVERS", "pulse");
     test::setEnvironment("HOME", std::filesystem::current_path().string()); // Nothing is in it.

@@ -43,7 +43,7 @@ class Quads {
 
   private:
     static constexpr std::size_t per_quad = 4;
-    static constexpr std::size_t most = 12288;
+    static constexpr std::size_t most = 12288; // A full screen with some box drawing.
 
     std::vector<sf::Vertex> vertices;
     std::size_t used = 0; // Of the vertices.

@@ -57,12 +57,12 @@ TimeSource &systemTimeSource() {
     return system_time;
 }
 
-// The C runtime's function stops at 260 characters; a folder's name may be longer.
-// Nothing there takes from the program's own rand().
+// PulseAudio, which takes such numbers when it is opened, is not used there.
 void keepRandom(const std::function<void()> &action) {
     action();
 }
 
+// The C runtime's function stops at 260 characters; a folder's name may be longer.
 std::string workingDirectory(std::size_t capacity) {
     std::wstring wide(GetCurrentDirectoryW(0, nullptr), L'\0');
     wide.resize(GetCurrentDirectoryW(static_cast<DWORD>(wide.size()), wide.data()));
